@@ -1,0 +1,42 @@
+# What every target of this tree is built with. All of it is private: nothing reaches a host.
+set(ODBOMODULE_HIDE_STD_MAP "${CMAKE_CURRENT_LIST_DIR}/hide_std.map")
+
+function(odbomodule_compile_options target)
+    target_compile_features(${target} PRIVATE cxx_std_20)
+    set_target_properties(${target} PROPERTIES CXX_STANDARD 20 CXX_STANDARD_REQUIRED ON CXX_EXTENSIONS OFF)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+        $<$<BOOL:${ODBOMODULE_WERROR}>:-Werror>)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+        # At -O3 this compiler finds overlapping copies in the concatenation of its own std::string.
+        target_compile_options(${target} PRIVATE -Wno-restrict)
+    endif()
+    if(ODBOMODULE_SANITIZE)
+        # The check of function types compares addresses of type information, which each library has its own of.
+        set(sanitize -fsanitize=${ODBOMODULE_SANITIZE} -fno-sanitize-recover=all
+            $<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=function>)
+        target_compile_options(${target} PRIVATE ${sanitize} -fno-omit-frame-pointer)
+        target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
+        target_link_options(${target} PRIVATE ${sanitize})
+    endif()
+endfunction()
+
+# A shared library whose dynamic table holds what is marked for export and nothing else.
+function(odbomodule_shared_library target)
+    odbomodule_compile_options(${target})
+    target_compile_features(${target} INTERFACE cxx_std_17)
+    target_link_libraries(${target} PRIVATE Threads::Threads)
+    set_target_properties(${target} PROPERTIES
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR}
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON)
+    if(NOT WIN32 AND NOT APPLE)
+        set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN" LINK_DEPENDS "${ODBOMODULE_HIDE_STD_MAP}")
+        target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+        target_link_options(${target} PRIVATE
+            "LINKER:--version-script=${ODBOMODULE_HIDE_STD_MAP}" LINKER:-z,relro,-z,now)
+        if(NOT ODBOMODULE_SANITIZE)
+            target_link_options(${target} PRIVATE LINKER:--no-undefined)
+        endif()
+    endif()
+endfunction()

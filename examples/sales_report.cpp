@@ -1,0 +1,217 @@
+// Composes the statements of a small sales report and prints them. Each function shows one of them.
+#include "odbomodule.h"
+#include "retail_cube.h"
+
+#include <iostream>
+#include <memory>
+#include <vector>
+
+using memory_cube::Node;
+
+namespace {
+
+enum Direction : std::int32_t { Ascending = 0, Descending = 1 };
+std::vector<KelpString> const kNone;
+
+// What every statement starts from: the host's cube and a generator for it.
+struct Report {
+    RetailCube cube;
+    std::unique_ptr<MDXQueryGenerator> generator{ createMSOLAP7QueryGenerator(cube.name(), true) };
+
+    RefPtr<MDXField> member(char const * hierarchy, char const * path)
+    {
+        return RefPtr(generator->GenerateField(cube.member(hierarchy, path)));
+    }
+    RefPtr<MDXField> measure(char const * name) { return member("Measures", name); }
+    // A member that the statement itself defines.
+    RefPtr<MDXField> calculated(char const * hierarchy, char const * name)
+    {
+        return RefPtr(generator->GenerateField(cube.calculation(hierarchy, name), KelpString(name)));
+    }
+    RefPtr<MDXTuple> tuple(std::vector<RefPtr<MDXField>> const & fields)
+    {
+        RefPtr tuple(generator->GenerateTuple());
+        for (auto const & field : fields)
+            tuple->AddField(field.get());
+        return tuple;
+    }
+    RefPtr<MDXSet> list(std::vector<RefPtr<MDXField>> const & fields)
+    {
+        std::vector<MDXField *> pointers;
+        for (auto const & field : fields)
+            pointers.push_back(field.get());
+        return RefPtr(generator->GenerateSet(pointers));
+    }
+    template <class Query>
+    RefPtr<Query> query(MDXQuery::QueryType type)
+    {
+        return RefPtr(static_cast<Query *>(generator->GenerateQuery(type, nullptr)));
+    }
+    RefPtr<MDXSelectQuery> select() { return query<MDXSelectQuery>(MDXQuery::QT_SELECT); }
+};
+
+void print(char const * heading, MDXQuery const & query)
+{
+    std::cout << "== " << heading << " ==\n" << query.getText(false) << "\n";
+    KelpString const lines = query.getText(true);
+    if (lines != query.getText(false))
+        std::cout << (lines.front() == u'\n' ? "" : "\n") << lines << "\n";
+    std::cout << "\n";
+}
+
+// Writes the statement to the query log, if this machine's settings ask for one. A host sends the statement to its
+// server between timeQuery and logQuery.
+void log_query(Report & report, MDXQuery const & query)
+{
+    MDXQueryLog * const log = report.generator->GetMDXQueryLog();
+    if (log == nullptr) {
+        std::cout << "The query log is off.\n\n";
+        return;
+    }
+    MDXQueryLog::MDXQueryTimer * timer = nullptr;
+    log->timeQuery(&timer);
+    log->logQuery(&query, timer);
+    std::cout << "The statement was written to the query log.\n\n";
+}
+
+// The stores in the order of the cube, with two countries opened, the ones that sold little left out, and the
+// calculated member put back behind them.
+RefPtr<MDXSet> opened_stores(Report & report)
+{
+    auto const & stores = report.cube.hierarchy("Store");
+    RefPtr rows(report.generator->GenerateSet(stores));
+    rows->DrillDownOnSet(report
+                             .list({ report.member("Store", "All Stores|Ireland"),
+                                 report.member("Store", "All Stores|Switzerland") })
+                             .get());
+
+    Node current(BRIM_o::ET_CURRENT), currentValue(BRIM_o::ET_TUPLE_VALUE, { &current }), least(1000.0);
+    Node enough(BRIM_o::ET_GREATERTHANOREQUALTO, { &currentValue, &least });
+    Node missing(BRIM_o::ET_TUPLE_IS_NULL, { &current }), present(BRIM_o::ET_NOT, { &missing });
+    Node condition(BRIM_o::ET_AND, { &enough, &present });
+    rows->TakeFilter(&condition, report.tuple({ report.measure("Store Sales") }).get());
+
+    rows->Hierarchize(false, stores, true, { report.cube.calculation("Store", "Europe") });
+    return rows;
+}
+
+void filtered_report(Report & report)
+{
+    auto const query = report.select();
+    auto const profit = report.calculated("Measures", "Profit");
+    RefPtr margin(report.generator->GenerateValue("[Measures].[Store Sales] - [Measures].[Store Cost]"));
+    query->AddMemberFormula(profit.get(), margin.get(), 2, { "FORMAT_STRING" }, { "'#,##0.00'" });
+
+    RefPtr countries(report.generator->GenerateValue("Aggregate( { [Store].[All Stores].[Ireland], "
+                                                     "[Store].[All Stores].[Switzerland] } )"));
+    query->AddMemberFormula(report.calculated("Store", "Europe").get(), countries.get(), 1, {}, {});
+
+    auto const measures = report.list({ report.measure("Unit Sales"), report.measure("Store Sales"), profit });
+    query->AddAxisSpecification(0, measures.get(), kNone, MDXSelectQuery::NES_ALL);
+    query->AddAxisSpecification(
+        1, opened_stores(report).get(), { "[Store].[City].[Manager]" }, MDXSelectQuery::NES_NON_EMPTY);
+    query->AddSlicerSpecification(report.member("Calendar", "2025|Q1").get());
+    query->AddSlicerSpecification(report.member("Product", "All Products|Food|Snacks ]Salty[").get());
+    query->AddCellProperties({ "VALUE", "FORMATTED_VALUE" });
+    print("Stores with sales of 1000 or more, two countries opened", *query);
+    log_query(report, *query);
+}
+
+void ordered_cities(Report & report)
+{
+    RefPtr cities(report.generator->GenerateSet(report.cube.level("Store", "City")));
+    auto const key = report.tuple({ report.measure("Store Sales"), report.member("Calendar", "2025") });
+    cities->Order(Descending, key.get());
+
+    auto const query = report.select();
+    query->AddAxisSpecification(
+        0, report.list({ report.measure("Store Sales") }).get(), kNone, MDXSelectQuery::NES_ALL);
+    query->AddAxisSpecification(1, cities.get(), kNone, MDXSelectQuery::NES_NON_EMPTY);
+    print("Cities by the sales of a year", *query);
+}
+
+void best_products(Report & report)
+{
+    RefPtr products(report.generator->GenerateSet());
+    products->TakeLeafNodes(report.cube.hierarchy("Product"));
+    products->TakeExtremity(MDXSet::Top, MDXSet::Count, "10", report.tuple({ report.measure("Unit Sales") }).get());
+
+    auto const query = report.select();
+    query->AddAxisSpecification(0, products.get(), kNone, MDXSelectQuery::NES_ALL);
+    query->AddSlicerSpecification(report.measure("Unit Sales").get());
+    print("The ten products that sell best", *query);
+}
+
+void stores_by_quarter(Report & report)
+{
+    auto columns = report.list({ report.member("Calendar", "2025|Q1"), report.member("Calendar", "2025|Q2") });
+    *columns *= *report.list({ report.measure("Unit Sales"), report.measure("Customer Count") });
+    auto rows = report.list({ report.member("Store", "All Stores|Brazil|São Paulo"),
+        report.member("Store", "All Stores|Japan|東京都"),
+        report.member("Store", "All Stores|Ireland|Leinster|Dublin|O'Brien's Corner") });
+    *rows += *report.member("Store", "All Stores|Switzerland|Zürich");
+
+    auto const query = report.select();
+    query->AddAxisSpecification(0, columns.get(), kNone, MDXSelectQuery::NES_ALL);
+    query->AddAxisSpecification(1, rows.get(), kNone, MDXSelectQuery::NES_ALL);
+    print("Two quarters beside each other, for chosen places", *query);
+}
+
+void around_a_month(Report & report)
+{
+    auto quarter = report.member("Calendar", "2025|Q1|January");
+    quarter->MoveToParent();
+    RefPtr months(report.generator->GenerateSet());
+    months->TakeChildren(quarter.get());
+    auto const previous = report.member("Calendar", "2025|Q1");
+    previous->LoopLeft();
+    *months += *previous;
+
+    auto const query = report.select();
+    query->AddAxisSpecification(0, months.get(), kNone, MDXSelectQuery::NES_ALL);
+    print("The months of a quarter, and the quarter before it", *query);
+}
+
+void named_set(Report & report)
+{
+    auto const create = report.query<MDXCreateQuery>(MDXQuery::QT_CREATE);
+    auto const places = report.list({ report.member("Store", "All Stores|Ireland|Leinster|Dublin|O'Brien's Corner"),
+        report.member("Store", "All Stores|Switzerland|Zürich|Zürich") });
+    create->AddSetFormula("[Flagship Places]", places.get());
+    print("A named set on the server", *create);
+
+    auto const query = report.select();
+    RefPtr rows(report.generator->GenerateSet(KelpString("[Flagship Places]")));
+    query->AddAxisSpecification(0, rows.get(), kNone, MDXSelectQuery::NES_ALL);
+    print("A statement that uses it", *query);
+
+    auto const drop = report.query<MDXDropQuery>(MDXQuery::QT_DROP);
+    drop->AddSetToDrop("[Flagship Places]");
+    print("The end of the named set", *drop);
+}
+
+void refused_direction(Report & report)
+{
+    std::cout << "== A direction that is none ==\n";
+    RefPtr cities(report.generator->GenerateSet(report.cube.level("Store", "City")));
+    try {
+        cities->Order(4, report.tuple({ report.measure("Store Sales") }).get());
+    } catch (MDXError const & error) {
+        std::cout << error.module() << " 0x" << std::hex << error.code() << std::dec << ": " << error.getText()
+                  << "\nThe set is as it was: " << cities->getText() << "\n";
+    }
+}
+
+}
+
+int main()
+{
+    Report report;
+    filtered_report(report);
+    ordered_cities(report);
+    best_products(report);
+    stores_by_quarter(report);
+    around_a_month(report);
+    named_set(report);
+    refused_direction(report);
+}

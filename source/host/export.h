@@ -1,0 +1,23 @@
+#pragma once
+
+// MDX_API stands on what a host links to in the module, SUPPORT_API on what the module and the host link
+// to in the support library. Each library defines its own ..._BUILD macro while it is being built.
+#if defined(_WIN32)
+#define MDX_EXPORT __declspec(dllexport)
+#define MDX_IMPORT __declspec(dllimport)
+#else
+#define MDX_EXPORT __attribute__((visibility("default")))
+#define MDX_IMPORT __attribute__((visibility("default")))
+#endif
+
+#if defined(ODBOMODULE_BUILD)
+#define MDX_API MDX_EXPORT
+#else
+#define MDX_API MDX_IMPORT
+#endif
+
+#if defined(SUPPORT_DLL_BUILD)
+#define SUPPORT_API MDX_EXPORT
+#else
+#define SUPPORT_API MDX_IMPORT
+#endif

@@ -1,0 +1,57 @@
+#pragma once
+#include "host/export.h"
+#include "host/format.h"
+
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <utility>
+
+// The one string type: text in 16-bit characters, UTF-16 by convention, never checked. A narrow text is
+// ASCII and is widened character by character; a null pointer counts as the empty text.
+class SUPPORT_API KelpString : public std::basic_string<char16_t> {
+public:
+    using Base = std::basic_string<char16_t>;
+
+    KelpString() noexcept = default;
+    KelpString(KelpString const &) = default;
+    KelpString(KelpString &&) noexcept = default;
+    KelpString(Base const & text) : Base(text) {}
+    KelpString(Base && text) noexcept : Base(std::move(text)) {}
+    KelpString(char const * text);
+
+    KelpString & operator=(KelpString const &) = default;
+    KelpString & operator=(KelpString &&) noexcept = default;
+    KelpString & operator=(Base const & text);
+    KelpString & operator=(Base && text) noexcept;
+    KelpString & operator=(char const * text);
+    KelpString & operator=(char16_t const * text);
+
+    KelpString & operator+=(KelpString const & text);
+    KelpString & operator+=(char const * text);
+    KelpString & operator+=(char16_t const * text);
+    KelpString & operator+=(char16_t character);
+
+    using Base::find;
+    // Index of the first `character` at or behind `position`, npos when there is none.
+    size_type find(char character, size_type position = 0) const noexcept;
+
+    // Compares with narrow text: 0 on a match, else below or above 0 as this text sorts before or behind.
+    // With `ignoreCase`, ASCII letters match in either case.
+    std::int32_t strcmp(char const * text, bool ignoreCase) const noexcept;
+
+    // Replaces the text by a printf-style format with its arguments; see format_text for the conversions.
+    template <class... Arguments>
+    void build(char const * format, Arguments const &... arguments)
+    {
+        *this = format_text(format, arguments...);
+    }
+
+    // From and to UTF-8. What is no well-formed UTF-8, and a lone surrogate, becomes U+FFFD.
+    static KelpString fromUTF8(std::string_view text);
+    std::string toUTF8() const;
+};
+
+// Writes the text as UTF-8.
+SUPPORT_API std::ostream & operator<<(std::ostream & out, KelpString const & text);

@@ -1,0 +1,57 @@
+#pragma once
+
+// Holds one reference on a counted object, or null. A raw pointer that is given to it brings its reference
+// along; hold() takes a new one.
+template <class Object>
+class RefPtr {
+public:
+    RefPtr() noexcept = default;
+    explicit RefPtr(Object * object) noexcept
+        : fObject(object)
+    {}
+    RefPtr(RefPtr const & other)
+        : fObject(other.fObject)
+    {
+        if (fObject != nullptr)
+            fObject->use();
+    }
+    ~RefPtr()
+    {
+        if (fObject != nullptr)
+            fObject->unuse();
+    }
+
+    RefPtr & operator=(RefPtr const & other)
+    {
+        if (this == &other)
+            return *this;
+        *this = other.fObject;
+        if (fObject != nullptr)
+            fObject->use();
+        return *this;
+    }
+    RefPtr & operator=(Object * object)
+    {
+        if (fObject != nullptr)
+            fObject->unuse();
+        fObject = object;
+        return *this;
+    }
+
+    Object * get() const noexcept { return fObject; }
+    Object * operator->() const noexcept { return fObject; }
+    Object & operator*() const noexcept { return *fObject; }
+    explicit operator bool() const noexcept { return fObject != nullptr; }
+
+private:
+    Object * fObject = nullptr;
+};
+
+// A holder with a reference of its own on `object`, which may be null.
+template <class Object>
+RefPtr<Object> hold(Object * object)
+{
+    if (object != nullptr)
+        object->use();
+    return RefPtr<Object>(object);
+}

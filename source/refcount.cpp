@@ -1,0 +1,87 @@
+#include "refcount.h"
+
+#include "frame/library_entry.h"
+#include "host/wirral_mutex.h"
+
+#include <iterator>
+#include <utility>
+
+namespace support {
+
+static constexpr std::uint32_t kMessageCode = 0xC2011000;
+
+RefCount::RefCount(KelpString const & name, std::int32_t id) : RefCount(KelpString(name), id) {}
+
+RefCount::RefCount(KelpString && name, std::int32_t id)
+    : fMutex(std::make_unique<WirralMutex>()), fId(id), fName(std::move(name))
+{
+    log(fMemoryVerbosity, "MEMORY", 4, "%s(%03d) %x created");
+}
+
+RefCount::RefCount(RefCount const & other) : RefCount(other.fName, other.fId) {}
+
+RefCount::~RefCount()
+{
+    fMutex.reset();
+    log(fMemoryVerbosity, "MEMORY", 4, "%s(%03d) %x destroyed");
+}
+
+RefCount & RefCount::operator=(RefCount const &)
+{
+    support_dll::AssertionFailure("! \"support::RefCount::operator=\"", ".\\source\\refcount");
+    return *this;
+}
+
+std::int32_t RefCount::use()
+{
+    WirralSynchronized const guard(*fMutex);
+    ++fRefCount;
+    log(fInterfaceVerbosity, "INTERFACE", 5, "%s(%03d) %x Refcount raised to %d");
+    return fRefCount;
+}
+
+std::int32_t RefCount::unuse()
+{
+    std::int32_t left = 0;
+    bool held = false;
+    {
+        WirralSynchronized const guard(*fMutex);
+        held = fRefCount > 0;
+        if (held) {
+            left = --fRefCount;
+            log(fInterfaceVerbosity, "INTERFACE", 5, "%s(%03d) %x Refcount lowered to %d");
+        }
+    }
+    // The mutex is free before the object goes, since it goes with the object.
+    if (!held)
+        support_dll::AssertionFailure("fRefCount > 0", ".\\source\\refcount");
+    else if (left == 0)
+        delete this;
+    return left;
+}
+
+// `format` takes the name, the id, the address and the count, and may leave off the last. A line that cannot be
+// written for lack of memory is left out: it is no reason to fail a holder.
+void RefCount::log(
+    CoreLog::VerbosityType *& verbosity, char const * module, std::int32_t lowest, char const * format) noexcept
+{
+    if (gCoreLog == nullptr)
+        return;
+    try {
+        if (verbosity == nullptr)
+            verbosity = gCoreLog->getModuleVerbosity(module, fName);
+        if (verbosity == nullptr)
+            return;
+        std::int32_t const level = *verbosity;
+        if (level < lowest)
+            return;
+        char16_t buffer[128];
+        void const * const address = this;
+        suprintf(buffer, std::size(buffer), format, fName, fId, address, fRefCount);
+        char16_t const * const inserts[] = { buffer };
+        gCoreLog->log(kMessageCode, level, module, fName, 1, inserts);
+    } catch (...) {
+    }
+}
+
+}

@@ -1,0 +1,52 @@
+#pragma once
+#include "host/core_log.h"
+#include "host/export.h"
+#include "host/kelp_string.h"
+
+#include <cstdint>
+#include <memory>
+class WirralMutex;
+
+namespace support {
+
+// What every statement and expression is: an object that counts its holders. Born with one reference,
+// which belongs to whoever made it; the last unuse() deletes it. use() and unuse() may be called from any
+// thread; everything else on one object from one thread at a time. Objects may be made on several threads.
+//
+// Under the log module "MEMORY" from level 4 on, a line tells that an object was created or destroyed, under
+// "INTERFACE" from level 5 on, that its count was raised or lowered; the sub-module is the class's name.
+class MDX_API RefCount {
+public:
+    RefCount(KelpString const & name, std::int32_t id);
+    RefCount(KelpString && name, std::int32_t id);
+    // A copy counts its own holders: it starts with one reference and has a mutex of its own.
+    RefCount(RefCount const & other);
+
+protected:
+    virtual ~RefCount();
+
+public:
+    // Counted objects are not assigned: reports an assertion failure and changes nothing. The assignment of
+    // a derived class comes here first, then copies the fields that the class adds.
+    virtual RefCount & operator=(RefCount const &);
+
+    // Takes a reference; returns the new count.
+    virtual std::int32_t use();
+
+    // Gives back a reference; returns the count that is left. At 0 the object is gone. An object whose count
+    // is 0 already reports an assertion failure and is not touched again.
+    virtual std::int32_t unuse();
+
+private:
+    void log(CoreLog::VerbosityType *& verbosity, char const * module, std::int32_t lowest,
+        char const * format) noexcept;
+
+    std::unique_ptr<WirralMutex> fMutex;
+    std::int32_t fId;
+    std::int32_t fRefCount = 1;
+    CoreLog::VerbosityType * fInterfaceVerbosity = nullptr;
+    CoreLog::VerbosityType * fMemoryVerbosity = nullptr;
+    KelpString fName;
+};
+
+}

@@ -1,0 +1,10 @@
+#include "statements/mdx_query.h"
+
+#include <atomic>
+
+static std::atomic<std::int32_t> gNextId{ 0 };
+
+MDXQuery::MDXQuery(KelpString const & cubeName) : RefCount(KelpString("MDXQuery"), gNextId++), fCubeName(cubeName)
+{}
+
+MDXQuery::~MDXQuery() = default;

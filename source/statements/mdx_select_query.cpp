@@ -1,0 +1,142 @@
+#include "statements/mdx_select_query.h"
+
+#include "expressions/mdx_field.h"
+#include "expressions/mdx_tuple.h"
+#include "expressions/mdx_value.h"
+#include "frame/concat.h"
+#include "frame/mdx_error.h"
+#include "sets/mdx_set.h"
+#include "statements/formula_specifications.h"
+
+MDXSelectQuery::MDXAxisSpecification::MDXAxisSpecification(
+    std::int32_t axis, MDXSet * set, std::vector<KelpString> const & properties, bool nonEmpty)
+    : fNonEmpty(nonEmpty), fSet(hold(set)), fAxisNumber(axis), fProperties(properties)
+{}
+
+MDXSelectQuery::MDXAxisSpecification::~MDXAxisSpecification() = default;
+
+KelpString MDXSelectQuery::MDXAxisSpecification::getText()
+{
+    KelpString text;
+    if (fNonEmpty)
+        append(text, "NON EMPTY ");
+    append(text, fSet->getText());
+    if (!fProperties.empty())
+        append(text, " DIMENSION PROPERTIES ", join(fProperties, ", "));
+    append(text, " ON ");
+    if (fAxisNumber == 0)
+        append(text, "COLUMNS ");
+    else if (fAxisNumber == 1)
+        append(text, "ROWS ");
+    else
+        append(text, "AXIS(", decimal(fAxisNumber), ") ");
+    return text;
+}
+
+void MDXSelectQuery::MDXAxisSpecification::writeText(KelpString & out)
+{
+    out = getText();
+}
+
+MDXSelectQuery::MDXSelectQuery(KelpString const & cubeName) : MDXQuery(cubeName)
+{
+    fQueryType = QT_SELECT;
+}
+
+MDXSelectQuery::~MDXSelectQuery()
+{
+    fFormulas.clear();
+    fAxes.clear();
+}
+
+KelpString MDXSelectQuery::getText(bool multiLine) const
+{
+    if (fUseStoredQuery)
+        return fStoredQuery;
+    if (fAxes.empty())
+        throw MDXError(MDX_ERR_NO_AXES);
+
+    KelpString text;
+    for (auto const & formula : fFormulas) {
+        bool const first = &formula == &fFormulas.front();
+        if (first)
+            text += multiLine ? "WITH \n       " : "WITH ";
+        else
+            text += multiLine ? "\n       " : " ";
+        append(text, formula->getText());
+        if (!first)
+            append(text, " ");
+    }
+    if (fDrillThrough)
+        append(text, "DRILLTHROUGH ");
+
+    text += multiLine ? "\nSELECT \n       " : "SELECT ";
+    for (auto const & axis : fAxes) {
+        if (&axis != &fAxes.front())
+            text += multiLine ? ",\n       " : ", ";
+        append(text, axis->getText());
+    }
+    text += multiLine ? "\nFROM " : "FROM ";
+    append(text, fCubeName, " ");
+    if (fSlicer) {
+        text += multiLine ? "\nWHERE \n      " : "WHERE ";
+        append(text, fSlicer->getText(), " ");
+    }
+    if (!fCellProperties.empty())
+        append(text, " CELL PROPERTIES ", join(fCellProperties, ", "));
+    return text;
+}
+
+void MDXSelectQuery::writeText(KelpString & out) const
+{
+    out = getText(false);
+}
+
+void MDXSelectQuery::AddMemberFormula(MDXField * name, MDXValue * value, std::int32_t solveOrder,
+    std::vector<KelpString> const & propertyNames, std::vector<KelpString> const & propertyValues)
+{
+    fFormulas.push_back(std::make_unique<MDXMemberSpecification>(
+        name, value, solveOrder, propertyNames, propertyValues, false, fCubeName));
+}
+
+void MDXSelectQuery::AddSetFormula(KelpString const & name, MDXSet * set)
+{
+    fFormulas.push_back(std::make_unique<MDXSetSpecification>(name, set, false, fCubeName));
+}
+
+void MDXSelectQuery::AddAxisSpecification(
+    std::int32_t axis, MDXSet * set, std::vector<KelpString> const & properties, NonEmptyStatus status)
+{
+    if (axis < 0 || static_cast<std::size_t>(axis) != fAxes.size())
+        throw MDXError(MDX_ERR_AXIS_OUT_OF_ORDER);
+    fAxes.push_back(std::make_unique<MDXAxisSpecification>(axis, set, properties, status == NES_NON_EMPTY));
+}
+
+void MDXSelectQuery::AddSlicerSpecification(MDXField * field)
+{
+    if (!fSlicer)
+        fSlicer = new MDXTuple;
+    fSlicer->AddField(field);
+}
+
+void MDXSelectQuery::AddCellProperty(KelpString const & name)
+{
+    fCellProperties.push_back(name);
+}
+
+void MDXSelectQuery::AddCellProperties(std::vector<KelpString> const & names)
+{
+    fCellProperties.insert(fCellProperties.end(), names.begin(), names.end());
+}
+
+bool MDXSelectQuery::SpecifyDrillThrough()
+{
+    fDrillThrough = true;
+    return true;
+}
+
+void MDXSelectQuery::setQuery(KelpString & text)
+{
+    fStoredQuery = text;
+    fUseStoredQuery = true;
+}

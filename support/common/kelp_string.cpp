@@ -1,0 +1,189 @@
+#include "host/kelp_string.h"
+#include "common/narrow_text.h"
+
+#include <algorithm>
+#include <ostream>
+
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+
+std::string_view view(char const * text) noexcept
+{
+    return text == nullptr ? std::string_view() : std::string_view(text);
+}
+
+void append_code_point(std::u16string & out, char32_t point)
+{
+    if (point >= 0x10000) {
+        out.push_back(static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10)));
+        out.push_back(static_cast<char16_t>(0xDC00 + ((point - 0x10000) & 0x3FF)));
+    } else {
+        out.push_back(static_cast<char16_t>(point));
+    }
+}
+
+void append_code_point(std::string & out, char32_t point)
+{
+    auto const tail = [&](unsigned shift) { out.push_back(static_cast<char>(0x80 | ((point >> shift) & 0x3F))); };
+    if (point < 0x80) {
+        out.push_back(static_cast<char>(point));
+    } else if (point < 0x800) {
+        out.push_back(static_cast<char>(0xC0 | (point >> 6)));
+        tail(0);
+    } else if (point < 0x10000) {
+        out.push_back(static_cast<char>(0xE0 | (point >> 12)));
+        tail(6);
+        tail(0);
+    } else {
+        out.push_back(static_cast<char>(0xF0 | (point >> 18)));
+        tail(12);
+        tail(6);
+        tail(0);
+    }
+}
+
+// Reads one code point and takes it off `text`. A sequence that breaks off is taken up to the byte that
+// cannot go on, and counts as one replacement character.
+char32_t take_code_point(std::string_view & text)
+{
+    auto const take = [&] {
+        auto const byte = static_cast<unsigned char>(text.front());
+        text.remove_prefix(1);
+        return byte;
+    };
+    unsigned char const lead = take();
+    if (lead < 0x80)
+        return lead;
+    if (lead < 0xC2 || lead > 0xF4)
+        return kReplacement;
+
+    int const tails = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
+    // The second byte alone tells overlong forms, surrogates and what is past U+10FFFF from the rest.
+    unsigned char low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
+    unsigned char high = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
+    char32_t point = lead & (0x3Fu >> tails);
+    for (int i = 0; i < tails; ++i) {
+        if (text.empty() || static_cast<unsigned char>(text.front()) < low ||
+            static_cast<unsigned char>(text.front()) > high)
+            return kReplacement;
+        point = (point << 6) | (take() & 0x3Fu);
+        low = 0x80;
+        high = 0xBF;
+    }
+    return point;
+}
+
+}
+
+KelpString::KelpString(char const * text)
+{
+    append_narrow(*this, view(text));
+}
+
+KelpString & KelpString::operator=(Base const & text)
+{
+    Base::operator=(text);
+    return *this;
+}
+
+KelpString & KelpString::operator=(Base && text) noexcept
+{
+    Base::operator=(std::move(text));
+    return *this;
+}
+
+KelpString & KelpString::operator=(char const * text)
+{
+    auto const narrow = view(text);
+    Base::reserve(narrow.size()); // may fail, while the old text still stands
+    clear();
+    append_narrow(*this, narrow);
+    return *this;
+}
+
+KelpString & KelpString::operator=(char16_t const * text)
+{
+    assign(text == nullptr ? u"" : text);
+    return *this;
+}
+
+KelpString & KelpString::operator+=(KelpString const & text)
+{
+    append(text);
+    return *this;
+}
+
+KelpString & KelpString::operator+=(char const * text)
+{
+    append_narrow(*this, view(text));
+    return *this;
+}
+
+KelpString & KelpString::operator+=(char16_t const * text)
+{
+    append(text == nullptr ? u"" : text);
+    return *this;
+}
+
+KelpString & KelpString::operator+=(char16_t character)
+{
+    push_back(character);
+    return *this;
+}
+
+KelpString::size_type KelpString::find(char character, size_type position) const noexcept
+{
+    return Base::find(static_cast<char16_t>(static_cast<unsigned char>(character)), position);
+}
+
+std::int32_t KelpString::strcmp(char const * text, bool ignoreCase) const noexcept
+{
+    auto const narrow = view(text);
+    auto const shorter = std::min(size(), narrow.size());
+    for (size_type i = 0; i < shorter; ++i) {
+        char16_t mine = (*this)[i];
+        char16_t theirs = static_cast<unsigned char>(narrow[i]);
+        if (ignoreCase) {
+            mine = ascii_lower(mine);
+            theirs = ascii_lower(theirs);
+        }
+        if (mine != theirs)
+            return mine < theirs ? -1 : 1;
+    }
+    return size() < narrow.size() ? -1 : size() > narrow.size() ? 1 : 0;
+}
+
+KelpString KelpString::fromUTF8(std::string_view text)
+{
+    KelpString result;
+    result.reserve(text.size());
+    while (!text.empty())
+        append_code_point(result, take_code_point(text));
+    return result;
+}
+
+std::string KelpString::toUTF8() const
+{
+    std::string result;
+    result.reserve(size());
+    for (size_type i = 0; i < size(); ++i) {
+        char32_t point = (*this)[i];
+        if (point >= 0xD800 && point <= 0xDFFF) {
+            char32_t const next = i + 1 < size() ? (*this)[i + 1] : 0;
+            if (point < 0xDC00 && next >= 0xDC00 && next <= 0xDFFF) {
+                point = 0x10000 + ((point - 0xD800) << 10) + (next - 0xDC00);
+                ++i;
+            } else {
+                point = kReplacement;
+            }
+        }
+        append_code_point(result, point);
+    }
+    return result;
+}
+
+std::ostream & operator<<(std::ostream & out, KelpString const & text)
+{
+    return out << text.toUTF8();
+}

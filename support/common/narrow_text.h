@@ -1,0 +1,27 @@
+#pragma once
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+// Widens narrow text behind what `out` holds, in place: the standard library would make a temporary.
+inline void append_narrow(std::u16string & out, std::string_view text)
+{
+    auto const end = out.size();
+    out.resize(end + text.size());
+    std::transform(text.begin(), text.end(), out.begin() + static_cast<std::ptrdiff_t>(end),
+        [](char character) -> char16_t { return static_cast<unsigned char>(character); });
+}
+
+// A capital ASCII letter made small; any other character as it is.
+constexpr char16_t ascii_lower(char16_t character) noexcept
+{
+    return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character + 32) : character;
+}
+
+// Whether two texts are the same, ASCII letters matching in either case.
+inline bool equal_ignoring_case(std::u16string_view one, std::u16string_view other) noexcept
+{
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+        [](char16_t a, char16_t b) { return ascii_lower(a) == ascii_lower(b); });
+}

@@ -1,0 +1,132 @@
+#include "common/registry_text.h"
+#include "common/narrow_text.h"
+
+namespace {
+
+constexpr std::u16string_view kBlanks = u" \t";
+
+std::u16string_view trim(std::u16string_view text)
+{
+    auto const first = text.find_first_not_of(kBlanks);
+    if (first == text.npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
+}
+
+// Takes the next line off `text`, without its end.
+std::u16string_view take_line(std::u16string_view & text)
+{
+    auto const end = text.find(u'\n');
+    auto line = text.substr(0, end);
+    text.remove_prefix(end == text.npos ? text.size() : end + 1);
+    if (!line.empty() && line.back() == u'\r')
+        line.remove_suffix(1);
+    return trim(line);
+}
+
+// Takes a text in quotes off `line`. Nothing for one that doesn't end or has an escape that is none.
+std::optional<KelpString> take_quoted(std::u16string_view & line)
+{
+    if (line.empty() || line.front() != u'"')
+        return std::nullopt;
+    KelpString result;
+    for (std::size_t i = 1; i < line.size(); ++i) {
+        if (line[i] == u'"') {
+            line.remove_prefix(i + 1);
+            return result;
+        }
+        if (line[i] == u'\\' && (++i == line.size() || (line[i] != u'\\' && line[i] != u'"')))
+            return std::nullopt;
+        result += line[i];
+    }
+    return std::nullopt;
+}
+
+std::optional<std::uint32_t> hexadecimal_number(std::u16string_view digits)
+{
+    if (digits.empty() || digits.size() > 8)
+        return std::nullopt;
+    std::uint32_t number = 0;
+    for (char16_t const digit : digits) {
+        auto const place = std::u16string_view(u"0123456789abcdef").find(ascii_lower(digit));
+        if (place == std::u16string_view::npos)
+            return std::nullopt;
+        number = number * 16 + static_cast<std::uint32_t>(place);
+    }
+    return number;
+}
+
+bool begins_ignoring_case(std::u16string_view text, std::u16string_view beginning)
+{
+    return equal_ignoring_case(text.substr(0, beginning.size()), beginning);
+}
+
+// What stands behind the "=".
+std::optional<RegistryValue> parse_value(std::u16string_view text)
+{
+    if (auto quoted = take_quoted(text))
+        return trim(text).empty() ? std::optional<RegistryValue>(std::move(*quoted)) : std::nullopt;
+    constexpr std::u16string_view kNumber = u"dword:";
+    if (!begins_ignoring_case(text, kNumber))
+        return std::nullopt;
+    if (auto const number = hexadecimal_number(trim(text.substr(kNumber.size()))))
+        return RegistryValue(*number);
+    return std::nullopt;
+}
+
+// The value of a line `"name"=...`, as text; empty when the line is none. "@" is the name of a key's default
+// value, which is not looked up: it counts as no name.
+std::u16string_view value_part(std::u16string_view line, KelpString & name)
+{
+    if (line.front() == u'@') {
+        line.remove_prefix(1);
+    } else if (auto quoted = take_quoted(line)) {
+        name = std::move(*quoted);
+    }
+    line = trim(line);
+    return line.empty() || line.front() != u'=' ? std::u16string_view() : trim(line.substr(1));
+}
+
+}
+
+KelpString decode_registry_text(std::string_view bytes)
+{
+    bool const little = bytes.substr(0, 2) == "\xFF\xFE";
+    if (!little && bytes.substr(0, 2) != "\xFE\xFF")
+        return KelpString::fromUTF8(bytes.substr(bytes.substr(0, 3) == "\xEF\xBB\xBF" ? 3 : 0));
+
+    KelpString result;
+    result.reserve(bytes.size() / 2);
+    for (std::size_t i = 2; i + 1 < bytes.size(); i += 2) {
+        auto const low = static_cast<unsigned char>(bytes[little ? i : i + 1]);
+        auto const high = static_cast<unsigned char>(bytes[little ? i + 1 : i]);
+        result += static_cast<char16_t>(high << 8 | low);
+    }
+    return result;
+}
+
+std::optional<RegistryValue> find_registry_value(
+    std::u16string_view text, std::u16string_view key, std::u16string_view name)
+{
+    std::optional<RegistryValue> result;
+    bool inKey = false;
+    while (!text.empty()) {
+        auto const line = take_line(text);
+        if (line.empty() || line.front() == u';')
+            continue;
+        if (line.front() == u'[') {
+            inKey = line.back() == u']' && equal_ignoring_case(line.substr(1, line.size() - 2), key);
+            continue;
+        }
+        KelpString found;
+        auto const value = value_part(line, found);
+        if (!found.empty() && inKey && equal_ignoring_case(found, name))
+            if (auto parsed = parse_value(value))
+                result = std::move(parsed);
+        // Bytes may go on over several lines, which are no values of their own.
+        if (begins_ignoring_case(value, u"hex"))
+            for (auto part = value; !part.empty() && part.back() == u'\\';)
+                part = take_line(text);
+    }
+    return result;
+}

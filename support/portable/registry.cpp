@@ -1,0 +1,85 @@
+#include "host/registry.h"
+#include "common/registry_text.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+constexpr off_t kLargestFile = 1024 * 1024;
+
+// The folders that may hold settings, the most personal first.
+std::vector<std::string> setting_folders()
+{
+    std::vector<std::string> folders;
+    if (auto const folder = std::getenv("XDG_CONFIG_HOME"); folder != nullptr && *folder == '/')
+        folders.emplace_back(folder);
+    if (auto const home = std::getenv("HOME"); home != nullptr && *home == '/')
+        folders.push_back(std::string(home) + "/.config");
+    folders.emplace_back("/etc");
+    return folders;
+}
+
+// The bytes of a settings file; none for a file that is missing, too large or no regular one.
+std::string read_file(std::string const & path)
+{
+    std::string bytes;
+    int const file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    if (file < 0)
+        return bytes;
+    struct ::stat state;
+    if (::fstat(file, &state) == 0 && S_ISREG(state.st_mode) && state.st_size <= kLargestFile) {
+        char buffer[4096];
+        for (;;) {
+            auto const count = ::read(file, buffer, sizeof buffer);
+            if (count < 0 && errno == EINTR)
+                continue;
+            if (count <= 0 || bytes.size() > static_cast<std::size_t>(kLargestFile))
+                break;
+            bytes.append(buffer, static_cast<std::size_t>(count));
+        }
+    }
+    ::close(file);
+    return bytes;
+}
+
+std::optional<RegistryValue> find_value(
+    RegistryWrapper::RootKey root, KelpString const & key, KelpString const & name)
+{
+    if (root != RegistryWrapper::LocalMachine)
+        return std::nullopt;
+    KelpString fullKey("HKEY_LOCAL_MACHINE\\");
+    fullKey += key;
+    for (auto const & folder : setting_folders()) {
+        auto const text = decode_registry_text(read_file(folder + "/odbomodule/registry.reg"));
+        if (auto value = find_registry_value(text, fullKey, name))
+            return value;
+    }
+    return std::nullopt;
+}
+
+}
+
+bool RegistryWrapper::readRegKeyValue(
+    RootKey root, KelpString const & key, KelpString const & name, KelpString & out)
+{
+    auto const value = find_value(root, key, name);
+    auto const text = value ? std::get_if<KelpString>(&*value) : nullptr;
+    if (text != nullptr)
+        out = *text;
+    return text != nullptr;
+}
+
+bool RegistryWrapper::readRegKeyValue(RootKey root, KelpString const & key, KelpString const & name, bool & out)
+{
+    auto const value = find_value(root, key, name);
+    auto const number = value ? std::get_if<std::uint32_t>(&*value) : nullptr;
+    if (number != nullptr)
+        out = *number != 0;
+    return number != nullptr;
+}
