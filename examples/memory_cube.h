@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -100,7 +101,7 @@ struct Node final : BRIM_o::Expression {
     {
         VariantInit(&fValue);
     }
-    Node(BRIM_o::ExpressionType type, std::u16string text) : Node(type) { fText = std::move(text); }
+    Node(BRIM_o::ExpressionType type, std::u16string_view text) : Node(type) { fText = text; }
     // A number.
     explicit Node(double number) : Node(BRIM_o::ET_VALUE)
     {

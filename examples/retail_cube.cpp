@@ -50,6 +50,7 @@ MemberRow const kMembers[] = {
     { "Customers", "All Customers|Japan|東京都|東京|山田 花子" },
 };
 
+// Where one hangs shows in its parent alone: the server knows each by the name of its hierarchy and its own.
 struct CalculationRow {
     char const * hierarchy;
     char const * name;
@@ -147,8 +148,7 @@ void RetailCube::add_calculation(std::string_view hierarchy, std::string_view na
 {
     auto * const owner = find(fHierarchyOf, std::string(hierarchy));
     KelpString const parentUniqueName = parent.empty() ? KelpString() : member(hierarchy, parent)->fUniqueName;
-    KelpString const uniqueName = below(parent.empty() ? owner->fUniqueName : parentUniqueName, name);
-    auto & calculation = fCalculations.emplace_back(owner, uniqueName, parentUniqueName);
+    auto & calculation = fCalculations.emplace_back(owner, below(owner->fUniqueName, name), parentUniqueName);
     fCalculationOf[key(hierarchy, name)] = &calculation;
     owner->fCalculations.emplace_back(static_cast<BRIM_o::CalculationId>(fCalculations.size()), &calculation);
 }

@@ -23,10 +23,10 @@ struct Report {
         return RefPtr(generator->GenerateField(cube.member(hierarchy, path)));
     }
     RefPtr<MDXField> measure(char const * name) { return member("Measures", name); }
-    // A member that the statement itself defines.
+    // A calculated member, by the name under which it is defined.
     RefPtr<MDXField> calculated(char const * hierarchy, char const * name)
     {
-        return RefPtr(generator->GenerateField(cube.calculation(hierarchy, name), KelpString(name)));
+        return RefPtr(generator->GenerateField(cube.calculation(hierarchy, name), KelpString::fromUTF8(name)));
     }
     RefPtr<MDXTuple> tuple(std::vector<RefPtr<MDXField>> const & fields)
     {
@@ -34,6 +34,12 @@ struct Report {
         for (auto const & field : fields)
             tuple->AddField(field.get());
         return tuple;
+    }
+    RefPtr<MDXValue> sum(RefPtr<MDXSet> const & set)
+    {
+        RefPtr value(generator->GenerateValue(0));
+        value->TakeSum(set.get());
+        return value;
     }
     RefPtr<MDXSet> list(std::vector<RefPtr<MDXField>> const & fields)
     {
@@ -74,16 +80,28 @@ void log_query(Report & report, MDXQuery const & query)
     std::cout << "The statement was written to the query log.\n\n";
 }
 
+void members_on_the_server(Report & report)
+{
+    auto const create = report.query<MDXCreateQuery>(MDXQuery::QT_CREATE);
+    auto const flagships = report.sum(
+        report.list({ report.member("Store", "All Stores|Ireland|Leinster|Dublin|O'Brien's Corner"),
+            report.member("Store", "All Stores|Japan|東京都|東京|銀座 Store 7") }));
+    create->AddMemberFormula(report.calculated("Store", "Flagship Stores").get(), flagships.get(), 1, kNone, kNone);
+    auto const rest = report.sum(
+        report.list({ report.member("Store", "All Stores|Brazil"), report.member("Store", "All Stores|Japan") }));
+    create->AddMemberFormula(report.calculated("Store", "Rest of the World").get(), rest.get(), 1, kNone, kNone);
+    print("Calculated members on the server", *create);
+}
+
 // The stores in the order of the cube, with two countries opened, the ones that sold little left out, and the
 // calculated member put back behind them.
 RefPtr<MDXSet> opened_stores(Report & report)
 {
-    auto const & stores = report.cube.hierarchy("Store");
+    auto * const stores = report.cube.hierarchy("Store");
     RefPtr rows(report.generator->GenerateSet(stores));
-    rows->DrillDownOnSet(report
-                             .list({ report.member("Store", "All Stores|Ireland"),
-                                 report.member("Store", "All Stores|Switzerland") })
-                             .get());
+    auto const opened = report.list(
+        { report.member("Store", "All Stores|Ireland"), report.member("Store", "All Stores|Switzerland") });
+    rows->DrillDownOnSet(opened.get());
 
     Node current(BRIM_o::ET_CURRENT), currentValue(BRIM_o::ET_TUPLE_VALUE, { &current }), least(1000.0);
     Node enough(BRIM_o::ET_GREATERTHANOREQUALTO, { &currentValue, &least });
@@ -102,9 +120,9 @@ void filtered_report(Report & report)
     RefPtr margin(report.generator->GenerateValue("[Measures].[Store Sales] - [Measures].[Store Cost]"));
     query->AddMemberFormula(profit.get(), margin.get(), 2, { "FORMAT_STRING" }, { "'#,##0.00'" });
 
-    RefPtr countries(report.generator->GenerateValue("Aggregate( { [Store].[All Stores].[Ireland], "
-                                                     "[Store].[All Stores].[Switzerland] } )"));
-    query->AddMemberFormula(report.calculated("Store", "Europe").get(), countries.get(), 1, {}, {});
+    auto const countries = report.sum(report.list(
+        { report.member("Store", "All Stores|Ireland"), report.member("Store", "All Stores|Switzerland") }));
+    query->AddMemberFormula(report.calculated("Store", "Europe").get(), countries.get(), 1, kNone, kNone);
 
     auto const measures = report.list({ report.measure("Unit Sales"), report.measure("Store Sales"), profit });
     query->AddAxisSpecification(0, measures.get(), kNone, MDXSelectQuery::NES_ALL);
@@ -144,11 +162,12 @@ void best_products(Report & report)
 
 void stores_by_quarter(Report & report)
 {
-    auto columns = report.list({ report.member("Calendar", "2025|Q1"), report.member("Calendar", "2025|Q2") });
+    auto const columns = report.list(
+        { report.member("Calendar", "2025|Q1"), report.member("Calendar", "2025|Q2") });
     *columns *= *report.list({ report.measure("Unit Sales"), report.measure("Customer Count") });
-    auto rows = report.list({ report.member("Store", "All Stores|Brazil|São Paulo"),
-        report.member("Store", "All Stores|Japan|東京都"),
-        report.member("Store", "All Stores|Ireland|Leinster|Dublin|O'Brien's Corner") });
+    auto const rows = report.list(
+        { report.member("Store", "All Stores|Brazil|São Paulo"), report.member("Store", "All Stores|Japan|東京都"),
+            report.member("Store", "All Stores|Ireland|Leinster|Dublin|O'Brien's Corner") });
     *rows += *report.member("Store", "All Stores|Switzerland|Zürich");
 
     auto const query = report.select();
@@ -159,7 +178,7 @@ void stores_by_quarter(Report & report)
 
 void around_a_month(Report & report)
 {
-    auto quarter = report.member("Calendar", "2025|Q1|January");
+    auto const quarter = report.member("Calendar", "2025|Q1|January");
     quarter->MoveToParent();
     RefPtr months(report.generator->GenerateSet());
     months->TakeChildren(quarter.get());
@@ -181,13 +200,21 @@ void named_set(Report & report)
     print("A named set on the server", *create);
 
     auto const query = report.select();
-    RefPtr rows(report.generator->GenerateSet(KelpString("[Flagship Places]")));
+    RefPtr rows(report.generator->GenerateSet("[Flagship Places]"));
     query->AddAxisSpecification(0, rows.get(), kNone, MDXSelectQuery::NES_ALL);
     print("A statement that uses it", *query);
 
     auto const drop = report.query<MDXDropQuery>(MDXQuery::QT_DROP);
     drop->AddSetToDrop("[Flagship Places]");
     print("The end of the named set", *drop);
+}
+
+void end_of_the_members(Report & report)
+{
+    auto const drop = report.query<MDXDropQuery>(MDXQuery::QT_DROP);
+    for (char const * name : { "Flagship Stores", "Rest of the World" })
+        drop->AddMemberToDrop(report.calculated("Store", name)->getText());
+    print("The end of the calculated members", *drop);
 }
 
 void refused_direction(Report & report)
@@ -207,11 +234,13 @@ void refused_direction(Report & report)
 int main()
 {
     Report report;
+    members_on_the_server(report);
     filtered_report(report);
     ordered_cities(report);
     best_products(report);
     stores_by_quarter(report);
     around_a_month(report);
     named_set(report);
+    end_of_the_members(report);
     refused_direction(report);
 }

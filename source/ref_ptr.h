@@ -6,11 +6,8 @@ template <class Object>
 class RefPtr {
 public:
     RefPtr() noexcept = default;
-    explicit RefPtr(Object * object) noexcept
-        : fObject(object)
-    {}
-    RefPtr(RefPtr const & other)
-        : fObject(other.fObject)
+    explicit RefPtr(Object * object) noexcept : fObject(object) {}
+    RefPtr(RefPtr const & other) : fObject(other.fObject)
     {
         if (fObject != nullptr)
             fObject->use();

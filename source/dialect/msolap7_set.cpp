@@ -67,9 +67,9 @@ MDXSet * MSOLAP7Set::TakeAncestorsOfSet(KelpString const & set, BRIM_o::Hierarch
 MDXSet * MSOLAP7Set::TakeSiblings(MDXField const * field, BRIM_o::Dimension const *)
 {
     fQuotedTextValid = false;
-    KelpString const f = field->getText();
-    fText = concat("STRTOSET( IIF( ", f, ".LEVEL.UNIQUENAME = ", f, ".HIERARCHY.LEVELS(0).UNIQUENAME, \"", f,
-        ".HIERARCHY.LEVELS(0).MEMBERS\", \"", f, ".PARENT.CHILDREN\" ) ) ");
+    fText = concat("STRTOSET( IIF( ", field->getText(), ".LEVEL.UNIQUENAME = ", field->getText(),
+        ".HIERARCHY.LEVELS(0).UNIQUENAME, \"", field->getText(), ".HIERARCHY.LEVELS(0).MEMBERS\", \"",
+        field->getText(), ".PARENT.CHILDREN\" ) ) ");
     return this;
 }
 
@@ -86,7 +86,7 @@ MDXSet * MSOLAP7Set::TakeChildren(
         fText = concat("GENERATE( ", s, ", GENERATE( ", h, ".CURRENTMEMBER.CHILDREN, DESCENDANTS( ", h,
             ".CURRENTMEMBER, ", level, ", SELF ) ) )");
     else if (all)
-        fText = concat("GENERATE( ", s, ", ", h, ".CURRENTMEMBER.CHILDREN )+", s);
+        fText = concat("GENERATE( ", s, ", ", h, ".CURRENTMEMBER.CHILDREN )+", set->getText());
     else
         fText = concat("GENERATE( ", s, ", ", h, ".CURRENTMEMBER.CHILDREN )");
     return this;

@@ -17,7 +17,7 @@ class Decimal {
 public:
     explicit Decimal(std::int64_t number) noexcept
     {
-        char digits[kMost];
+        char digits[kMost] = {};
         fLength = static_cast<std::size_t>(std::to_chars(digits, digits + kMost, number).ptr - digits);
         for (std::size_t i = 0; i < fLength; ++i)
             fDigits[i] = static_cast<char16_t>(digits[i]);
@@ -70,10 +70,12 @@ inline char16_t * write(char16_t * at, std::u16string_view text) noexcept
 template <std::size_t Size>
 void append(KelpString & text, char const (&literal)[Size])
 {
-    char16_t wide[Size];
-    for (std::size_t i = 0; i + 1 < Size; ++i)
-        wide[i] = static_cast<unsigned char>(literal[i]);
-    text.append(wide, Size - 1);
+    if constexpr (Size > 1) {
+        char16_t wide[Size - 1];
+        for (std::size_t i = 0; i + 1 < Size; ++i)
+            wide[i] = static_cast<unsigned char>(literal[i]);
+        text.append(wide, Size - 1);
+    }
 }
 inline void append(KelpString & text, std::string_view narrow)
 {
@@ -151,6 +153,17 @@ void rewrite(KelpString & text, Pieces const &... pieces)
             at = piece::write(at, piece);
     };
     (put(pieces), ...);
+}
+
+// text = text + keyword + right, in the buffer of the longer one. `right` is used up.
+inline void merge(KelpString & text, std::string_view keyword, KelpString & right)
+{
+    if (right.size() <= text.size()) {
+        append(text, keyword, right);
+        return;
+    }
+    rewrite(right, text, keyword, right);
+    text.swap(right);
 }
 
 // What `text_of` gives for each item, with the separator between two of them.

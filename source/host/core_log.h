@@ -4,9 +4,7 @@
 
 #include <atomic>
 #include <cstdint>
-#include <map>
 #include <mutex>
-#include <utility>
 
 // The process-wide log of the support library. Each module has a level for each of its sub-modules, 0 at
 // first. Everything may be called from any thread.
@@ -31,8 +29,11 @@ public:
     void setSink(Sink sink, void * context);
 
 private:
+    struct Levels;
+
+    // Every new object asks for its level, so that looking one up takes no lock: entries are only ever added.
+    std::atomic<Levels *> fLevels{ nullptr };
     std::mutex fMutex;
-    std::map<std::pair<KelpString, KelpString>, VerbosityType> fLevels;
     Sink fSink = nullptr;
     void * fContext = nullptr;
 };

@@ -39,9 +39,11 @@ MDXSet::~MDXSet() = default;
 
 void MDXSet::operator=(MDXSet const & other)
 {
+    bool const valid = other.fQuotedTextValid;
+    fQuotedTextValid = false;
     fText = other.fText;
     fQuotedText = other.fQuotedText;
-    fQuotedTextValid = other.fQuotedTextValid;
+    fQuotedTextValid = valid;
 }
 
 KelpString MDXSet::getText() const

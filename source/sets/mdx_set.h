@@ -206,17 +206,17 @@ protected:
     bool fQuotedTextValid = false;
 
 private:
-    using Expression = BRIM_o::Expression;
-
-    void translate_payload(KelpString & text, Expression * expression);
-    void translate_value(KelpString & text, Expression * expression);
-    void translate_bool(KelpString & text, Expression * expression);
-    void translate_enclosed(KelpString & text, Expression * expression, MDXTuple const * tuple,
+    void translate_payload(KelpString & text, BRIM_o::Expression * expression);
+    void translate_value(KelpString & text, BRIM_o::Expression * expression);
+    void translate_bool(KelpString & text, BRIM_o::Expression * expression);
+    void translate_enclosed(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple,
         char const * opening, char const * closing);
-    void translate_infix(KelpString & text, Expression * expression, MDXTuple const * tuple, char const * keyword);
+    void translate_infix(
+        KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple, char const * keyword);
     void translate_arithmetic(
-        KelpString & text, Expression * expression, MDXTuple const * tuple, char const * sign);
-    void translate_range(KelpString & text, Expression * expression, MDXTuple const * tuple, bool between);
-    void translate_null_test(KelpString & text, Expression * expression, MDXTuple const * tuple);
-    void translate_list(KelpString & text, Expression * expression, MDXTuple const * tuple, char const * function);
+        KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple, char const * sign);
+    void translate_range(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple, bool between);
+    void translate_null_test(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple);
+    void translate_list(
+        KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple, char const * function);
 };

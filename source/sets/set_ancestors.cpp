@@ -16,14 +16,14 @@ public:
     AncestorChain(KelpString const & member, KelpString const & step, std::int64_t count)
         : fMember(member.size()), fStep(step.size())
     {
-        if (static_cast<double>(count) * static_cast<double>(count) * static_cast<double>(fStep) / 2 >
-            static_cast<double>(fText.max_size()) / 2)
+        count = std::max<std::int64_t>(count, 0);
+        if (static_cast<double>(count) * static_cast<double>(count) > static_cast<double>(fText.max_size()))
             throw std::length_error("a chain of ancestors that no text can hold");
         fText.reserve(length(count));
         KelpString steps;
         for (std::int64_t i = 0; i < count; ++i)
             steps.append(step);
-        for (std::int64_t generation = std::max<std::int64_t>(count, 0); generation >= 0; --generation) {
+        for (std::int64_t generation = count; generation >= 0; --generation) {
             append(
                 fText, member, std::u16string_view(steps).substr(0, fStep * static_cast<std::size_t>(generation)));
             if (generation > 0)
@@ -34,6 +34,15 @@ public:
     std::u16string_view from(std::int64_t count) const
     {
         return std::u16string_view(fText).substr(fText.size() - length(count));
+    }
+
+    // The length of all chains from `count` down to the member, with room for `around` characters beside each.
+    std::size_t length_of_all(std::int64_t count, std::size_t around) const
+    {
+        std::size_t sum = 0;
+        for (std::int64_t k = count; k >= 0; --k)
+            sum += length(k) + around;
+        return sum;
     }
 
 private:
@@ -48,6 +57,9 @@ private:
     std::size_t fStep;
 };
 
+// What stands around a chain, beside the member or hierarchy; an estimate will do.
+constexpr std::size_t kAroundChain = 80;
+
 }
 
 MDXSet * MDXSet::TakeAncestorsOfMember(KelpString const & member, bool all, std::int32_t count)
@@ -57,6 +69,7 @@ MDXSet * MDXSet::TakeAncestorsOfMember(KelpString const & member, bool all, std:
 
     KelpString text = concat(" { Ancestor( ", member, ", {", chain.from(count), "}.Item(0).Item(0).Level )");
     if (all) {
+        text.reserve(chain.length_of_all(count, member.size() + kAroundChain));
         for (std::int64_t k = std::int64_t{ count } - 1; k >= 0; --k)
             append(text, ", Ancestor( ", member, ", {", chain.from(k), "}.Item(0).Item(0).Level )");
     }
@@ -94,6 +107,7 @@ MDXSet * MDXSet::take_counted_ancestors(
         return this;
     }
     KelpString text = concat(" GENERATE( ", set, " , { ");
+    text.reserve(text.size() + chain.length_of_all(count, h.size() + kAroundChain));
     for (std::int64_t k = count; k >= 0; --k) {
         if (k < count)
             append(text, ", ");

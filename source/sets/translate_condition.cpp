@@ -179,7 +179,7 @@ void MDXSet::translate_infix(
     translate_condition(text, operand(expression, 0), tuple);
     KelpString right;
     translate_condition(right, operand(expression, 1), tuple);
-    append(text, std::string_view(keyword), right);
+    merge(text, keyword, right);
 }
 
 // A tuple's value stands bare, any other operand in parentheses.
@@ -192,11 +192,9 @@ void MDXSet::translate_arithmetic(
         rewrite(text, "( ", text, " )");
     KelpString right;
     translate_condition(right, operand(expression, 1), tuple);
-    append(text, std::string_view(sign));
     if (operand(expression, 1)->getType() != ET_TUPLE_VALUE)
-        append(text, "( ", right, " )");
-    else
-        append(text, right);
+        rewrite(right, "( ", right, " )");
+    merge(text, sign, right);
 }
 
 // The first operand is translated once and written twice.

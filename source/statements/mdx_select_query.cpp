@@ -18,6 +18,12 @@ MDXSelectQuery::MDXAxisSpecification::~MDXAxisSpecification() = default;
 KelpString MDXSelectQuery::MDXAxisSpecification::getText()
 {
     KelpString text;
+    append_to(text);
+    return text;
+}
+
+void MDXSelectQuery::MDXAxisSpecification::append_to(KelpString & text) const
+{
     if (fNonEmpty)
         append(text, "NON EMPTY ");
     append(text, fSet->getText());
@@ -30,7 +36,6 @@ KelpString MDXSelectQuery::MDXAxisSpecification::getText()
         append(text, "ROWS ");
     else
         append(text, "AXIS(", decimal(fAxisNumber), ") ");
-    return text;
 }
 
 void MDXSelectQuery::MDXAxisSpecification::writeText(KelpString & out)
@@ -74,7 +79,7 @@ KelpString MDXSelectQuery::getText(bool multiLine) const
     for (auto const & axis : fAxes) {
         if (&axis != &fAxes.front())
             text += multiLine ? ",\n       " : ", ";
-        append(text, axis->getText());
+        axis->append_to(text);
     }
     text += multiLine ? "\nFROM " : "FROM ";
     append(text, fCubeName, " ");

@@ -35,6 +35,9 @@ public:
         virtual void writeText(KelpString & out);
 
     private:
+        friend class MDXSelectQuery;
+        void append_to(KelpString & text) const;
+
         bool fNonEmpty;
         RefPtr<MDXSet> fSet;
         std::int32_t fAxisNumber;

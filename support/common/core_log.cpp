@@ -19,10 +19,33 @@ std::atomic<support_dll::AssertionHandler> gAssertionHandler{ nullptr };
 
 }
 
+struct CoreLog::Levels {
+    KelpString module;
+    KelpString subModule;
+    VerbosityType level;
+    Levels * next;
+
+    static VerbosityType * find(Levels * entry, char const * module, KelpString const & subModule)
+    {
+        for (; entry != nullptr; entry = entry->next) {
+            if (entry->subModule == subModule && entry->module.strcmp(module, false) == 0)
+                return &entry->level;
+        }
+        return nullptr;
+    }
+};
+
 CoreLog::VerbosityType * CoreLog::getModuleVerbosity(char const * module, KelpString const & subModule)
 {
+    if (VerbosityType * const level = Levels::find(fLevels.load(std::memory_order_acquire), module, subModule))
+        return level;
     std::lock_guard<std::mutex> const guard(fMutex);
-    return &fLevels.try_emplace({ KelpString(module), subModule }, 0).first->second;
+    Levels * const first = fLevels.load(std::memory_order_relaxed);
+    if (VerbosityType * const level = Levels::find(first, module, subModule))
+        return level;
+    auto * const added = new Levels{ module, subModule, 0, first };
+    fLevels.store(added, std::memory_order_release);
+    return &added->level;
 }
 
 void CoreLog::log(std::uint32_t code, std::int32_t level, char const * module, KelpString const & subModule,

@@ -2,6 +2,7 @@
 #include "common/narrow_text.h"
 
 #include <algorithm>
+#include <cstring>
 #include <ostream>
 
 namespace {
@@ -134,7 +135,20 @@ KelpString & KelpString::operator+=(char16_t character)
 
 KelpString::size_type KelpString::find(char character, size_type position) const noexcept
 {
-    return Base::find(static_cast<char16_t>(static_cast<unsigned char>(character)), position);
+    // The C library looks for a byte much faster than the string for a character; what it finds may be the other
+    // half of one.
+    auto const wanted = static_cast<char16_t>(static_cast<unsigned char>(character));
+    auto const * const bytes = reinterpret_cast<unsigned char const *>(data());
+    size_type const end = 2 * size();
+    for (size_type at = 2 * std::min(position, size()); at < end; at += 2) {
+        auto const * const found = std::memchr(bytes + at, static_cast<unsigned char>(character), end - at);
+        if (found == nullptr)
+            return npos;
+        at = static_cast<size_type>(static_cast<unsigned char const *>(found) - bytes) / 2 * 2;
+        if ((*this)[at / 2] == wanted)
+            return at / 2;
+    }
+    return npos;
 }
 
 std::int32_t KelpString::strcmp(char const * text, bool ignoreCase) const noexcept

@@ -10,6 +10,6 @@ int main()
     MDXSet * stores = generator->GenerateSet("{[Store].[All]}");
     query->AddAxisSpecification(0, stores, {}, MDXSelectQuery::NES_NON_EMPTY);
     stores->unuse();
-    std::cout << query->getText();
+    std::cout << query->getText(false);
     query->unuse();
 }

@@ -1,0 +1,444 @@
+#include "memory_cube.h"
+#include "odbomodule.h"
+#include "ratio_table.h"
+
+#include "frame/concat.h"
+#include "host/string_converters.h"
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+
+#if defined(__linux__)
+#include <malloc.h>
+#include <pthread.h>
+#include <sched.h>
+#endif
+
+using benchmark::DoNotOptimize;
+using memory_cube::Node;
+
+namespace {
+
+struct GiveBack {
+    template <class Object>
+    void operator()(Object * object) const
+    {
+        object->unuse();
+    }
+};
+template <class Object>
+using Held = std::unique_ptr<Object, GiveBack>;
+
+// The floor of anything that makes a text: allocate it and copy its pieces.
+std::u16string copy_of(std::initializer_list<std::u16string_view> pieces)
+{
+    std::size_t size = 0;
+    for (auto const piece : pieces)
+        size += piece.size();
+    std::u16string text;
+    text.reserve(size);
+    for (auto const piece : pieces)
+        text.append(piece);
+    return text;
+}
+
+std::shared_ptr<MDXQueryGenerator> generator()
+{
+    static std::shared_ptr<MDXQueryGenerator> const one(createMSOLAP7QueryGenerator("[Sales]", false));
+    return one;
+}
+
+void add_joins()
+{
+    struct Size {
+        std::size_t characters;
+        double bar;
+    };
+    for (Size const size :
+        { Size{ 32, 2.2 }, Size{ 256, 2.2 }, Size{ 4096, 1.6 }, Size{ 65536, 1.3 }, Size{ 1 << 20, 1.3 } }) {
+        KelpString const a(KelpString::Base(size.characters / 2 / 2, u'a'));
+        KelpString const b(KelpString::Base(size.characters / 2 / 2, u'b'));
+        RatioTable::add(
+            "join, " + std::to_string(size.characters) + " bytes", size.bar,
+            [=] { DoNotOptimize(concat("CROSSJOIN( ", a, ", ", b, " )")); },
+            [=] {
+                DoNotOptimize(copy_of({ u"CROSSJOIN( ", a, u", ", b, u" )" }));
+            });
+    }
+}
+
+void add_chains()
+{
+    struct Chain {
+        int wraps;
+        double bar;
+    };
+    for (Chain const chain : { Chain{ 100, 1.0 }, Chain{ 1000, 0.75 }, Chain{ 10000, 0.7 } }) {
+        RatioTable::add(
+            "wraps in a chain, " + std::to_string(chain.wraps), chain.bar,
+            [=] {
+                Held<MDXSet> const set(generator()->GenerateSet(KelpString("s")));
+                KelpString condition("c");
+                for (int i = 0; i < chain.wraps; ++i)
+                    set->TakeFilter(condition);
+                DoNotOptimize(set.get());
+            },
+            [=] {
+                std::u16string text = u"s";
+                for (int i = 0; i < chain.wraps; ++i)
+                    text = copy_of({ u"FILTER( ", text, u", ", u"c", u")" });
+                DoNotOptimize(text);
+            });
+    }
+    struct Count {
+        std::int32_t generations;
+        double bar;
+    };
+    for (Count const count : { Count{ 50, 1.3 }, Count{ 100, 1.5 } }) {
+        KelpString const member("[Store].[Geo].[Japan]");
+        Held<MDXSet> const finished(generator()->GenerateSet());
+        finished->TakeAncestorsOfMember(member, true, count.generations);
+        KelpString const text = finished->getText();
+        RatioTable::add(
+            "all ancestors, count " + std::to_string(count.generations), count.bar,
+            [=] {
+                Held<MDXSet> const set(generator()->GenerateSet());
+                set->TakeAncestorsOfMember(member, true, count.generations);
+                DoNotOptimize(set.get());
+            },
+            [=] { DoNotOptimize(copy_of({ text })); });
+    }
+}
+
+void add_selects()
+{
+    for (int const axes : { 2, 8, 64 }) {
+        std::u16string const characters(512, u'x'); // 1 KiB
+        std::shared_ptr<MDXSelectQuery> const query(
+            static_cast<MDXSelectQuery *>(generator()->GenerateQuery(MDXQuery::QT_SELECT, nullptr)), GiveBack());
+        for (int axis = 0; axis < axes; ++axis) {
+            Held<MDXSet> const set(generator()->GenerateSet(KelpString(characters)));
+            query->AddAxisSpecification(axis, set.get(), {}, MDXSelectQuery::NES_NON_EMPTY);
+        }
+        KelpString const text = query->getText(false);
+        RatioTable::add(
+            "SELECT of " + std::to_string(axes) + " axes of 1 KiB", 4,
+            [=] { DoNotOptimize(query->getText(false)); }, [=] { DoNotOptimize(copy_of({ text })); });
+    }
+}
+
+void add_objects()
+{
+    std::shared_ptr<MDXSet> const set(generator()->GenerateSet(), GiveBack());
+    auto const mutex = std::make_shared<std::unique_ptr<std::mutex>>(std::make_unique<std::mutex>());
+    RatioTable::add(
+        "use and unuse", 1.7,
+        [=] {
+            set->use();
+            set->unuse();
+        },
+        [=] {
+            std::mutex & held = **mutex;
+            held.lock();
+            DoNotOptimize(held);
+            held.unlock();
+            held.lock();
+            DoNotOptimize(held);
+            held.unlock();
+        });
+    KelpString const text("{[Store].[Geo].[Japan]}");
+    RatioTable::add(
+        "make and end one set", 1.4, [=] { generator()->GenerateSet(text)->unuse(); },
+        [=] {
+            auto const object = std::make_unique<std::array<char, sizeof(MDXSet)>>();
+            auto const lock = std::make_unique<std::mutex>();
+            DoNotOptimize(object.get());
+            DoNotOptimize(lock.get());
+            DoNotOptimize(copy_of({ text }));
+        });
+}
+
+struct Tree {
+    std::deque<Node> nodes;
+    Node * top = nullptr;
+
+    Node * add(BRIM_o::ExpressionType type, Node * a, Node * b)
+    {
+        return &nodes.emplace_back(type, std::vector<BRIM_o::Expression *>{ a, b });
+    }
+    Node * leaf() { return &nodes.emplace_back(BRIM_o::ET_STRING, u"[Measures].[Sales] > 10"); }
+    Node * balanced(int count)
+    {
+        return count <= 1 ? leaf() : add(BRIM_o::ET_AND, balanced(count / 2), balanced(count - count / 2));
+    }
+};
+
+std::shared_ptr<Tree> left_deep(int levels)
+{
+    auto tree = std::make_shared<Tree>();
+    tree->top = tree->leaf();
+    for (int i = 0; i < levels; ++i)
+        tree->top = tree->add(BRIM_o::ET_AND, tree->top, tree->leaf());
+    return tree;
+}
+
+std::shared_ptr<Tree> right_deep(int levels)
+{
+    auto tree = std::make_shared<Tree>();
+    tree->top = tree->leaf();
+    for (int i = 0; i < levels; ++i)
+        tree->top = tree->add(BRIM_o::ET_AND, tree->leaf(), tree->top);
+    return tree;
+}
+
+// The floor of a translation: a walk that appends to one text.
+void walk(std::u16string & text, BRIM_o::Expression * node)
+{
+    if (node->getType() != BRIM_o::ET_AND) {
+        text += node->getString();
+        return;
+    }
+    walk(text, node->getChildren()[0]);
+    text += u" AND ";
+    walk(text, node->getChildren()[1]);
+}
+
+void add_condition(std::string const & name, double bar, std::shared_ptr<Tree> const & tree,
+    std::function<void(BRIM_o::Expression *)> const & floor)
+{
+    std::shared_ptr<MDXSet> const set(generator()->GenerateSet(), GiveBack());
+    RatioTable::add(
+        name, bar, [=] { set->Filter(tree->top, nullptr); }, [=] { floor(tree->top); });
+}
+
+void add_conditions()
+{
+    auto const one_text = [](BRIM_o::Expression * top) {
+        std::u16string text;
+        walk(text, top);
+        DoNotOptimize(text);
+    };
+    auto balanced = std::make_shared<Tree>();
+    balanced->top = balanced->balanced(500);
+    add_condition("condition, balanced, 1,000 nodes", 3.6, balanced, one_text);
+    add_condition("condition, left-deep, 1,000", 2.5, left_deep(1000), one_text);
+    add_condition("condition, left-deep, 10,000", 2.5, left_deep(10000), one_text);
+    auto const copies = [](BRIM_o::Expression * top) {
+        std::vector<BRIM_o::Expression *> path;
+        for (; top->getType() == BRIM_o::ET_AND; top = top->getChildren()[1])
+            path.push_back(top);
+        std::u16string text = top->getString();
+        for (auto node = path.rbegin(); node != path.rend(); ++node)
+            text = copy_of({ (*node)->getChildren()[0]->getString(), u" AND ", text });
+        DoNotOptimize(text);
+    };
+    add_condition("condition, right-deep, 1,000", 0.8, right_deep(1000), copies);
+    add_condition("condition, right-deep, 10,000", 0.8, right_deep(10000), copies);
+}
+
+void add_small_work()
+{
+    for (int const every : { 0, 100 }) {
+        KelpString source(KelpString::Base(1 << 19, u'x'));
+        for (std::size_t i = 0; every > 0 && i < source.size(); i += static_cast<std::size_t>(every))
+            source[i] = u'\'';
+        RatioTable::add(
+            every == 0 ? "quoting 1 MiB, no quote" : "quoting 1 MiB, 1 % quotes", every == 0 ? 4.5 : 8,
+            [=] {
+                KelpString quoted;
+                quote_member_name(quoted, source);
+                DoNotOptimize(quoted);
+            },
+            [=] { DoNotOptimize(copy_of({ source })); });
+    }
+    RatioTable::add(
+        "number to text", 0.4, [] { DoNotOptimize(concat(decimal(-123456789))); },
+        [] {
+            char digits[32];
+            std::snprintf(digits, sizeof digits, "%d", -123456789);
+            std::u16string text(digits, digits + std::char_traits<char>::length(digits));
+            DoNotOptimize(text);
+        });
+    RatioTable::add(
+        "real to text", 0.6,
+        [] {
+            KelpString text;
+            StringConverters::convertRealToString(1234.5678, text, 10, 16, false);
+            DoNotOptimize(text);
+        },
+        [] {
+            char digits[32];
+            std::snprintf(digits, sizeof digits, "%.16g", 1234.5678);
+            std::u16string text(digits, digits + std::char_traits<char>::length(digits));
+            DoNotOptimize(text);
+        });
+}
+
+// A report's statement: two axes, a calculated member, a slicer of two; about 550 characters.
+KelpString report_statement()
+{
+    MDXQueryGenerator & g = *generator();
+    Held<MDXSelectQuery> const query(static_cast<MDXSelectQuery *>(g.GenerateQuery(MDXQuery::QT_SELECT, nullptr)));
+
+    Held<MDXField> const profit(g.GenerateField(KelpString("[Measures]"), KelpString("Profit Rate")));
+    Held<MDXValue> const rate(g.GenerateValue(KelpString("[Measures].[Profit] / [Measures].[Sales]")));
+    query->AddMemberFormula(profit.get(), rate.get(), 10, { "FORMAT_STRING" }, { "'0.00%'" });
+
+    Held<MDXSet> const measures(g.GenerateSet(KelpString("{[Measures].[Sales],[Measures].[Profit Rate]}")));
+    query->AddAxisSpecification(0, measures.get(), {}, MDXSelectQuery::NES_ALL);
+
+    Held<MDXSet> const rows(g.GenerateSet(KelpString("AddCalculatedMembers([Store].[Geo].members)")));
+    KelpString condition("[Measures].[Sales] > 1000");
+    Held<MDXField> const sales(g.GenerateField(KelpString("[Measures].[Sales]")));
+    Held<MDXTuple> const key(g.GenerateTuple());
+    key->AddField(sales.get());
+    Held<MDXSet> const years(g.GenerateSet(KelpString("{[Time].[Calendar].[2025],[Time].[Calendar].[2026]}")));
+    rows->DrillDownOnSet(KelpString("[Store].[Geo].[Japan]"));
+    rows->TakeFilter(condition);
+    *rows *= *years;
+    rows->TakeExtremity(MDXSet::Top, MDXSet::Count, KelpString("10"), key.get());
+    query->AddAxisSpecification(1, rows.get(), {}, MDXSelectQuery::NES_NON_EMPTY);
+
+    Held<MDXField> const product(g.GenerateField(KelpString("[Product].[All Products].[Drink]")));
+    Held<MDXField> const customer(g.GenerateField(KelpString("[Customers].[All Customers].[USA]")));
+    query->AddSlicerSpecification(product.get());
+    query->AddSlicerSpecification(customer.get());
+    return query->getText(false);
+}
+
+// The same, glued by hand.
+std::u16string report_by_hand()
+{
+    using S = std::u16string;
+    S const cube = u"[Sales]";
+    S const profit = S(u"[Measures]") + u".[" + u"Profit Rate" + u"]";
+    S const rate = u"[Measures].[Profit] / [Measures].[Sales]";
+    S const formula = S(u"MEMBER ") + profit + u" AS ' " + rate + u" ' " + u", SOLVE_ORDER = " + u"10" + u", " +
+                      u"FORMAT_STRING" + u" = " + u"'0.00%'" + u" ";
+    S const columns = S(u"{[Measures].[Sales],[Measures].[Profit Rate]}") + u" ON " + u"COLUMNS ";
+    S rows = u"AddCalculatedMembers([Store].[Geo].members)";
+    rows = S(u"DRILLDOWNMEMBER( ") + rows + u", {" + u"[Store].[Geo].[Japan]" + u"} ) ";
+    rows = S(u"FILTER( ") + rows + u", " + u"[Measures].[Sales] > 1000" + u")";
+    rows = S(u"CROSSJOIN( ") + rows + u", " + u"{[Time].[Calendar].[2025],[Time].[Calendar].[2026]}" + u" )";
+    rows = S(u"TOP") + u"COUNT( " + rows + u", " + u"10" + u", " + u"[Measures].[Sales]" + u" ) ";
+    rows = S(u"NON EMPTY ") + rows + u" ON " + u"ROWS ";
+    S const slicer = S(u"( ") + u"[Product].[All Products].[Drink]" + u", " + u"[Customers].[All Customers].[USA]" +
+                     u" ) ";
+    return S(u"WITH ") + formula + u"SELECT " + columns + u", " + rows + u"FROM " + cube + u" " + u"WHERE " +
+           slicer + u" ";
+}
+
+#if defined(__linux__)
+
+// Notes how far down the stack the translation has come when it reaches the innermost leaf.
+struct Probe final : BRIM_o::Expression {
+    std::vector<BRIM_o::Expression *> none;
+    char * lowest = nullptr;
+
+    std::vector<BRIM_o::Expression *> const & getChildren() override { return none; }
+    BRIM_o::ExpressionType getType() override
+    {
+        char here = 0;
+        lowest = &here;
+        DoNotOptimize(lowest);
+        return BRIM_o::ET_UNDEFINED;
+    }
+    VARIANT const * getValue() override { return nullptr; }
+    char16_t const * getString() override { return u""; }
+};
+
+void print_stack_use(char const * name, BRIM_o::ExpressionType type, bool left, std::size_t stack, int levels)
+{
+    struct Job {
+        BRIM_o::ExpressionType type;
+        bool left;
+        int levels;
+        double perLevel;
+    } job{ type, left, levels, 0 };
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    pthread_attr_setstacksize(&attributes, stack);
+    pthread_t thread;
+    auto const body = [](void * context) -> void * {
+        Job & todo = *static_cast<Job *>(context);
+        Probe probe;
+        std::deque<Node> nodes;
+        BRIM_o::Expression * top = &probe;
+        for (int i = 0; i < todo.levels; ++i) {
+            BRIM_o::Expression * const leaf = &nodes.emplace_back(BRIM_o::ET_UNDEFINED);
+            top = &nodes.emplace_back(todo.type, todo.left ? std::vector<BRIM_o::Expression *>{ top, leaf, leaf }
+                                                           : std::vector<BRIM_o::Expression *>{ leaf, top, leaf });
+        }
+        Held<MDXSet> const set(generator()->GenerateSet());
+        char here = 0;
+        char * const start = &here;
+        set->Filter(top, nullptr);
+        todo.perLevel = static_cast<double>(start - probe.lowest) / todo.levels;
+        return nullptr;
+    };
+    if (pthread_create(&thread, &attributes, body, &job) == 0)
+        pthread_join(thread, nullptr);
+    std::printf("%-48s %5.0f bytes a level, %d levels within %zu MiB\n", name, job.perLevel, levels, stack >> 20);
+}
+
+#endif
+
+}
+
+int main(int argc, char ** argv)
+{
+#if defined(__linux__)
+    // The allocator otherwise goes to the system for long texts, and the same code swings by three.
+    mallopt(M_MMAP_THRESHOLD, 1 << 30);
+    mallopt(M_TRIM_THRESHOLD, 1 << 30);
+    cpu_set_t processor;
+    CPU_ZERO(&processor);
+    CPU_SET(0, &processor);
+    sched_setaffinity(0, sizeof processor, &processor);
+#endif
+    std::string const statement = report_statement().toUTF8();
+    if (report_statement() != KelpString(report_by_hand())) {
+        std::printf(
+            "the statements differ:\n%s\n%s\n", statement.c_str(), KelpString(report_by_hand()).toUTF8().c_str());
+        return 1;
+    }
+
+    add_joins();
+    add_chains();
+    add_selects();
+    add_objects();
+    add_conditions();
+    add_small_work();
+    RatioTable::add(
+        "a report's statement, " + std::to_string(statement.size()) + " characters", 1.0,
+        [] { DoNotOptimize(report_statement()); }, [] { DoNotOptimize(report_by_hand()); });
+
+    std::vector<char *> arguments(argv, argv + argc);
+    std::string options[] = { "--benchmark_enable_random_interleaving=true", "--benchmark_repetitions=5",
+        "--benchmark_min_time=0.02" };
+    for (std::string & option : options)
+        arguments.insert(arguments.begin() + 1, option.data());
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+    RatioTable table;
+    benchmark::RunSpecifiedBenchmarks(&table);
+
+#if defined(__linux__)
+    for (bool const left : { true, false }) {
+        std::string const side = left ? "left" : "right";
+        for (auto const & [kind, type] : { std::pair{ "AND", BRIM_o::ET_AND }, std::pair{ "ADD", BRIM_o::ET_ADD },
+                 std::pair{ "FILTER", BRIM_o::ET_FILTER }, std::pair{ "BETWEEN", BRIM_o::ET_BETWEEN } }) {
+            // The text of a range doubles with each level of its first operand.
+            int const levels = type == BRIM_o::ET_BETWEEN && left ? 16 : 8000;
+            print_stack_use((side + "-deep " + kind).c_str(), type, left, 1 << 20, levels);
+        }
+        print_stack_use((side + "-deep AND").c_str(), BRIM_o::ET_AND, left, 8 << 20, 65000);
+    }
+#endif
+    return 0;
+}

@@ -1,0 +1,6 @@
+#pragma once
+#include <cstddef>
+
+// Every allocation that the test makes on this thread goes through here, so that it can be counted or fail.
+extern thread_local std::size_t gAllocations;
+extern thread_local std::size_t gFailAt; // 1 fails the next one; 0 none
