@@ -20,6 +20,18 @@ Held<Query> statement(Fixture const & f, MDXQuery::QueryType type)
     return Held<Query>(query);
 }
 
+template <class Error, class Body, class Look>
+int caught_as(Body const & body, Look const & look)
+{
+    try {
+        body();
+    } catch (Error const & error) {
+        look(error);
+        return 1;
+    }
+    return 0;
+}
+
 }
 
 TEST(Dialect, SetFactories)
@@ -176,10 +188,6 @@ TEST(Dialect, Sets)
             " GENERATE( {S} , { { ANCESTOR( [Store].[Geo].CURRENTMEMBER.PARENT, { [Store].[Geo].CURRENTMEMBER.PARENT, "
             "[Store].[Geo].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) }, { ANCESTOR( [Store].[Geo].CURRENTMEMBER.PARENT, "
             "{ [Store].[Geo].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) } } ) " },
-        { "ancestors, counted",
-            [](Fixture & f) { return f.set->TakeAncestorsOfSet("{S}", &f.hierarchy, false, 0, 2); },
-            " GENERATE( {S} , { ANCESTOR( [Store].[Geo].CURRENTMEMBER, {[Store].[Geo].CURRENTMEMBER}"
-            ".ITEM(0).ITEM(0).LEVEL )  } ) " },
         { "ancestors, nothing but open",
             [](Fixture & f) { return f.set->TakeAncestorsOfSet("{S}", &f.hierarchy, false, -1, -1); },
             " GENERATE( {S} , { ANCESTOR( [Store].[Geo].CURRENTMEMBER, {[Store].[Geo].CURRENTMEMBER}"
@@ -283,29 +291,11 @@ TEST(Dialect, ErrorsAreCaughtAsWhatTheyAre)
         EXPECT_EQ(nullptr, error.getInsert(2));
         EXPECT_EQ("The value -7 is out of range for the enumeration QueryType.", error.getText().toUTF8());
     };
-    auto const generate = [&](int type) {
+    auto const generate = [&](int type = -7) {
         f.generator->GenerateQuery(static_cast<MDXQuery::QueryType>(type), nullptr);
     };
-    int caught = 0;
-    try {
-        generate(-7);
-    } catch (MDXError const & error) {
-        look(error);
-        ++caught;
-    }
-    try {
-        generate(-7);
-    } catch (BaseError const & error) {
-        look(error);
-        ++caught;
-    }
-    try {
-        generate(-7);
-    } catch (BRIM_o::AnyError const & error) {
-        look(error);
-        ++caught;
-    }
-    EXPECT_EQ(3, caught);
+    EXPECT_EQ(3, caught_as<MDXError>(generate, look) + caught_as<BaseError>(generate, look) +
+                     caught_as<BRIM_o::AnyError>(generate, look));
     expect_error(Raises{ 33648758, { "3", "QueryType" } }, [&] { generate(3); });
     expect_error(Raises{ 33648758, { "7", "QueryType" } }, [&] { generate(7); });
     auto const query = statement<MDXSelectQuery>(f, MDXQuery::QT_SELECT);

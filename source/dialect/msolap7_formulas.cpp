@@ -23,5 +23,7 @@ KelpString MSOLAP7MemberSpecification::getText()
 {
     check_properties();
     KelpString const member = fMember->getText();
-    return concat("MEMBER ", prefix(fQualified), member, " AS ' ", fValue->getQuotedText(), " ' ", clauses(), " ");
+    KelpString text = concat("MEMBER ", prefix(fQualified), member, " AS ' ", fValue->getQuotedText(), " ' ");
+    append_clauses(text);
+    return text;
 }

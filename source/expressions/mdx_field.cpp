@@ -17,7 +17,8 @@ static KelpString parent_of(BRIM_o::Calculation const * calculation)
     return parent;
 }
 
-MDXField::MDXField(KelpString && text) : RefCount(KelpString("MDXField"), gNextId++), fText(std::move(text)) {}
+MDXField::MDXField(KelpString && text) : RefCount(KelpString::Base(u"MDXField"), gNextId++), fText(std::move(text))
+{}
 
 MDXField::MDXField(KelpString const & text) : MDXField(KelpString(text)) {}
 

@@ -8,7 +8,9 @@
 static std::atomic<std::int32_t> gNextId{ 0 };
 
 MDXMemberProperty::MDXMemberProperty(KelpString const & ownerName, KelpString const & propertyName)
-    : RefCount(KelpString("MDXMemberProperty"), gNextId++), fOwnerName(ownerName), fPropertyName(propertyName)
+    : RefCount(KelpString::Base(u"MDXMemberProperty"), gNextId++),
+      fOwnerName(ownerName),
+      fPropertyName(propertyName)
 {}
 
 MDXMemberProperty::~MDXMemberProperty() = default;

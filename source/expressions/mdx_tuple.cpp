@@ -19,7 +19,7 @@ static KelpString tuple_text(std::vector<MDXField *> const & fields, TextOf cons
     return concat("( ", join(fields, ", ", text_of), " ) ");
 }
 
-MDXTuple::MDXTuple() : RefCount(KelpString("MDXTuple"), gNextId++) {}
+MDXTuple::MDXTuple() : RefCount(KelpString::Base(u"MDXTuple"), gNextId++) {}
 
 MDXTuple::MDXTuple(MDXTuple const & other) : RefCount(other), fFields(other.fFields)
 {

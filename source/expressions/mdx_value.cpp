@@ -10,7 +10,8 @@
 
 static std::atomic<std::int32_t> gNextId{ 0 };
 
-MDXValue::MDXValue(KelpString && text) : RefCount(KelpString("MDXValue"), gNextId++), fText(std::move(text)) {}
+MDXValue::MDXValue(KelpString && text) : RefCount(KelpString::Base(u"MDXValue"), gNextId++), fText(std::move(text))
+{}
 
 MDXValue::MDXValue(KelpString const & text) : MDXValue(KelpString(text)) {}
 

@@ -5,6 +5,7 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -79,8 +80,13 @@ void append(KelpString & text, char const (&literal)[Size])
 }
 inline void append(KelpString & text, std::string_view narrow)
 {
-    for (char const character : narrow)
-        text.push_back(static_cast<unsigned char>(character));
+    char16_t wide[32];
+    while (!narrow.empty()) {
+        std::string_view const part = narrow.substr(0, std::size(wide));
+        write(wide, part);
+        text.append(wide, part.size());
+        narrow.remove_prefix(part.size());
+    }
 }
 inline void append(KelpString & text, std::u16string_view wide)
 {
@@ -155,16 +161,12 @@ void rewrite(KelpString & text, Pieces const &... pieces)
     (put(pieces), ...);
 }
 
-// text = text + keyword + right, in the buffer of the longer one. `right` is used up.
-inline void merge(KelpString & text, std::string_view keyword, KelpString & right)
-{
-    if (right.size() <= text.size()) {
-        append(text, keyword, right);
-        return;
-    }
-    rewrite(right, text, keyword, right);
-    text.swap(right);
-}
+// text = text + keyword + right, in the buffer of the longer one. `right` is used up. These two are functions of
+// their own so that a recursion that ends in them keeps a small stack frame.
+void merge(KelpString & text, std::string_view keyword, KelpString & right);
+
+// text = opening + text + closing
+void enclose(KelpString & text, std::string_view opening, std::string_view closing);
 
 // What `text_of` gives for each item, with the separator between two of them.
 template <class Items, std::size_t Size, class TextOf>

@@ -3,8 +3,10 @@
 #include "host/kelp_string.h"
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <mutex>
+#include <string_view>
 
 // The process-wide log of the support library. Each module has a level for each of its sub-modules, 0 at
 // first. Everything may be called from any thread.
@@ -29,10 +31,13 @@ public:
     void setSink(Sink sink, void * context);
 
 private:
-    struct Levels;
+    struct Level;
+    static VerbosityType * find(Level * first, std::string_view module, KelpString const & subModule);
 
-    // Every new object asks for its level, so that looking one up takes no lock: entries are only ever added.
-    std::atomic<Levels *> fLevels{ nullptr };
+    // Lists by a hash of the sub-module. Every new object asks for its level, so that looking one up takes no
+    // lock: entries are only ever added.
+    static constexpr std::size_t kBuckets = 64;
+    std::atomic<Level *> fLevels[kBuckets] = {};
     std::mutex fMutex;
     Sink fSink = nullptr;
     void * fContext = nullptr;

@@ -17,7 +17,7 @@ static KelpString braced_list(std::vector<Element *> const & elements)
     return concat(" { ", join(elements, ", ", [](Element const * element) { return element->getText(); }), " } ");
 }
 
-MDXSet::MDXSet(KelpString && text) : RefCount(KelpString("MDXSet"), gNextId++), fText(std::move(text)) {}
+MDXSet::MDXSet(KelpString && text) : RefCount(KelpString::Base(u"MDXSet"), gNextId++), fText(std::move(text)) {}
 
 MDXSet::MDXSet(KelpString const & text) : MDXSet(KelpString(text)) {}
 

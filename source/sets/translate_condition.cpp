@@ -169,7 +169,7 @@ void MDXSet::translate_enclosed(
 {
     text.clear();
     translate_condition(text, operand(expression, 0), tuple);
-    rewrite(text, std::string_view(opening), text, std::string_view(closing));
+    enclose(text, opening, closing);
 }
 
 void MDXSet::translate_infix(
@@ -189,11 +189,11 @@ void MDXSet::translate_arithmetic(
     text.clear();
     translate_condition(text, operand(expression, 0), tuple);
     if (operand(expression, 0)->getType() != ET_TUPLE_VALUE)
-        rewrite(text, "( ", text, " )");
+        enclose(text, "( ", " )");
     KelpString right;
     translate_condition(right, operand(expression, 1), tuple);
     if (operand(expression, 1)->getType() != ET_TUPLE_VALUE)
-        rewrite(right, "( ", right, " )");
+        enclose(right, "( ", " )");
     merge(text, sign, right);
 }
 
@@ -205,11 +205,14 @@ void MDXSet::translate_range(KelpString & text, Expression * expression, MDXTupl
     std::size_t const length = text.size();
     KelpString bound;
     translate_condition(bound, operand(expression, 1), tuple);
-    append(text, std::string_view(between ? " >= " : " < "), bound, std::string_view(between ? " AND " : " OR "));
+    text += between ? " >= " : " < ";
+    text += bound;
+    text += between ? " AND " : " OR ";
     text.append(text, 0, length);
     bound.clear();
     translate_condition(bound, operand(expression, 2), tuple);
-    append(text, std::string_view(between ? " <= " : " > "), bound);
+    text += between ? " <= " : " > ";
+    text += bound;
 }
 
 void MDXSet::translate_null_test(KelpString & text, Expression * expression, MDXTuple const * tuple)
@@ -228,14 +231,14 @@ void MDXSet::translate_list(
 {
     text.clear();
     translate_condition(text, operand(expression, 0), tuple);
-    rewrite(text, std::string_view(function != nullptr ? function : "( "), text);
+    enclose(text, function != nullptr ? function : "( ", "");
     std::size_t const held = expression->getChildren().size();
     std::size_t const read = function != nullptr ? std::clamp<std::size_t>(held, 2, 3) : held;
     KelpString next;
     for (std::size_t i = 1; i < read; ++i) {
         next.clear();
         translate_condition(next, operand(expression, i), tuple);
-        append(text, ", ", next);
+        merge(text, ", ", next);
     }
-    append(text, std::string_view(function != nullptr ? " )" : " ) "));
+    text += function != nullptr ? " )" : " ) ";
 }

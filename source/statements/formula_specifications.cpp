@@ -52,21 +52,22 @@ void MDXMemberSpecification::check_properties() const
         throw MDXError(MDX_ERR_PROPERTY_COUNT_MISMATCH);
 }
 
-KelpString MDXMemberSpecification::clauses() const
+void MDXMemberSpecification::append_clauses(KelpString & text) const
 {
-    KelpString text;
     if (fSolveOrder > -1)
         append(text, ", SOLVE_ORDER = ", decimal(fSolveOrder));
     for (std::size_t i = 0; i < fPropertyNames.size(); ++i)
         append(text, ", ", fPropertyNames[i], " = ", fPropertyValues[i]);
-    return text;
+    append(text, " ");
 }
 
 KelpString MDXMemberSpecification::getText()
 {
     check_properties();
     KelpString const member = fMember->getText();
-    return concat("MEMBER ", prefix(fQualified), member, " AS ", fValue->getText(), clauses(), " ");
+    KelpString text = concat("MEMBER ", prefix(fQualified), member, " AS ", fValue->getText());
+    append_clauses(text);
+    return text;
 }
 
 void MDXMemberSpecification::writeText(KelpString & out)

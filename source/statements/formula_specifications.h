@@ -61,8 +61,8 @@ public:
 
 protected:
     void check_properties() const;
-    // Solve order and properties, each with ", " ahead.
-    KelpString clauses() const;
+    // Appends solve order and properties, each with ", " ahead, and the closing blank.
+    void append_clauses(KelpString & text) const;
 
     RefPtr<MDXField> fMember;
     RefPtr<MDXValue> fValue;

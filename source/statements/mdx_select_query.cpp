@@ -8,6 +8,9 @@
 #include "sets/mdx_set.h"
 #include "statements/formula_specifications.h"
 
+// Room for most statements; longer ones grow.
+static constexpr std::size_t kUsualLength = 512;
+
 MDXSelectQuery::MDXAxisSpecification::MDXAxisSpecification(
     std::int32_t axis, MDXSet * set, std::vector<KelpString> const & properties, bool nonEmpty)
     : fNonEmpty(nonEmpty), fSet(hold(set)), fAxisNumber(axis), fProperties(properties)
@@ -62,6 +65,7 @@ KelpString MDXSelectQuery::getText(bool multiLine) const
         throw MDXError(MDX_ERR_NO_AXES);
 
     KelpString text;
+    text.reserve(kUsualLength);
     for (auto const & formula : fFormulas) {
         bool const first = &formula == &fFormulas.front();
         if (first)
@@ -79,7 +83,11 @@ KelpString MDXSelectQuery::getText(bool multiLine) const
     for (auto const & axis : fAxes) {
         if (&axis != &fAxes.front())
             text += multiLine ? ",\n       " : ", ";
+        std::size_t const start = text.size();
         axis->append_to(text);
+        // A guess that spares most of the growing.
+        if (&axis == &fAxes.front())
+            text.reserve(text.size() + (text.size() - start) * fAxes.size());
     }
     text += multiLine ? "\nFROM " : "FROM ";
     append(text, fCubeName, " ");

@@ -3,7 +3,9 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <numeric>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -19,32 +21,33 @@ std::atomic<support_dll::AssertionHandler> gAssertionHandler{ nullptr };
 
 }
 
-struct CoreLog::Levels {
-    KelpString module;
+struct CoreLog::Level {
+    std::string module;
     KelpString subModule;
     VerbosityType level;
-    Levels * next;
-
-    static VerbosityType * find(Levels * entry, char const * module, KelpString const & subModule)
-    {
-        for (; entry != nullptr; entry = entry->next) {
-            if (entry->subModule == subModule && entry->module.strcmp(module, false) == 0)
-                return &entry->level;
-        }
-        return nullptr;
-    }
+    Level * next;
 };
+
+CoreLog::VerbosityType * CoreLog::find(Level * first, std::string_view module, KelpString const & subModule)
+{
+    for (; first != nullptr; first = first->next) {
+        if (first->subModule == subModule && first->module == module)
+            return &first->level;
+    }
+    return nullptr;
+}
 
 CoreLog::VerbosityType * CoreLog::getModuleVerbosity(char const * module, KelpString const & subModule)
 {
-    if (VerbosityType * const level = Levels::find(fLevels.load(std::memory_order_acquire), module, subModule))
+    auto & bucket = fLevels[std::accumulate(subModule.begin(), subModule.end(), std::size_t{ 0 }) % kBuckets];
+    if (VerbosityType * const level = find(bucket.load(std::memory_order_acquire), module, subModule))
         return level;
     std::lock_guard<std::mutex> const guard(fMutex);
-    Levels * const first = fLevels.load(std::memory_order_relaxed);
-    if (VerbosityType * const level = Levels::find(first, module, subModule))
+    Level * const first = bucket.load(std::memory_order_relaxed);
+    if (VerbosityType * const level = find(first, module, subModule))
         return level;
-    auto * const added = new Levels{ module, subModule, 0, first };
-    fLevels.store(added, std::memory_order_release);
+    auto * const added = new Level{ module, subModule, 0, first };
+    bucket.store(added, std::memory_order_release);
     return &added->level;
 }
 
