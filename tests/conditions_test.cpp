@@ -34,9 +34,7 @@ private:
         std::vector<Tree> fOperands;
         Node fNode;
 
-        Parts(std::vector<Tree> operands, ExpressionType type, std::vector<Expression *> children)
-            : fOperands(std::move(operands)), fNode(type, std::move(children))
-        {}
+        Parts(std::vector<Tree> operands, ExpressionType type, std::vector<Expression *> children) : fOperands(std::move(operands)), fNode(type, std::move(children)) {}
     };
     std::shared_ptr<Expression> fRoot;
 };
@@ -62,8 +60,7 @@ Tree real(double number)
 // On Windows a BSTR has wide characters.
 Tree written(char16_t const * characters, ExpressionType kind = ET_VALUE)
 {
-    return value(VT_BSTR, &VARIANT::bstrVal,
-        SysAllocString(reinterpret_cast<std::remove_pointer_t<BSTR> const *>(characters)), kind);
+    return value(VT_BSTR, &VARIANT::bstrVal, SysAllocString(reinterpret_cast<std::remove_pointer_t<BSTR> const *>(characters)), kind);
 }
 Tree money(std::int64_t tenThousandths)
 {
@@ -156,8 +153,7 @@ TEST(Conditions, Values)
         { "text", written(u"9.25"), "9.25" },
         { "money", money(12345), "1.2345" },
         { "past the whole doubles", value(VT_I8, &VARIANT::llVal, 9007199254740993), "9007199254740992" },
-        { "largest whole", value(VT_UI8, &VARIANT::ullVal, std::numeric_limits<std::uint64_t>::max()),
-            "1.844674407370955e+19" },
+        { "largest whole", value(VT_UI8, &VARIANT::ullVal, std::numeric_limits<std::uint64_t>::max()), "1.844674407370955e+19" },
         { "exponent", real(1e20), "1e+20" },
         { "shortest", real(9.2), "9.2" },
         { "16 digits", real(0.1 + 0.2), "0.3" },
@@ -219,20 +215,17 @@ TEST(Conditions, SetFunctions)
         { "bottom sum", { ET_BOTTOMSUM, { a, b, c } }, "BOTTOMSUM( a, b, c )" },
         { "top percent", { ET_TOPPERCENT, { a, b, c, kind(4) } }, "TOPPERCENT( a, b, c )" },
         { "bottom percent", { ET_BOTTOMPERCENT, { a, b, c } }, "BOTTOMPERCENT( a, b, c )" },
-        { "old set twice", { ET_EXCEPT, { ET_CURRENTSET, { ET_TOPCOUNT, { ET_CURRENTSET, real(3), x } } } },
-            "EXCEPT( {A}, TOPCOUNT( {A}, 3, x ) )" },
+        { "old set twice", { ET_EXCEPT, { ET_CURRENTSET, { ET_TOPCOUNT, { ET_CURRENTSET, real(3), x } } } }, "EXCEPT( {A}, TOPCOUNT( {A}, 3, x ) )" },
     });
 }
 
 TEST(Conditions, FilterAndTakeFilter)
 {
     std::vector<SetRow> const rows = {
-        { "the set itself", [](Fixture & f) { return f.set->Filter(Tree(ET_CURRENTSET).get(), nullptr); }, "{A}" },
-        { "text", [](Fixture & f) { return filter(f, text(u"it's")); }, "it's" },
-        { "tuple", [](Fixture & f) { return f.set->Filter(Tree(ET_CURRENT).get(), f.tuple.get()); },
-            "( [F], [G] ) " },
-        { "tuple without a field", [](Fixture & f) { return f.set->Filter(Tree(ET_CURRENT).get(), f.empty.get()); },
-            Raises{ MDX_ERR_EMPTY_TUPLE } },
+        { "the set itself", CALL(f.set->Filter(Tree(ET_CURRENTSET).get(), nullptr)), "{A}" },
+        { "text", CALL(filter(f, text(u"it's"))), "it's" },
+        { "tuple", CALL(f.set->Filter(Tree(ET_CURRENT).get(), f.tuple.get())), "( [F], [G] ) " },
+        { "tuple without a field", CALL(f.set->Filter(Tree(ET_CURRENT).get(), f.empty.get())), Raises{ MDX_ERR_EMPTY_TUPLE } },
         { "filtered",
             [](Fixture & f) {
                 Tree const null(ET_TUPLE_IS_NULL, { ET_CURRENT });
@@ -240,9 +233,8 @@ TEST(Conditions, FilterAndTakeFilter)
                 return f.set->TakeFilter(tree.get(), f.single.get());
             },
             "FILTER( {A}, x > 1.5 AND NOT( [F] = NULL ))" },
-        { "filtered by itself", [](Fixture & f) { return f.set->TakeFilter(Tree(ET_CURRENTSET).get(), nullptr); },
-            "FILTER( {A}, {A})" },
-        { "bad filter", [](Fixture & f) { return f.set->TakeFilter(Tree(kind(144)).get(), nullptr); }, kBad },
+        { "filtered by itself", CALL(f.set->TakeFilter(Tree(ET_CURRENTSET).get(), nullptr)), "FILTER( {A}, {A})" },
+        { "bad filter", CALL(f.set->TakeFilter(Tree(kind(144)).get(), nullptr)), kBad },
     };
     check(rows);
     check(rows, true);
@@ -284,8 +276,8 @@ TEST(Conditions, HookOrder)
 {
     Fixture f;
     Held<Watching> const set(new Watching(KelpString("{A}")));
-    Tree const tree(ET_AND, { { ET_LESSTHAN, { { ET_ADD, { x, text(u"n", ET_NATIVE) } }, ET_CURRENT } },
-                                { ET_NOT, { { ET_TUPLE_IS_NULL, { { ET_TUPLE, { a, ET_CURRENTSET } } } } } } });
+    Tree const tree(
+        ET_AND, { { ET_LESSTHAN, { { ET_ADD, { x, text(u"n", ET_NATIVE) } }, ET_CURRENT } }, { ET_NOT, { { ET_TUPLE_IS_NULL, { { ET_TUPLE, { a, ET_CURRENTSET } } } } } } });
     set->Filter(tree.get(), f.single.get());
     EXPECT_EQ("x + ( n ) < [F] AND NOT( ( a, {A} )  = NULL )", set->getText().toUTF8());
     EXPECT_EQ(f.single.get(), set->fTuple);
@@ -308,18 +300,13 @@ struct KindRow {
     std::int32_t number;
     std::size_t operands;
 };
-std::vector<KindRow> const gAsked = { { ET_BETWEEN, 0, 3 }, { ET_OUTSIDE, 1, 3 }, { ET_CURRENTSET, 3, 0 },
-    { ET_TUPLE_IS_NULL, 19, 1 }, { ET_FILTER, 37, 2 }, { ET_TOPSUM, 38, 2 }, { ET_BOTTOMSUM, 39, 2 },
-    { ET_TOPPERCENT, 40, 2 }, { ET_BOTTOMPERCENT, 41, 2 }, { ET_CURRENT, 42, 0 }, { ET_EXCEPT, 64, 2 },
-    { ET_BOTTOMCOUNT, 71, 2 }, { ET_TOPCOUNT, 72, 2 }, { ET_STRING, 124, 0 }, { ET_TUPLE, 140, 1 },
-    { ET_VALUE, 142, 0 }, { ET_AND, 151, 2 }, { ET_OR, 152, 2 }, { ET_NOT, 153, 1 }, { ET_ADD, 158, 2 },
-    { ET_SUBTRACT, 159, 2 }, { ET_TIMES, 160, 2 }, { ET_DIVIDE, 161, 2 }, { ET_INTDIVIDE, 162, 2 },
-    { ET_TEXT_193, 193, 0 }, { ET_TEXT_199, 199, 0 } };
-std::vector<KindRow> const gNotAsked = { { ET_NATIVE, 2, 0 }, { ET_TUPLE_VALUE, 52, 1 }, { ET_MEMBER_VALUE, 86, 1 },
-    { ET_UNDEFINED, 141, 0 }, { ET_BOOLVAL, 143, 0 }, { ET_EQUALTO, 145, 2 }, { ET_NOTEQUALTO, 146, 2 },
-    { ET_LESSTHAN, 147, 2 }, { ET_LESSTHANOREQUALTO, 148, 2 }, { ET_GREATERTHAN, 149, 2 },
-    { ET_GREATERTHANOREQUALTO, 150, 2 }, { ET_NEGATE, 157, 1 }, { ET_GROUP_190, 190, 1 },
-    { ET_GROUP_206, 206, 1 } };
+std::vector<KindRow> const gAsked = { { ET_BETWEEN, 0, 3 }, { ET_OUTSIDE, 1, 3 }, { ET_CURRENTSET, 3, 0 }, { ET_TUPLE_IS_NULL, 19, 1 }, { ET_FILTER, 37, 2 }, { ET_TOPSUM, 38, 2 },
+    { ET_BOTTOMSUM, 39, 2 }, { ET_TOPPERCENT, 40, 2 }, { ET_BOTTOMPERCENT, 41, 2 }, { ET_CURRENT, 42, 0 }, { ET_EXCEPT, 64, 2 }, { ET_BOTTOMCOUNT, 71, 2 }, { ET_TOPCOUNT, 72, 2 },
+    { ET_STRING, 124, 0 }, { ET_TUPLE, 140, 1 }, { ET_VALUE, 142, 0 }, { ET_AND, 151, 2 }, { ET_OR, 152, 2 }, { ET_NOT, 153, 1 }, { ET_ADD, 158, 2 }, { ET_SUBTRACT, 159, 2 },
+    { ET_TIMES, 160, 2 }, { ET_DIVIDE, 161, 2 }, { ET_INTDIVIDE, 162, 2 }, { ET_TEXT_193, 193, 0 }, { ET_TEXT_199, 199, 0 } };
+std::vector<KindRow> const gNotAsked = { { ET_NATIVE, 2, 0 }, { ET_TUPLE_VALUE, 52, 1 }, { ET_MEMBER_VALUE, 86, 1 }, { ET_UNDEFINED, 141, 0 }, { ET_BOOLVAL, 143, 0 },
+    { ET_EQUALTO, 145, 2 }, { ET_NOTEQUALTO, 146, 2 }, { ET_LESSTHAN, 147, 2 }, { ET_LESSTHANOREQUALTO, 148, 2 }, { ET_GREATERTHAN, 149, 2 }, { ET_GREATERTHANOREQUALTO, 150, 2 },
+    { ET_NEGATE, 157, 1 }, { ET_GROUP_190, 190, 1 }, { ET_GROUP_206, 206, 1 } };
 
 TEST(Conditions, KindsThatTheHookMayWrite)
 {

@@ -83,8 +83,7 @@ static std::string doubled_quotes(std::string const & text)
 }
 
 template <class Row, class Object>
-static void check_rows(
-    std::vector<Row> const & rows, Held<Object> Fixture::*subject, bool dialect, bool flatHierarchyNames)
+static void check_rows(std::vector<Row> const & rows, Held<Object> Fixture::*subject, bool dialect, bool flatHierarchyNames)
 {
     for (Row const & row : rows) {
         Fixture f(dialect, flatHierarchyNames);

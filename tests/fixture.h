@@ -78,6 +78,9 @@ struct Raises {
 
 using Expected = std::variant<std::string, Raises>;
 
+// What a row calls: an expression on the fixture `f`.
+#define CALL(...) []([[maybe_unused]] Fixture & f) { return __VA_ARGS__; }
+
 // A row: a name, an operation on one of the fixture's objects that returns what the operation returns, and the full
 // text (in UTF-8) that the object has afterwards, or the error that it raises.
 struct SetRow {

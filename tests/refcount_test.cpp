@@ -22,10 +22,8 @@ struct Lines {
     Lines()
     {
         support_dll::getLogObject()->setSink(
-            [](void * context, std::uint32_t code, std::int32_t level, KelpString const & module,
-                KelpString const & subModule, KelpString const & line) {
-                static_cast<Lines *>(context)->fAll.push_back(
-                    { code, level, module.toUTF8(), subModule.toUTF8(), line.toUTF8() });
+            [](void * context, std::uint32_t code, std::int32_t level, KelpString const & module, KelpString const & subModule, KelpString const & line) {
+                static_cast<Lines *>(context)->fAll.push_back({ code, level, module.toUTF8(), subModule.toUTF8(), line.toUTF8() });
             },
             this);
     }
@@ -45,11 +43,7 @@ struct Lines {
 struct Level {
     CoreLog::VerbosityType & fLevel;
 
-    Level(char const * module, char const * subModule, std::int32_t level)
-        : fLevel(*support_dll::getLogObject()->getModuleVerbosity(module, subModule))
-    {
-        fLevel = level;
-    }
+    Level(char const * module, char const * subModule, std::int32_t level) : fLevel(*support_dll::getLogObject()->getModuleVerbosity(module, subModule)) { fLevel = level; }
     ~Level() { fLevel = 0; }
 };
 
@@ -69,9 +63,7 @@ struct Assertions {
 
 class Thing final : public support::RefCount {
 public:
-    explicit Thing(std::function<void(Thing &)> atEnd, KelpString const & name = "Thing", std::int32_t id = 7)
-        : RefCount(name, id), fAtEnd(std::move(atEnd))
-    {}
+    explicit Thing(std::function<void(Thing &)> atEnd, KelpString const & name = "Thing", std::int32_t id = 7) : RefCount(name, id), fAtEnd(std::move(atEnd)) {}
     ~Thing() override { fAtEnd(*this); }
 
 private:
@@ -81,8 +73,7 @@ private:
 std::string hexadecimal(void const * address)
 {
     char text[32];
-    std::snprintf(
-        text, sizeof text, "%llx", static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(address)));
+    std::snprintf(text, sizeof text, "%llx", static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(address)));
     return text;
 }
 
@@ -181,11 +172,9 @@ TEST(RefCount, NumbersTheObjectsOfAClass)
     next_two(
         "MDXTuple", [] { return new General<MDXTuple>; }, [&] { return g.GenerateTuple(); });
     next_two(
-        "MDXMemberProperty", [] { return new MDXMemberProperty("a", "b"); },
-        [&] { return g.GenerateMemberProperty("a", "b"); });
+        "MDXMemberProperty", [] { return new MDXMemberProperty("a", "b"); }, [&] { return g.GenerateMemberProperty("a", "b"); });
     next_two(
-        "MDXQuery", [&] { return g.GenerateQuery(MDXQuery::QT_SELECT, nullptr); },
-        [&] { return g.GenerateQuery(MDXQuery::QT_DROP, nullptr); });
+        "MDXQuery", [&] { return g.GenerateQuery(MDXQuery::QT_SELECT, nullptr); }, [&] { return g.GenerateQuery(MDXQuery::QT_DROP, nullptr); });
 }
 
 TEST(RefPtr, TakesAndGivesBack)

@@ -27,8 +27,7 @@ struct TextRow {
 };
 
 TextRow const kTexts[] = {
-    { "narrow assigned", [](KelpString & t) { t = "a longer text than fits in place"; },
-        u"a longer text than fits in place" },
+    { "narrow assigned", [](KelpString & t) { t = "a longer text than fits in place"; }, u"a longer text than fits in place" },
     { "narrow null assigned", [](KelpString & t) { t = static_cast<char const *>(nullptr); }, u"" },
     { "wide assigned", [](KelpString & t) { t = u"\u00e9"; }, u"\u00e9" },
     { "wide null assigned", [](KelpString & t) { t = static_cast<char16_t const *>(nullptr); }, u"" },
@@ -93,8 +92,7 @@ TEST(KelpString, Compares)
         { u"\u0141", "A", true, 1 },
     };
     for (auto const & row : rows) {
-        EXPECT_EQ(KelpString(row.text).strcmp(row.other, row.ignoreCase), row.want)
-            << KelpString(row.text) << " with " << (row.other == nullptr ? "null" : row.other);
+        EXPECT_EQ(KelpString(row.text).strcmp(row.other, row.ignoreCase), row.want) << KelpString(row.text) << " with " << (row.other == nullptr ? "null" : row.other);
     }
 }
 
@@ -107,8 +105,7 @@ TEST(KelpString, ReadsAndWritesUTF8)
         bool wellFormed = false;
     };
     Row const rows[] = {
-        { "one to four bytes", "a\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF",
-            u"a\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF", true },
+        { "one to four bytes", "a\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", u"a\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF", true },
         { "around the surrogates", "\xED\x9F\xBF\xEE\x80\x80", u"\uD7FF\uE000", true },
         { "overlong, two bytes", "\xC0\xAF", u"\uFFFD\uFFFD" },
         { "overlong, three bytes", "\xE0\x9F\xBF", u"\uFFFD\uFFFD\uFFFD" },
@@ -259,9 +256,7 @@ FormatRow const kFormats[] = {
 TEST(FormatText, Conversions)
 {
     for (auto const & row : kFormats)
-        EXPECT_EQ(
-            KelpString(format_text(row.format, row.arguments.data(), row.arguments.size())).toUTF8(), row.want)
-            << row.format;
+        EXPECT_EQ(KelpString(format_text(row.format, row.arguments.data(), row.arguments.size())).toUTF8(), row.want) << row.format;
 }
 
 TEST(FormatText, SameInEveryLocale)
@@ -292,8 +287,7 @@ struct Lines {
     std::vector<std::string> lines;
     Lines() { support_dll::getLogObject()->setSink(take, this); }
     ~Lines() { support_dll::getLogObject()->setSink(nullptr, nullptr); }
-    static void take(void * context, std::uint32_t code, std::int32_t level, KelpString const & module,
-        KelpString const & subModule, KelpString const & line)
+    static void take(void * context, std::uint32_t code, std::int32_t level, KelpString const & module, KelpString const & subModule, KelpString const & line)
     {
         KelpString text;
         text.build("%x %d %s/%s: %s", code, level, module, subModule, line);
@@ -344,8 +338,7 @@ TEST(CoreLog, KeepsLevelsOfEachSubModule)
 TEST(AssertionFailure, CallsTheHandlerOrStops)
 {
     static std::string seen;
-    auto const old = support_dll::setAssertionHandler(
-        [](char const * expression, char const * file) { seen = std::string(expression) + " " + file; });
+    auto const old = support_dll::setAssertionHandler([](char const * expression, char const * file) { seen = std::string(expression) + " " + file; });
     support_dll::AssertionFailure("a > b", "file.cpp");
     EXPECT_EQ(seen, "a > b file.cpp");
     EXPECT_NE(support_dll::setAssertionHandler(nullptr), nullptr);
@@ -370,16 +363,14 @@ TEST(BaseError, PutsInsertsIntoItsMessage)
     };
     Row const rows[] = {
         { 0x201706B, {}, "The query has no axes." },
-        { 0x2017076, { "-1", "Sort::direction" },
-            "The value -1 is out of range for the enumeration Sort::direction." },
+        { 0x2017076, { "-1", "Sort::direction" }, "The value -1 is out of range for the enumeration Sort::direction." },
         { 0x2017076, { "%2", "%1" }, "The value %2 is out of range for the enumeration %1." },
         { 0x2017076, { "7" }, "The value 7 is out of range for the enumeration ." },
         { 0x2017071, { "7" }, "Error 0x02017071 of the module ODBOMODULE." },
     };
     for (auto const & row : rows)
         EXPECT_EQ(make_error(row.code, row.inserts).getText().toUTF8(), row.want);
-    for (std::uint32_t const code :
-        { 0x201706Cu, 0x201706Du, 0x201706Eu, 0x201706Fu, 0x2017070u, 0x2017077u, 0x2017078u, 0x2017079u })
+    for (std::uint32_t const code : { 0x201706Cu, 0x201706Du, 0x201706Eu, 0x201706Fu, 0x2017070u, 0x2017077u, 0x2017078u, 0x2017079u })
         EXPECT_EQ(make_error(code, {}).getText().find(u"Error 0x"), KelpString::npos) << code;
 }
 
@@ -396,9 +387,7 @@ TEST(BaseError, TravelsAsACopy)
         EXPECT_EQ(error.getInsert(-1), nullptr);
         Lines sink;
         error.log();
-        EXPECT_EQ(
-            sink.lines, std::vector<std::string>{
-                            "2017076 1 ODBOMODULE/: The value 7 is out of range for the enumeration QueryType." });
+        EXPECT_EQ(sink.lines, std::vector<std::string>{ "2017076 1 ODBOMODULE/: The value 7 is out of range for the enumeration QueryType." });
     }
 }
 

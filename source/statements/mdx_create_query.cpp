@@ -12,7 +12,11 @@ MDXCreateQuery::MDXCreateQuery(KelpString const & cubeName) : MDXQuery(cubeName)
     fQueryType = QT_CREATE;
 }
 
-MDXCreateQuery::~MDXCreateQuery() = default;
+MDXCreateQuery::~MDXCreateQuery()
+{
+    for (auto & formula : fFormulas)
+        formula.reset();
+}
 
 KelpString MDXCreateQuery::getText(bool) const
 {

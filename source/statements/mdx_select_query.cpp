@@ -8,8 +8,12 @@
 #include "sets/mdx_set.h"
 #include "statements/formula_specifications.h"
 
-// Room for most statements; longer ones grow.
+#include <algorithm>
+
+// Guesses that spare a text most of its growing: what most statements fit into, and how many axes are taken to be
+// as long as the first.
 static constexpr std::size_t kUsualLength = 512;
+static constexpr std::size_t kLikeTheFirst = 16;
 
 MDXSelectQuery::MDXAxisSpecification::MDXAxisSpecification(
     std::int32_t axis, MDXSet * set, std::vector<KelpString> const & properties, bool nonEmpty)
@@ -53,8 +57,10 @@ MDXSelectQuery::MDXSelectQuery(KelpString const & cubeName) : MDXQuery(cubeName)
 
 MDXSelectQuery::~MDXSelectQuery()
 {
-    fFormulas.clear();
-    fAxes.clear();
+    for (auto & formula : fFormulas)
+        formula.reset();
+    for (auto & axis : fAxes)
+        axis.reset();
 }
 
 KelpString MDXSelectQuery::getText(bool multiLine) const
@@ -85,9 +91,8 @@ KelpString MDXSelectQuery::getText(bool multiLine) const
             text += multiLine ? ",\n       " : ", ";
         std::size_t const start = text.size();
         axis->append_to(text);
-        // A guess that spares most of the growing.
         if (&axis == &fAxes.front())
-            text.reserve(text.size() + (text.size() - start) * fAxes.size());
+            text.reserve(text.size() + (text.size() - start) * std::min(fAxes.size(), kLikeTheFirst));
     }
     text += multiLine ? "\nFROM " : "FROM ";
     append(text, fCubeName, " ");

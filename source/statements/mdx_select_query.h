@@ -74,6 +74,8 @@ protected:
     ~MDXSelectQuery() override;
 
     std::vector<std::unique_ptr<MDXSingleFormulaSpecification>> fFormulas;
+
+private:
     std::vector<std::unique_ptr<MDXAxisSpecification>> fAxes;
     RefPtr<MDXTuple> fSlicer;
     std::vector<KelpString> fCellProperties;
