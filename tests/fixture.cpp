@@ -1,5 +1,7 @@
 #include "fixture.h"
 
+#include "host/core_log.h"
+
 Fixture::Fixture(bool dialect, bool flatHierarchyNames)
     : fDialect(dialect),
       generator(createMSOLAP7QueryGenerator("[Sales]", flatHierarchyNames)),
@@ -31,6 +33,21 @@ Held<MDXField> Fixture::makeField(KelpString const & text) const
 Held<MDXValue> Fixture::makeValue(KelpString const & text) const
 {
     return Held<MDXValue>(fDialect ? generator->GenerateValue(text) : new General<MDXValue>(text));
+}
+
+LogLines::LogLines()
+{
+    auto const take = [](void * context, std::uint32_t code, std::int32_t level, KelpString const & module, KelpString const & part, KelpString const & line) {
+        KelpString text;
+        text.build("%x %d %s/%s: %s", code, level, module, part, line);
+        static_cast<LogLines *>(context)->fAll.push_back(text.toUTF8());
+    };
+    support_dll::getLogObject()->setSink(take, this);
+}
+
+LogLines::~LogLines()
+{
+    support_dll::getLogObject()->setSink(nullptr, nullptr);
 }
 
 std::int32_t count_of(support::RefCount & object)
@@ -114,6 +131,12 @@ static void check_rows(std::vector<Row> const & rows, Held<Object> Fixture::*sub
 void check(std::vector<SetRow> const & rows, bool dialect, bool flatHierarchyNames)
 {
     check_rows(rows, &Fixture::set, dialect, flatHierarchyNames);
+}
+
+void check_both(std::vector<SetRow> const & rows)
+{
+    check(rows, false);
+    check(rows, true);
 }
 
 void check(std::vector<FieldRow> const & rows, bool dialect, bool flatHierarchyNames)

@@ -8,6 +8,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -103,8 +104,20 @@ struct ValueRow {
 // too), that the object itself is returned with its count as it was, that the other objects keep text and count, and
 // that an error leaves the text alone.
 void check(std::vector<SetRow> const & rows, bool dialect = false, bool flatHierarchyNames = false);
+void check_both(std::vector<SetRow> const & rows); // that the dialect inherits
 void check(std::vector<FieldRow> const & rows, bool dialect = false, bool flatHierarchyNames = false);
 void check(std::vector<ValueRow> const & rows, bool dialect = false, bool flatHierarchyNames = false);
+
+// Takes what the log gets for the length of a scope, as "code level module/part: text" with the code in hexadecimal.
+struct LogLines {
+    std::vector<std::string> fAll;
+
+    LogLines();
+    ~LogLines();
+    LogLines(LogLines const &) = delete;
+    LogLines & operator=(LogLines const &) = delete;
+    std::vector<std::string> take() { return std::exchange(fAll, {}); }
+};
 
 // The count of an object, which a reference to and fro tells.
 std::int32_t count_of(support::RefCount & object);

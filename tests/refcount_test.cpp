@@ -8,36 +8,7 @@
 
 namespace {
 
-// Collects what the log gets.
-struct Lines {
-    struct Line {
-        std::uint32_t code;
-        std::int32_t level;
-        std::string module;
-        std::string subModule;
-        std::string text;
-    };
-    std::vector<Line> fAll;
-
-    Lines()
-    {
-        support_dll::getLogObject()->setSink(
-            [](void * context, std::uint32_t code, std::int32_t level, KelpString const & module, KelpString const & subModule, KelpString const & line) {
-                static_cast<Lines *>(context)->fAll.push_back({ code, level, module.toUTF8(), subModule.toUTF8(), line.toUTF8() });
-            },
-            this);
-    }
-    ~Lines() { support_dll::getLogObject()->setSink(nullptr, nullptr); }
-
-    std::string take()
-    {
-        std::string text;
-        for (Line const & line : fAll)
-            text += line.text + "\n";
-        fAll.clear();
-        return text;
-    }
-};
+using Strings = std::vector<std::string>;
 
 // Sets a level for the length of a scope.
 struct Level {
@@ -72,20 +43,34 @@ private:
 
 std::string hexadecimal(void const * address)
 {
-    char text[32];
-    std::snprintf(text, sizeof text, "%llx", static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(address)));
-    return text;
+    return KelpString(format_text("%x", reinterpret_cast<std::uintptr_t>(address))).toUTF8();
+}
+
+template <class Body>
+void on_eight_threads(Body const & body)
+{
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 8; ++i)
+        threads.emplace_back(body);
+    for (std::thread & thread : threads)
+        thread.join();
 }
 
 }
 
-TEST(RefCount, CountsHolders)
+TEST(RefCount, CountsHoldersOnEightThreads)
 {
     bool ended = false;
     support::RefCount * const thing = new Thing([&](Thing &) { ended = true; });
     EXPECT_EQ(2, thing->use());
     EXPECT_EQ(3, thing->use());
     EXPECT_EQ(2, thing->unuse());
+    on_eight_threads([thing] {
+        for (int round = 0; round < 2000; ++round) {
+            thing->use();
+            thing->unuse();
+        }
+    });
     EXPECT_EQ(1, thing->unuse());
     EXPECT_FALSE(ended);
     EXPECT_EQ(0, thing->unuse());
@@ -110,71 +95,64 @@ TEST(RefCount, ReportsWhatIsNoOperation)
 
 TEST(RefCount, WritesItsLifeToTheLog)
 {
-    Lines lines;
+    LogLines lines;
     {
         Level const memory("MEMORY", "Thing", 4);
         Level const interface("INTERFACE", "Thing", 5);
         auto * const thing = new Thing([](Thing &) {});
         std::string const address = hexadecimal(thing);
-        EXPECT_EQ("Thing(007) " + address + " created\n", lines.take());
         thing->use();
-        ASSERT_EQ(1u, lines.fAll.size());
-        EXPECT_EQ(0xC2011000u, lines.fAll[0].code);
-        EXPECT_EQ(5, lines.fAll[0].level);
-        EXPECT_EQ("INTERFACE", lines.fAll[0].module);
-        EXPECT_EQ("Thing", lines.fAll[0].subModule);
-        EXPECT_EQ("Thing(007) " + address + " Refcount raised to 2\n", lines.take());
+        EXPECT_EQ((Strings{ "c2011000 4 MEMORY/Thing: Thing(007) " + address + " created", "c2011000 5 INTERFACE/Thing: Thing(007) " + address + " Refcount raised to 2" }),
+            lines.take());
 
         // A change of level reaches live objects; each line has its own threshold.
         interface.fLevel = 4;
         thing->unuse();
-        EXPECT_EQ("", lines.take());
+        EXPECT_EQ(Strings{}, lines.take());
         interface.fLevel = 6;
-        memory.fLevel = 3;
         thing->unuse();
-        EXPECT_EQ("Thing(007) " + address + " Refcount lowered to 0\n", lines.take());
+        EXPECT_EQ((Strings{ "c2011000 6 INTERFACE/Thing: Thing(007) " + address + " Refcount lowered to 0", "c2011000 4 MEMORY/Thing: Thing(007) " + address + " destroyed" }),
+            lines.take());
+        memory.fLevel = 3;
+        (new Thing([](Thing &) {}))->unuse();
+        EXPECT_EQ(1u, lines.take().size());
     }
-    {
-        Level const memory("MEMORY", std::string(150, 'N').c_str(), 4);
-        (new Thing([](Thing &) {}, KelpString(std::string(150, 'N').c_str())))->unuse();
-        EXPECT_EQ(std::string(127, 'N') + "\n" + std::string(127, 'N') + "\n", lines.take());
-    }
-    (new Thing([](Thing &) {}))->unuse();
-    EXPECT_EQ("", lines.take());
+    std::string const name(150, 'N');
+    Level const memory("MEMORY", name.c_str(), 4);
+    (new Thing([](Thing &) {}, KelpString(name.c_str())))->unuse();
+    std::string const cut = "c2011000 4 MEMORY/" + name + ": " + std::string(127, 'N');
+    EXPECT_EQ((Strings{ cut, cut }), lines.take());
 }
 
 // One counter for a general class and its dialect class; statements share one.
 TEST(RefCount, NumbersTheObjectsOfAClass)
 {
-    Fixture f;
-    std::vector<std::string> names;
-    auto const next_two = [&](char const * name, auto first, auto second) {
-        Lines lines;
-        Level const memory("MEMORY", name, 4);
-        auto * const a = first();
-        auto * const b = second();
-        int id = 0;
-        char text[64];
-        ASSERT_EQ(2u, lines.fAll.size()) << name;
-        ASSERT_EQ(1, std::sscanf(lines.fAll[0].text.c_str() + std::string(name).size(), "(%d)", &id)) << name;
-        std::snprintf(text, sizeof text, "%s(%03d) %s created", name, id + 1, hexadecimal(b).c_str());
-        EXPECT_EQ(text, lines.fAll[1].text);
-        a->unuse();
-        b->unuse();
+    using Objects = std::vector<support::RefCount *>;
+    struct Row {
+        std::string name;
+        Objects (*makeTwo)(Fixture &);
     };
-    MDXQueryGenerator & g = *f.generator;
-    next_two(
-        "MDXField", [] { return new General<MDXField>(KelpString("F")); }, [&] { return g.GenerateField("F"); });
-    next_two(
-        "MDXSet", [] { return new General<MDXSet>; }, [&] { return g.GenerateSet(); });
-    next_two(
-        "MDXValue", [] { return new General<MDXValue>(1); }, [&] { return g.GenerateValue(1); });
-    next_two(
-        "MDXTuple", [] { return new General<MDXTuple>; }, [&] { return g.GenerateTuple(); });
-    next_two(
-        "MDXMemberProperty", [] { return new MDXMemberProperty("a", "b"); }, [&] { return g.GenerateMemberProperty("a", "b"); });
-    next_two(
-        "MDXQuery", [&] { return g.GenerateQuery(MDXQuery::QT_SELECT, nullptr); }, [&] { return g.GenerateQuery(MDXQuery::QT_DROP, nullptr); });
+    Row const rows[] = {
+        { "MDXField", CALL(Objects{ new General<MDXField>(KelpString("F")), f.generator->GenerateField("F") }) },
+        { "MDXSet", CALL(Objects{ new General<MDXSet>, f.generator->GenerateSet() }) },
+        { "MDXValue", CALL(Objects{ new General<MDXValue>(1), f.generator->GenerateValue(1) }) },
+        { "MDXTuple", CALL(Objects{ new General<MDXTuple>, f.generator->GenerateTuple() }) },
+        { "MDXMemberProperty", CALL(Objects{ new MDXMemberProperty("a", "b"), f.generator->GenerateMemberProperty("a", "b") }) },
+        { "MDXQuery", CALL(Objects{ f.generator->GenerateQuery(MDXQuery::QT_SELECT, nullptr), f.generator->GenerateQuery(MDXQuery::QT_DROP, nullptr) }) },
+    };
+    for (Row const & row : rows) {
+        Fixture f;
+        LogLines lines;
+        Level const memory("MEMORY", row.name.c_str(), 4);
+        Objects const objects = row.makeTwo(f);
+        std::string const start = "c2011000 4 MEMORY/" + row.name + ": " + row.name + "(";
+        ASSERT_EQ(2u, lines.fAll.size()) << row.name;
+        ASSERT_EQ(start, lines.fAll[0].substr(0, start.size()));
+        int const id = std::stoi(lines.fAll[0].substr(start.size())) + 1;
+        EXPECT_EQ(start + (id < 10 ? "00" : id < 100 ? "0" : "") + std::to_string(id) + ") " + hexadecimal(objects[1]) + " created", lines.fAll[1]);
+        objects[0]->unuse();
+        objects[1]->unuse();
+    }
 }
 
 TEST(RefPtr, TakesAndGivesBack)
@@ -203,48 +181,18 @@ TEST(RefPtr, TakesAndGivesBack)
     EXPECT_FALSE(hold<MDXSet>(nullptr));
 }
 
-TEST(RefCount, HoldersOnEightThreads)
-{
-    bool ended = false;
-    auto * const thing = new Thing([&](Thing &) { ended = true; });
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 8; ++i) {
-        thing->use();
-        threads.emplace_back([thing] {
-            for (int round = 0; round < 2000; ++round) {
-                thing->use();
-                thing->unuse();
-            }
-            thing->unuse();
-        });
-    }
-    for (std::thread & thread : threads)
-        thread.join();
-    EXPECT_FALSE(ended);
-    EXPECT_EQ(0, thing->unuse());
-    EXPECT_TRUE(ended);
-}
-
 TEST(RefCount, ObjectsMadeOnEightThreads)
 {
     Fixture f;
-    Lines lines;
-    {
-        Level const memory("MEMORY", "MDXValue", 4);
-        std::vector<std::thread> threads;
-        for (int i = 0; i < 8; ++i) {
-            threads.emplace_back([&f] {
-                for (int round = 0; round < 100; ++round)
-                    f.generator->GenerateValue(round)->unuse();
-            });
-        }
-        for (std::thread & thread : threads)
-            thread.join();
-    }
+    LogLines lines;
+    Level const memory("MEMORY", "MDXValue", 4);
+    on_eight_threads([&f] {
+        for (int round = 0; round < 100; ++round)
+            f.generator->GenerateValue(round)->unuse();
+    });
     std::set<std::string> ids;
-    for (Lines::Line const & line : lines.fAll) {
-        if (line.text.find("created") != std::string::npos)
-            ids.insert(line.text.substr(0, line.text.find(' ')));
-    }
+    for (std::string const & line : lines.fAll)
+        ids.insert(line.substr(0, line.find(')')));
+    EXPECT_EQ(1600u, lines.fAll.size());
     EXPECT_EQ(800u, ids.size());
 }

@@ -8,13 +8,6 @@ namespace {
 constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
 
-// For rows that the dialect inherits.
-void check_both(std::vector<SetRow> const & rows)
-{
-    check(rows);
-    check(rows, true);
-}
-
 using Fields = std::vector<MDXField *>;
 using Tuples = std::vector<MDXTuple *>;
 
@@ -116,8 +109,7 @@ TEST(MDXSet, Drilling)
         { "down, recursive", CALL(f.set->DrillDown(&f.hierarchy, "[X]", true)), "DRILLDOWNMEMBER( {A}, [Store].[Geo].MEMBERS , RECURSIVE ) " },
         { "down, null hierarchy", CALL(f.set->DrillDown(nullptr, "[X]", false)), "DRILLDOWNMEMBER( {A},  { [X] } ) " },
         { "down on a text", CALL(f.set->DrillDownOnSet("[X]")), "DRILLDOWNMEMBER( {A}, {[X]} ) " },
-        { "down on a set, twice", CALL(f.set->DrillDownOnSet(f.other.get())->DrillDownOnSet(f.other.get())),
-            "DRILLDOWNMEMBER( DRILLDOWNMEMBER( {A}, {{B}} ) , {{B}} ) " },
+        { "down on a set, twice", CALL(f.set->DrillDownOnSet(f.other.get())->DrillDownOnSet(f.other.get())), "DRILLDOWNMEMBER( DRILLDOWNMEMBER( {A}, {{B}} ) , {{B}} ) " },
         { "up", CALL(f.set->DrillUp("[X]")), "DRILLUPMEMBER( {A},  { [X] } ) " },
         { "up on a text", CALL(f.set->DrillUpOnSet("[X]")), "DRILLUPMEMBER( Hierarchize( {A} ) , [X] ) " },
         { "up on itself", CALL(f.set->DrillUpOnSet(f.set.get())), "DRILLUPMEMBER( Hierarchize( {A} ) , {A} ) " },
@@ -137,18 +129,15 @@ TEST(MDXSet, Ancestors)
     check_both({
         { "of a member, count 0", CALL(f.set->TakeAncestorsOfMember("[M]", true, 0)), " { Ancestor( [M], {[M]}.Item(0).Item(0).Level ) } " },
         { "of a member, lowest count", CALL(f.set->TakeAncestorsOfMember("[M]", true, kLowest)), " { Ancestor( [M], {[M]}.Item(0).Item(0).Level ) } " },
-        { "of a member, one", CALL(f.set->TakeAncestorsOfMember("[M]", false, 2)),
-            " { Ancestor( [M], {[M].Parent.Parent, [M].Parent, [M]}.Item(0).Item(0).Level ) } " },
+        { "of a member, one", CALL(f.set->TakeAncestorsOfMember("[M]", false, 2)), " { Ancestor( [M], {[M].Parent.Parent, [M].Parent, [M]}.Item(0).Item(0).Level ) } " },
         { "of a member, all", CALL(f.set->TakeAncestorsOfMember("[M]", true, 2)),
             " { Ancestor( [M], {[M].Parent.Parent, [M].Parent, [M]}.Item(0).Item(0).Level ), "
             "Ancestor( [M], {[M].Parent, [M]}.Item(0).Item(0).Level ), Ancestor( [M], {[M]}.Item(0).Item(0).Level ) } " },
     });
     check({
         { "of a set, to the top, all", CALL(take_ancestors(f, true, -1)), " GENERATE( {S}, ASCENDANTS( [H].CURRENTMEMBER.PARENT) )" },
-        { "of a set, to the top", CALL(take_ancestors(f, false, -1)),
-            " GENERATE( {S}, { ANCESTOR( [H].CURRENTMEMBER, [H].CURRENTMEMBER.LEVEL.ORDINAL ) } )" },
-        { "of a set, below -1", CALL(take_ancestors(f, false, -2, -1)),
-            " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
+        { "of a set, to the top", CALL(take_ancestors(f, false, -1)), " GENERATE( {S}, { ANCESTOR( [H].CURRENTMEMBER, [H].CURRENTMEMBER.LEVEL.ORDINAL ) } )" },
+        { "of a set, below -1", CALL(take_ancestors(f, false, -2, -1)), " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
         { "of a set, lowest count, all", CALL(take_ancestors(f, true, kLowest)), " GENERATE( {S} , {  } ) " },
         { "of a set, one", CALL(take_ancestors(f, false, 2, -1)),
             " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER.PARENT.PARENT, [H].CURRENTMEMBER.PARENT, [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
@@ -173,8 +162,7 @@ TEST(MDXSet, Descendants)
         { "below a field, with itself", CALL(f.set->TakeDescendants(f.field.get(), true)), "DESCENDANTS( [F], [F].LEVEL, SELF_AND_AFTER ) " },
         { "below a field", CALL(f.set->TakeDescendants(f.field.get(), false)), "DESCENDANTS( [F], [F].LEVEL, AFTER ) " },
         { "to the bottom", CALL(f.set->TakeDescendants("[M]", nullptr, true, -1, "[X]")), "DESCENDANTS( [M], [M].LEVEL, AFTER )" },
-        { "leaves at the bottom", CALL(f.set->TakeDescendants("[M]", &f.hierarchy, false, -1, "[X]")),
-            "DESCENDANTS( [M], [Store].[Geo].LEVELS.COUNT - 1, LEAVES )" },
+        { "leaves at the bottom", CALL(f.set->TakeDescendants("[M]", &f.hierarchy, false, -1, "[X]")), "DESCENDANTS( [M], [Store].[Geo].LEVELS.COUNT - 1, LEAVES )" },
         { "depth 0", CALL(f.set->TakeDescendants("[M]", nullptr, true, 0, "[X]")), "DESCENDANTS( [M], 0, SELF_AND_BEFORE )" },
         { "below -1", CALL(f.set->TakeDescendants("[M]", nullptr, true, -2, "")), "DESCENDANTS( [M], -2, SELF_AND_BEFORE )" },
         { "leaves, lowest", CALL(f.set->TakeDescendants("[M]", nullptr, false, kLowest, "")), "DESCENDANTS( [M], -2147483648, LEAVES )" },
@@ -303,15 +291,59 @@ TEST(MDXSet, AsksArgumentsForTheirTextAtOnceAndWrapsItsOwn)
     EXPECT_EQ("CROSSJOIN( {M}, {mask} )", masked->real().toUTF8());
 }
 
-// A host's hierarchy, level and calculation, of which one operation, told by name, throws.
+// A host's hierarchy of which one operation, told by name, throws.
 struct HostFailure {};
 
-struct Host final : BRIM_o::Hierarchy, BRIM_o::Level, BRIM_o::Calculation {
+struct FailingCalculation final : BRIM_o::Calculation {
+    BRIM_o::Hierarchy const * getHierarchy() const override { return nullptr; }
+    KelpString getUniqueName() const override { throw HostFailure(); }
+    KelpString getParentUniqueName() const override { return {}; }
+};
+
+struct Host final : BRIM_o::Hierarchy {
     std::string fFailing;
     KelpString fName = "[H]";
+    FailingCalculation fCalculation;
 
-    void reach(char const * operation) const
-    {
-        if (fFailing == operation)
-            throw HostFailure();
+    void reach(char const * operation) const { fFailing == operation ? throw HostFailure() : void(); }
+    KelpString const & getName() const override { return fName; }
+    KelpString const & getUniqueName() const override { return reach("name"), fName; }
+    BRIM_o::Level * getLevel(std::int32_t) const override { return reach("level"), nullptr; }
+    std::int32_t getLevelCount() override { return reach("level count"), 3; }
+    void getCalculationIds(std::vector<BRIM_o::CalculationId> &) const override {}
+    bool getCalculation(BRIM_o::CalculationId, BRIM_o::Calculation *&) const override { return false; }
+    void getCalculations(std::map<BRIM_o::CalculationId, BRIM_o::Calculation *> & all) override { reach("calculations"), all[1] = &fCalculation; }
+    BRIM_o::Dimension const * getDimension() const override { return nullptr; }
+};
+
+TEST(MDXSet, TextWhenTheHostThrows)
+{
+    struct Row {
+        char const * failing;
+        MDXSet * (*call)(MDXSet &, Host &);
+        char const * want;
+    };
+    auto const take_leaf_nodes = [](MDXSet & set, Host & host) { return set.TakeLeafNodes(&host); };
+    Row const rows[] = {
+        { "level", [](MDXSet & set, Host & host) { return set.TakeTopLevel(&host); }, " { " },
+        { "name", [](MDXSet & set, Host & host) { return set.Extract("{S}", &host); }, " { Extract( {S}, " },
+        { "name", [](MDXSet & set, Host & host) { return set.Invert(&host); }, "{A}" },
+        { "name", [](MDXSet & set, Host & host) { return set.TakeDescendants("[M]", &host, false, -1, ""); }, "{A}" },
+        { "name", [](MDXSet & set, Host & host) { return set.TakeAncestorsOfSet("{S}", &host, true, 1, 1); }, "{A}" },
+        { "name", take_leaf_nodes, "{A}" },
+        { "level count", take_leaf_nodes, "{A}" },
+        { "calculations", take_leaf_nodes, "GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) )" },
+        { "calculation's name", take_leaf_nodes, "GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) )" },
+    };
+    for (Row const & row : rows) {
+        Fixture f;
+        Host host;
+        host.fFailing = row.failing;
+        EXPECT_EQ("{A}", f.set->getQuotedText().toUTF8());
+        EXPECT_THROW(row.call(*f.set, host), HostFailure) << row.want;
+        EXPECT_EQ(row.want, f.set->getText().toUTF8()) << row.failing;
+        EXPECT_EQ(row.want, f.set->getQuotedText().toUTF8()) << row.failing;
     }
+}
+
+}

@@ -1,74 +1,62 @@
+#include "fixture.h"
+
 #include "host/base_error.h"
 #include "host/core_log.h"
 #include "host/kelp_string.h"
 #include "host/string_converters.h"
 
-#include <gtest/gtest.h>
-
-#include <clocale>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <limits>
-#include <random>
 #include <sstream>
 #include <thread>
-#include <vector>
 
 namespace {
 
+constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
+
 // --- KelpString
-
-struct TextRow {
-    char const * name;
-    void (*change)(KelpString & text); // of the text "abc"
-    char16_t const * want;
-};
-
-TextRow const kTexts[] = {
-    { "narrow assigned", [](KelpString & t) { t = "a longer text than fits in place"; }, u"a longer text than fits in place" },
-    { "narrow null assigned", [](KelpString & t) { t = static_cast<char const *>(nullptr); }, u"" },
-    { "wide assigned", [](KelpString & t) { t = u"\u00e9"; }, u"\u00e9" },
-    { "wide null assigned", [](KelpString & t) { t = static_cast<char16_t const *>(nullptr); }, u"" },
-    { "own end assigned", [](KelpString & t) { t = t.c_str() + 1; }, u"bc" },
-    { "base assigned", [](KelpString & t) { t = std::u16string(u"base"); }, u"base" },
-    { "narrow appended", [](KelpString & t) { t += "def"; }, u"abcdef" },
-    { "narrow null appended", [](KelpString & t) { t += static_cast<char const *>(nullptr); }, u"abc" },
-    { "wide appended", [](KelpString & t) { t += u"\u4e2d"; }, u"abc\u4e2d" },
-    { "itself appended", [](KelpString & t) { t += t; }, u"abcabc" },
-    { "own end appended", [](KelpString & t) { t += t.c_str() + 1; }, u"abcbc" },
-    { "character appended", [](KelpString & t) { t += u'd'; }, u"abcd" },
-    { "narrow bytes are widened without a sign", [](KelpString & t) { t = "\xE9"; }, u"\u00e9" },
-    { "built", [](KelpString & t) { t.build("%s has %d", t, 3); }, u"abc has 3" },
-};
 
 TEST(KelpString, AssignsAndAppends)
 {
-    for (auto const & row : kTexts) {
+    struct Row {
+        char const * name;
+        void (*change)(KelpString & text); // of the text "abc"
+        char16_t const * want;
+    };
+    Row const rows[] = {
+        { "narrow assigned", [](KelpString & t) { t = "a longer text than fits in place"; }, u"a longer text than fits in place" },
+        { "narrow null assigned", [](KelpString & t) { t = static_cast<char const *>(nullptr); }, u"" },
+        { "wide assigned", [](KelpString & t) { t = u"\u00e9"; }, u"\u00e9" },
+        { "wide null assigned", [](KelpString & t) { t = static_cast<char16_t const *>(nullptr); }, u"" },
+        { "own end assigned", [](KelpString & t) { t = t.c_str() + 1; }, u"bc" },
+        { "base assigned", [](KelpString & t) { t = std::u16string(u"base"); }, u"base" },
+        { "narrow appended", [](KelpString & t) { t += "def"; }, u"abcdef" },
+        { "narrow null appended", [](KelpString & t) { t += static_cast<char const *>(nullptr); }, u"abc" },
+        { "wide appended", [](KelpString & t) { t += u"\u4e2d"; }, u"abc\u4e2d" },
+        { "itself appended", [](KelpString & t) { t += t; }, u"abcabc" },
+        { "own end appended", [](KelpString & t) { t += t.c_str() + 1; }, u"abcbc" },
+        { "character appended", [](KelpString & t) { t += u'd'; }, u"abcd" },
+        { "narrow bytes are widened without a sign", [](KelpString & t) { t = "\xE9"; }, u"\u00e9" },
+    };
+    for (auto const & row : rows) {
         KelpString text("abc");
         row.change(text);
         EXPECT_EQ(text, std::u16string(row.want)) << row.name << ": have |" << text << "|";
     }
 }
 
-TEST(KelpString, MoveTakesTheBuffer)
+TEST(KelpString, MovesAndFinds)
 {
     KelpString text("a text that is too long to be held in place");
     auto const buffer = text.data();
-    KelpString taken(std::move(text));
-    KelpString assigned;
-    assigned = std::move(taken);
-    EXPECT_EQ(assigned.data(), buffer);
-}
-
-TEST(KelpString, FindsCharacters)
-{
-    KelpString const text("a.b.c");
-    EXPECT_EQ(text.find('.'), 1u);
-    EXPECT_EQ(text.find('.', 2), 3u);
-    EXPECT_EQ(text.find('x'), KelpString::npos);
-    EXPECT_EQ(text.find('.', 9), KelpString::npos);
+    KelpString moved(std::move(text));
+    KelpString taken;
+    taken = std::move(moved);
+    EXPECT_EQ(taken.data(), buffer);
+    taken = u"\u7474t\u0174t"; // bytes of "t" in other characters
+    EXPECT_EQ(taken.find('t'), 1u);
+    EXPECT_EQ(taken.find('t', 2), 3u);
+    EXPECT_EQ(taken.find('t', 99), KelpString::npos);
 }
 
 TEST(KelpString, Compares)
@@ -79,18 +67,8 @@ TEST(KelpString, Compares)
         bool ignoreCase;
         int want;
     };
-    Row const rows[] = {
-        { u"Name", "Name", false, 0 },
-        { u"Name", "name", false, -1 },
-        { u"Name", "nAME", true, 0 },
-        { u"Nam", "Name", true, -1 },
-        { u"Names", "Name", false, 1 },
-        { u"", "", false, 0 },
-        { u"", nullptr, false, 0 },
-        { u"a", nullptr, true, 1 },
-        { u"[", "{", true, -1 },
-        { u"\u0141", "A", true, 1 },
-    };
+    Row const rows[] = { { u"Name", "Name", false, 0 }, { u"Name", "name", false, -1 }, { u"Name", "nAME", true, 0 }, { u"Nam", "Name", true, -1 }, { u"Names", "Name", false, 1 },
+        { u"", nullptr, false, 0 }, { u"a", nullptr, true, 1 }, { u"[", "{", true, -1 }, { u"\u0141", "A", true, 1 } };
     for (auto const & row : rows) {
         EXPECT_EQ(KelpString(row.text).strcmp(row.other, row.ignoreCase), row.want) << KelpString(row.text) << " with " << (row.other == nullptr ? "null" : row.other);
     }
@@ -107,16 +85,14 @@ TEST(KelpString, ReadsAndWritesUTF8)
     Row const rows[] = {
         { "one to four bytes", "a\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", u"a\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF", true },
         { "around the surrogates", "\xED\x9F\xBF\xEE\x80\x80", u"\uD7FF\uE000", true },
-        { "overlong, two bytes", "\xC0\xAF", u"\uFFFD\uFFFD" },
-        { "overlong, three bytes", "\xE0\x9F\xBF", u"\uFFFD\uFFFD\uFFFD" },
+        { "overlong, two and three bytes", "\xC0\xAF\xE0\x9F\xBF", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD" },
         { "overlong, four bytes", "\xF0\x8F\xBF\xBF", u"\uFFFD\uFFFD\uFFFD\uFFFD" },
         { "surrogate", "\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD" },
         { "past the last", "\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD" },
         { "never a byte", "\xFF.\xF5\x80", u"\uFFFD.\uFFFD\uFFFD" },
         { "lone tail", "a\x80z", u"a\uFFFDz" },
-        { "cut off by a letter", "\xE2\x82z", u"\uFFFDz" },
+        { "cut off by a letter and a start", "\xE2\x82z\xE2\xC3\xA9", u"\uFFFDz\uFFFD\u00e9" },
         { "cut off by the end", "\xF0\x9F\x98", u"\uFFFD" },
-        { "cut off by a start", "\xE2\xC3\xA9", u"\uFFFD\u00e9" },
     };
     for (auto const & row : rows) {
         auto const text = KelpString::fromUTF8(row.bytes);
@@ -147,55 +123,13 @@ TEST(StringConverters, Reals)
         int digits = 16;
         bool alwaysExponent = false;
     };
-    Row const rows[] = {
-        { 0, "0" },
-        { -0.0, "-0" },
-        { 9.2, "9.2" },
-        { -1234.5, "-1234.5" },
-        { 100000, "100000" },
-        { 0.1 + 0.2, "0.3" },
-        { 0.1 + 0.2, "0.30000000000000004", 17 },
-        { 1.0 / 3, "0.3333333333333333" },
-        { 1e15, "1000000000000000" },
-        { 1e16, "1e+16" },
-        { 0.0001, "0.0001" },
-        { 0.00001, "1e-05" },
-        { -1.5e-7, "-1.5e-07" },
-        { 5e-324, "5e-324" },
-        { 1.7976931348623157e308, "1.797693134862316e+308" },
-        { 1.7976931348623157e308, "1.7976931348623157e+308", 17 },
-        { 9.96, "10", 2 },
-        { 99.6, "1e+02", 2 },
-        { 123456, "1.23e+05", 3 },
-        { 0.5, "0.5", 0 },
-        { 2.5, "2.5e+00", 16, true },
-        { 0, "0e+00", 16, true },
-        { 1e100, "1e+100", 99 },
-        { std::numeric_limits<double>::infinity(), "inf" },
-        { -std::numeric_limits<double>::infinity(), "-inf", 16, true },
-        { std::nan(""), "nan" },
-    };
+    Row const rows[] = { { -0.0, "-0" }, { 9.2, "9.2" }, { -1234.5, "-1234.5" }, { 100000, "100000" }, { 0.1 + 0.2, "0.3" }, { 0.1 + 0.2, "0.30000000000000004", 17 },
+        { 1.0 / 3, "0.3333333333333333" }, { 1e15, "1000000000000000" }, { 1e16, "1e+16" }, { 0.0001, "0.0001" }, { -0.000015, "-1.5e-05" }, { 5e-324, "5e-324" },
+        { 1.7976931348623157e308, "1.797693134862316e+308" }, { 1.7976931348623157e308, "1.7976931348623157e+308", 99 }, { 9.96, "10", 2 }, { 99.6, "1e+02", 2 },
+        { 123456, "1.23e+05", 3 }, { 0.5, "0.5", 0 }, { 2.5, "2.5e+00", 16, true }, { 0, "0e+00", 16, true }, { std::numeric_limits<double>::infinity(), "inf" },
+        { -std::numeric_limits<double>::infinity(), "-inf", 16, true }, { std::nan(""), "nan" } };
     for (auto const & row : rows)
         EXPECT_EQ(real_text(row.value, row.digits, row.alwaysExponent), row.want) << row.digits << " digits";
-}
-
-// What 17 digits write reads back as the same number, and 16 digits never write more than 16.
-TEST(StringConverters, RealsReadBack)
-{
-    std::mt19937_64 random(20);
-    for (int i = 0; i < 20000; ++i) {
-        auto const bits = random();
-        double value = 0;
-        std::memcpy(&value, &bits, sizeof value);
-        if (!std::isfinite(value))
-            continue;
-        ASSERT_EQ(std::strtod(real_text(value / 1e10, 17).c_str(), nullptr), value / 1e10);
-        char expected[40];
-        std::snprintf(expected, sizeof expected, "%.16g", value);
-        auto const text = real_text(value);
-        ASSERT_EQ(std::strtod(text.c_str(), nullptr), std::strtod(expected, nullptr)) << text;
-        ASSERT_LE(text.size(), std::string_view("-1.234567890123456e-300").size()) << text;
-    }
 }
 
 TEST(StringConverters, WholeNumbers)
@@ -205,17 +139,8 @@ TEST(StringConverters, WholeNumbers)
         std::int32_t radix;
         char const * want;
     };
-    Row const rows[] = {
-        { 0, 10, "0" },
-        { -42, 10, "-42" },
-        { std::numeric_limits<std::int32_t>::min(), 10, "-2147483648" },
-        { std::numeric_limits<std::int32_t>::min(), 2, "-10000000000000000000000000000000" },
-        { 255, 16, "ff" },
-        { 35, 36, "z" },
-        { 12, 1, "12" },
-        { 12, 37, "12" },
-        { -12, -10, "-12" },
-    };
+    Row const rows[] = { { 0, 10, "0" }, { kLowest, 10, "-2147483648" }, { kLowest, 2, "-10000000000000000000000000000000" }, { 255, 16, "ff" }, { 35, 36, "z" }, { 12, 1, "12" },
+        { 12, 37, "12" }, { -12, -10, "-12" } };
     for (auto const & row : rows) {
         KelpString text("old");
         StringConverters::convertIntegerToString(row.value, text, row.radix);
@@ -225,75 +150,40 @@ TEST(StringConverters, WholeNumbers)
 
 // --- format_text
 
-struct FormatRow {
-    char const * format;
-    std::vector<FormatArgument> arguments;
-    char const * want;
-};
-
-std::u16string const kLasting = u"text"; // arguments borrow
-
-FormatRow const kFormats[] = {
-    { "Query duration: %.3f seconds", { 1.234 }, "Query duration: 1.234 seconds" },
-    { "%.3f %.3f %.0f %f", { 0.0005, 0.0015, 2.5, -1.5 }, "0.001 0.002 2 -1.500000" },
-    { "%.1f", { 1e22 }, "10000000000000000000000.0" },
-    { "%s(%03d) %x created", { "MDXSet", 7, 255u }, "MDXSet(007) ff created" },
-    { "%x %X %u", { -1, -17, -1 }, "ffffffff FFFFFFEF 4294967295" },
-    { "%x %u", { std::int64_t{ -1 }, std::int8_t{ -1 } }, "ffffffffffffffff 255" },
-    { "%d %i", { std::numeric_limits<std::int64_t>::min(), true }, "-9223372036854775808 1" },
-    { "|%5d|%-5d|%05d|%-05d|%.4d|", { -42, -42, -42, -42, -42 }, "|  -42|-42  |-0042|-42  |-0042|" },
-    { "|%6s|%-6s|%.2s|%s|", { u"wide", "nar", "cut off", kLasting }, "|  wide|nar   |cu|text|" },
-    { "%c%3c%c", { u'x', 'y', "text" }, "x  ytext" },
-    { "%ld %lld %hu", { 1, 2, 3 }, "1 2 3" },
-    { "100%% %", {}, "100% %" },
-    { "%d and %d", { 1 }, "1 and %d" },
-    { "%q %-*d %5", { 1 }, "%q %-*d %5" },
-    { "%d %s %f %.2f", { "text", 12, 3, std::nan("") }, "text 12 3 nan" },
-    { "%s", { static_cast<char const *>(nullptr) }, "" },
-    { "", { 1 }, "" },
-};
-
 TEST(FormatText, Conversions)
 {
-    for (auto const & row : kFormats)
+    struct Row {
+        char const * format;
+        std::vector<FormatArgument> arguments; // which borrow their texts
+        char const * want;
+    };
+    Row const rows[] = {
+        { "Query duration: %.3f seconds", { 1.234 }, "Query duration: 1.234 seconds" },
+        { "%.3f %.3f %.0f %f", { 0.0005, 0.0015, 2.5, -1.5 }, "0.001 0.002 2 -1.500000" },
+        { "%.1f", { 1e22 }, "10000000000000000000000.0" },
+        { "%x %X %u", { -1, -17, -1 }, "ffffffff FFFFFFEF 4294967295" },
+        { "%x %u", { std::int64_t{ -1 }, std::int8_t{ -1 } }, "ffffffffffffffff 255" },
+        { "%d %i", { std::numeric_limits<std::int64_t>::min(), true }, "-9223372036854775808 1" },
+        { "|%5d|%-5d|%05d|%-05d|%.4d|", { -42, -42, -42, -42, -42 }, "|  -42|-42  |-0042|-42  |-0042|" },
+        { "|%6s|%-6s|%.2s|%s|", { u"wide", "nar", "cut off", "" }, "|  wide|nar   |cu||" },
+        { "%c%3c%c", { u'x', 'y', "text" }, "x  ytext" },
+        { "%ld %lld %hu", { 1, 2, 3 }, "1 2 3" },
+        { "100%% %", {}, "100% %" },
+        { "%d and %d", { 1 }, "1 and %d" },
+        { "%q %-*d %5", { 1 }, "%q %-*d %5" },
+        { "%d %s %f %.2f", { "text", 12, 3, std::nan("") }, "text 12 3 nan" },
+        { "%s", { static_cast<char const *>(nullptr) }, "" },
+    };
+    for (auto const & row : rows)
         EXPECT_EQ(KelpString(format_text(row.format, row.arguments.data(), row.arguments.size())).toUTF8(), row.want) << row.format;
-}
-
-TEST(FormatText, SameInEveryLocale)
-{
-    std::string const old = std::setlocale(LC_ALL, nullptr);
-    for (char const * name : { "de_DE.UTF-8", "fr_FR.UTF-8" })
-        if (std::setlocale(LC_ALL, name) != nullptr) {
-            EXPECT_EQ(format_text("%.2f", 1.5), u"1.50") << name;
-            EXPECT_EQ(real_text(1.5), "1.5") << name;
-        }
-    std::setlocale(LC_ALL, old.c_str());
-}
-
-TEST(FormatText, CutsToTheBuffer)
-{
     char16_t buffer[6] = { 9, 9, 9, 9, 9, 9 };
     EXPECT_EQ(suprintf(buffer, 5, "%s-%d", "ab", 12345), 4);
     EXPECT_EQ(std::u16string(buffer, 6), std::u16string(u"ab-1\0\x09", 6));
-    EXPECT_EQ(suprintf(buffer, 6, "%d", 12), 2);
-    EXPECT_EQ(std::u16string(buffer), u"12");
     EXPECT_EQ(suprintf(buffer, 0, "x"), 0);
-    EXPECT_EQ(buffer[0], u'1');
+    EXPECT_EQ(buffer[0], u'a');
 }
 
 // --- log, assertions, errors
-
-struct Lines {
-    std::vector<std::string> lines;
-    Lines() { support_dll::getLogObject()->setSink(take, this); }
-    ~Lines() { support_dll::getLogObject()->setSink(nullptr, nullptr); }
-    static void take(void * context, std::uint32_t code, std::int32_t level, KelpString const & module, KelpString const & subModule, KelpString const & line)
-    {
-        KelpString text;
-        text.build("%x %d %s/%s: %s", code, level, module, subModule, line);
-        static_cast<Lines *>(context)->lines.push_back(text.toUTF8());
-    }
-};
 
 TEST(CoreLog, PassesLinesToTheSink)
 {
@@ -301,9 +191,9 @@ TEST(CoreLog, PassesLinesToTheSink)
     char16_t const * const inserts[] = { u"one", nullptr, u"three" };
     testing::internal::CaptureStderr();
     {
-        Lines sink;
+        LogLines sink;
         log->log(0xC2011000, 2, "MODULE", "Part", 3, inserts);
-        EXPECT_EQ(sink.lines, std::vector<std::string>{ "c2011000 2 MODULE/Part: one  three" });
+        EXPECT_EQ(sink.fAll, std::vector<std::string>{ "c2011000 2 MODULE/Part: one  three" });
     }
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     testing::internal::CaptureStderr();
@@ -317,18 +207,15 @@ TEST(CoreLog, KeepsLevelsOfEachSubModule)
     EXPECT_EQ(log, support_dll::getLogObject());
     auto const level = log->getModuleVerbosity("MODULE", "Levels");
     EXPECT_EQ(level->load(), 0);
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 2; ++i)
-        threads.emplace_back([log, level] {
-            for (int n = 0; n < 500; ++n) {
-                KelpString name;
-                name.build("Levels%d", n);
-                log->getModuleVerbosity("MODULE", name);
-                ++*level;
-            }
-        });
-    for (auto & thread : threads)
-        thread.join();
+    auto const work = [log, level] {
+        for (int n = 0; n < 500; ++n) {
+            log->getModuleVerbosity("MODULE", KelpString(std::to_string(n).c_str()));
+            ++*level;
+        }
+    };
+    std::thread other(work);
+    work();
+    other.join();
     EXPECT_EQ(log->getModuleVerbosity("MODULE", "Levels"), level);
     EXPECT_EQ(level->load(), 1000);
     EXPECT_EQ(log->getModuleVerbosity("OTHER", "Levels")->load(), 0);
@@ -354,7 +241,7 @@ BaseError make_error(std::uint32_t code, std::initializer_list<char const *> ins
     return error;
 }
 
-TEST(BaseError, PutsInsertsIntoItsMessage)
+TEST(BaseError, WritesItsMessageAndTravelsAsACopy)
 {
     struct Row {
         std::uint32_t code;
@@ -370,12 +257,9 @@ TEST(BaseError, PutsInsertsIntoItsMessage)
     };
     for (auto const & row : rows)
         EXPECT_EQ(make_error(row.code, row.inserts).getText().toUTF8(), row.want);
-    for (std::uint32_t const code : { 0x201706Cu, 0x201706Du, 0x201706Eu, 0x201706Fu, 0x2017070u, 0x2017077u, 0x2017078u, 0x2017079u })
+    for (auto const code : { 0x201706Cu, 0x201706Du, 0x201706Eu, 0x201706Fu, 0x2017070u, 0x2017077u, 0x2017078u, 0x2017079u })
         EXPECT_EQ(make_error(code, {}).getText().find(u"Error 0x"), KelpString::npos) << code;
-}
 
-TEST(BaseError, TravelsAsACopy)
-{
     try {
         auto const error = make_error(0x2017076, { "7", "QueryType" });
         throw error;
@@ -385,9 +269,9 @@ TEST(BaseError, TravelsAsACopy)
         EXPECT_EQ(error.getInsert(1)->getText(), KelpString("QueryType"));
         EXPECT_EQ(error.getInsert(2), nullptr);
         EXPECT_EQ(error.getInsert(-1), nullptr);
-        Lines sink;
+        LogLines sink;
         error.log();
-        EXPECT_EQ(sink.lines, std::vector<std::string>{ "2017076 1 ODBOMODULE/: The value 7 is out of range for the enumeration QueryType." });
+        EXPECT_EQ(sink.fAll, std::vector<std::string>{ "2017076 1 ODBOMODULE/: The value 7 is out of range for the enumeration QueryType." });
     }
 }
 
