@@ -452,8 +452,8 @@ int main(int argc, char ** argv)
         std::string const side = left ? "left" : "right";
         for (auto const & [kind, type] : { std::pair{ "AND", BRIM_o::ET_AND }, std::pair{ "ADD", BRIM_o::ET_ADD },
                  std::pair{ "FILTER", BRIM_o::ET_FILTER }, std::pair{ "BETWEEN", BRIM_o::ET_BETWEEN } }) {
-            // The text of a range doubles with each level of its first operand, and its frames are larger.
-            int const levels = type != BRIM_o::ET_BETWEEN ? 8000 : left ? 16 : 5000;
+            // The text of a range doubles with each level of its first operand.
+            int const levels = type == BRIM_o::ET_BETWEEN && left ? 16 : 8000;
             print_stack_use((side + "-deep " + kind).c_str(), type, left, 1 << 20, levels);
         }
         print_stack_use((side + "-deep AND").c_str(), BRIM_o::ET_AND, left, 8 << 20, 65000);

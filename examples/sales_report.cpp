@@ -76,7 +76,9 @@ void log_query(Report & report, MDXQuery const & query)
     }
     MDXQueryLog::MDXQueryTimer * timer = nullptr;
     log->timeQuery(&timer);
-    log->logQuery(&query, timer);
+    std::unique_ptr<MDXQueryLog::MDXQueryTimer> running(timer); // ours while the statement may still throw
+    log->logQuery(&query, running.get());
+    running.release(); // the log has ended it
     std::cout << "The statement was written to the query log.\n\n";
 }
 

@@ -28,7 +28,8 @@ public:
     // Assigns what getText gives to `out`.
     virtual void writeText(KelpString & out) const;
 
-    // Appends a field and takes a reference on it; the caller keeps its own. Returns the tuple.
+    // Appends a field, which may not be null, and takes a reference on it; the caller keeps its own. Returns the
+    // tuple.
     virtual MDXTuple * AddField(MDXField * field);
     // The number of places; a field that was added twice has two.
     virtual std::int32_t FieldCount();

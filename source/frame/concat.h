@@ -161,12 +161,15 @@ void rewrite(KelpString & text, Pieces const &... pieces)
     (put(pieces), ...);
 }
 
-// text = text + keyword + right, in the buffer of the longer one. `right` is used up. These two are functions of
+// text = text + keyword + right, in the buffer of the longer one. `right` is used up. These three are functions of
 // their own so that a recursion that ends in them keeps a small stack frame.
 void merge(KelpString & text, std::string_view keyword, KelpString & right);
 
 // text = opening + text + closing
 void enclose(KelpString & text, std::string_view opening, std::string_view closing);
+
+// Appends the first `length` characters of the text itself.
+void append_start(KelpString & text, std::size_t length);
 
 // What `text_of` gives for each item, with the separator between two of them.
 template <class Items, std::size_t Size, class TextOf>

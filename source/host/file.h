@@ -35,8 +35,9 @@ public:
     File & operator=(File const &) = delete;
 
     // Opens the file in the mode "a+": made if missing, written at its end, never cut; readable by its owner
-    // alone when it is made. False when that fails, for any other mode, for what is no regular file, and for
-    // a symbolic link in the shared temporary folder.
+    // alone when it is made. False when that fails, for any other mode and for what is no regular file; in the
+    // temporary folder, and in any that all users may write to, also for a symbolic link, another user's file and
+    // a file with several names.
     bool open(char const * mode);
 
     // Appends the text and one line end by a single write, so that lines of two processes do not mix.

@@ -205,14 +205,12 @@ void MDXSet::translate_range(KelpString & text, Expression * expression, MDXTupl
     std::size_t const length = text.size();
     KelpString bound;
     translate_condition(bound, operand(expression, 1), tuple);
-    text += between ? " >= " : " < ";
-    text += bound;
+    merge(text, between ? " >= " : " < ", bound);
     text += between ? " AND " : " OR ";
-    text.append(text, 0, length);
+    append_start(text, length);
     bound.clear();
     translate_condition(bound, operand(expression, 2), tuple);
-    text += between ? " <= " : " > ";
-    text += bound;
+    merge(text, between ? " <= " : " > ", bound);
 }
 
 void MDXSet::translate_null_test(KelpString & text, Expression * expression, MDXTuple const * tuple)

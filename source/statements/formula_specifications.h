@@ -11,7 +11,7 @@ class MDXValue;
 
 // The definition of a calculated member or a named set, as it stands in a WITH clause or behind CREATE. Made and
 // owned by a statement. `qualified` puts the cube's name and a dot ahead of the defined name. The texts of what a
-// formula holds are read when its own is asked for.
+// formula holds are read when its own is asked for; until then it may hold null.
 class MDX_API MDXSingleFormulaSpecification {
 public:
     explicit MDXSingleFormulaSpecification(KelpString const & cubeName);

@@ -12,7 +12,7 @@ class MDXSingleFormulaSpecification;
 class MDXValue;
 
 // CREATE: calculated members and named sets of the cube, each with the cube's name ahead of its own. Takes
-// references on what it is given.
+// references on what it is given, which may not be null.
 class MDX_API MDXCreateQuery : public MDXQuery {
 public:
     explicit MDXCreateQuery(KelpString const & cubeName);

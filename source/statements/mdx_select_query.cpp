@@ -10,10 +10,10 @@
 
 #include <algorithm>
 
-// Guesses that spare a text most of its growing: what most statements fit into, and how many axes are taken to be
+// Guesses that spare a text most of its growing: what most statements fit into, and the most that is taken for axes
 // as long as the first.
 static constexpr std::size_t kUsualLength = 512;
-static constexpr std::size_t kLikeTheFirst = 16;
+static constexpr std::size_t kMostForAxes = 8192;
 
 MDXSelectQuery::MDXAxisSpecification::MDXAxisSpecification(
     std::int32_t axis, MDXSet * set, std::vector<KelpString> const & properties, bool nonEmpty)
@@ -92,7 +92,7 @@ KelpString MDXSelectQuery::getText(bool multiLine) const
         std::size_t const start = text.size();
         axis->append_to(text);
         if (&axis == &fAxes.front())
-            text.reserve(text.size() + (text.size() - start) * std::min(fAxes.size(), kLikeTheFirst));
+            text.reserve(text.size() + std::min((text.size() - start) * fAxes.size(), kMostForAxes));
     }
     text += multiLine ? "\nFROM " : "FROM ";
     append(text, fCubeName, " ");
@@ -132,9 +132,13 @@ void MDXSelectQuery::AddAxisSpecification(
 
 void MDXSelectQuery::AddSlicerSpecification(MDXField * field)
 {
-    if (!fSlicer)
-        fSlicer = new MDXTuple;
-    fSlicer->AddField(field);
+    if (fSlicer) {
+        fSlicer->AddField(field);
+        return;
+    }
+    RefPtr<MDXTuple> const slicer(new MDXTuple);
+    slicer->AddField(field);
+    fSlicer = slicer;
 }
 
 void MDXSelectQuery::AddCellProperty(KelpString const & name)

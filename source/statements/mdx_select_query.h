@@ -15,7 +15,7 @@ class MDXValue;
 
 // SELECT: axes, and a WITH clause, a slicer and cell properties where they are added. Parts come in any order,
 // but for the axes, and may be added between two texts. The statement takes references on the sets, fields and
-// values it is given; the caller keeps its own. Names and texts go in unchanged and unchecked.
+// values it is given, which may not be null; the caller keeps its own. Names and texts go in unchanged and unchecked.
 class MDX_API MDXSelectQuery : public MDXQuery {
 public:
     enum NonEmptyStatus : std::int32_t { NES_ALL = 0, NES_NON_EMPTY = 1 };

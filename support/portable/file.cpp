@@ -9,7 +9,11 @@
 
 struct File::Handle {
     explicit Handle(int number) : descriptor(number) {}
-    ~Handle() { ::close(descriptor); }
+    ~Handle()
+    {
+        if (descriptor >= 0)
+            ::close(descriptor);
+    }
     Handle(Handle const &) = delete;
     Handle & operator=(Handle const &) = delete;
 
@@ -27,17 +31,20 @@ bool File::open(char const * mode)
     if (mode == nullptr || std::string_view(mode) != "a+" || path.find('\0') != path.npos)
         return false;
 
-    bool const shared = fLocation.inSharedFolder();
-    // O_NONBLOCK: a pipe of that name must not make us wait.
-    int const flags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK | (shared ? O_NOFOLLOW : 0);
-    int const descriptor = ::open(path.c_str(), flags, S_IRUSR | S_IWUSR);
-    if (descriptor < 0)
-        return false;
-    auto handle = std::make_unique<Handle>(descriptor);
+    auto const parent = fLocation.path().parent_path();
+    Handle const folder(::open(parent.empty() ? "." : parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     struct ::stat state;
-    if (::fstat(descriptor, &state) != 0 || !S_ISREG(state.st_mode))
+    if (folder.descriptor < 0 || ::fstat(folder.descriptor, &state) != 0)
         return false;
     // Where others may write, they could have put a file of theirs, or a link to one of ours, in this place.
+    bool const shared = fLocation.inSharedFolder() || (state.st_mode & S_IWOTH) != 0;
+
+    // O_NONBLOCK: a pipe of that name must not make us wait.
+    int const flags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK | (shared ? O_NOFOLLOW : 0);
+    auto const name = fLocation.path().filename();
+    auto handle = std::make_unique<Handle>(::openat(folder.descriptor, name.c_str(), flags, S_IRUSR | S_IWUSR));
+    if (handle->descriptor < 0 || ::fstat(handle->descriptor, &state) != 0 || !S_ISREG(state.st_mode))
+        return false;
     if (shared && (state.st_uid != ::geteuid() || state.st_nlink > 1))
         return false;
     fHandle = std::move(handle);
