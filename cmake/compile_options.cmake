@@ -30,6 +30,9 @@ function(odbomodule_shared_library target)
         SOVERSION ${PROJECT_VERSION_MAJOR}
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON)
+    if(WIN32)
+        set_target_properties(${target} PROPERTIES PREFIX "")
+    endif()
     if(NOT WIN32 AND NOT APPLE)
         set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN" LINK_DEPENDS "${ODBOMODULE_HIDE_STD_MAP}")
         target_compile_options(${target} PRIVATE -fno-semantic-interposition)

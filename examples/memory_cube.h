@@ -1,4 +1,5 @@
 #pragma once
+#include "host/automation.h"
 #include "host/cube_model.h"
 #include "host/expression.h"
 

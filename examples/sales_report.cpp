@@ -5,6 +5,11 @@
 #include <iostream>
 #include <memory>
 #include <vector>
+#if defined(_WIN32)
+#include <cstdio>
+#include <fcntl.h>
+#include <io.h>
+#endif
 
 using memory_cube::Node;
 
@@ -235,6 +240,9 @@ void refused_direction(Report & report)
 
 int main()
 {
+#if defined(_WIN32)
+    _setmode(_fileno(stdout), _O_BINARY); // the same bytes on every system
+#endif
     Report report;
     members_on_the_server(report);
     filtered_report(report);

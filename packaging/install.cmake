@@ -8,6 +8,9 @@ install(TARGETS odbomodule support_dll EXPORT odbomodule
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
     FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/odbomodule" COMPONENT development
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/odbomodule")
+if(ODBOMODULE_RUNTIME_LIBRARIES)
+    install(FILES ${ODBOMODULE_RUNTIME_LIBRARIES} DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
+endif()
 install(EXPORT odbomodule NAMESPACE odbomodule:: FILE odbomodule-targets.cmake
     DESTINATION "${package_dir}" COMPONENT development)
 

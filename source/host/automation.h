@@ -1,8 +1,10 @@
 #pragma once
 #include "host/export.h"
+#include "host/variant.h"
 
 // OLE automation values. On Windows the system's own; elsewhere a counterpart with the same names, layout
-// and result codes for the types that a condition can hold.
+// and result codes for the types that a condition can hold. The system's headers bring many macros: include this
+// where values are looked into, and in no header that others include.
 #if defined(_WIN32)
 
 #ifndef WIN32_LEAN_AND_MEAN
@@ -18,7 +20,8 @@
 
 #include <cstdint>
 
-using BSTR = char16_t *; // a length ahead of the characters and a zero behind them; null is the empty text
+using OLECHAR = char16_t;
+using BSTR = OLECHAR *; // a length ahead of the characters and a zero behind them; null is the empty text
 using HRESULT = std::int32_t;
 using VARTYPE = std::uint16_t;
 using VARIANT_BOOL = std::int16_t; // -1 for true, 0 for false
@@ -52,6 +55,7 @@ enum VARENUM : VARTYPE {
     VT_UI8 = 21,
     VT_INT = 22,
     VT_UINT = 23,
+    VT_RECORD = 36,
     VT_ARRAY = 0x2000,
     VT_BYREF = 0x4000
 };
@@ -117,14 +121,25 @@ SUPPORT_API void VariantInit(VARIANT * value);
 // that is none.
 SUPPORT_API HRESULT VariantClear(VARIANT * value);
 
-// Converts `source` to `type` (VT_I4, VT_R8, VT_BOOL, VT_BSTR, or the source's own) and puts the result in
-// the place of what `destination` held; the two may be one. Anything but S_OK leaves `destination` alone:
-// DISP_E_TYPEMISMATCH for a null value, an object or a text that does not read as the type,
-// DISP_E_OVERFLOW for a number that does not fit, E_INVALIDARG for a null pointer and for a date past the
-// years 100 to 9999 as text, DISP_E_BADVARTYPE for a type that is none. Numbers become whole by rounding to the nearest, halves to the even one. Texts follow the conventions of US English.
-// Flags: VARIANT_ALPHABOOL writes a bool as "True" or "False" in the place of "-1" or "0".
+// Converts `source` to `type` (VT_I4, VT_R8, VT_BOOL, VT_BSTR, VT_EMPTY, VT_NULL, or the source's own) and puts the
+// result in the place of what `destination` held; the two may be one. Anything but S_OK leaves `destination` alone:
+// DISP_E_TYPEMISMATCH for a null value, an object, a pointer to nothing, another type, or a text that does not read
+// as the type; DISP_E_OVERFLOW for a number that does not fit; E_INVALIDARG for a null argument and for a date past
+// the years 100 to 9999 as text; DISP_E_BADVARTYPE for a type that is none. Numbers become whole by rounding to the
+// nearest, halves to the even one. Texts follow the conventions of US English.
+// Flags: VARIANT_ALPHABOOL writes a bool as "True" or "False" in the place of its number.
 SUPPORT_API HRESULT VariantChangeType(
     VARIANT * destination, VARIANT const * source, std::uint16_t flags, VARTYPE type);
 }
 
 #endif
+
+// Windows has a type of its own for 16-bit characters. These two lead from one to the other and back.
+inline OLECHAR const * ole_characters(char16_t const * text) noexcept
+{
+    return reinterpret_cast<OLECHAR const *>(text);
+}
+inline char16_t const * plain_characters(OLECHAR const * text) noexcept
+{
+    return reinterpret_cast<char16_t const *>(text);
+}

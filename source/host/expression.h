@@ -1,5 +1,5 @@
 #pragma once
-#include "host/automation.h"
+#include "host/variant.h"
 
 #include <cstdint>
 #include <vector>

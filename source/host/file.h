@@ -35,12 +35,14 @@ public:
     File & operator=(File const &) = delete;
 
     // Opens the file in the mode "a+": made if missing, written at its end, never cut; readable by its owner
-    // alone when it is made. False when that fails, for any other mode and for what is no regular file; in the
-    // temporary folder, and in any that all users may write to, also for a symbolic link, another user's file and
-    // a file with several names.
+    // alone when it is made (on Windows by whom the folder lets). Others may write to it meanwhile. False when
+    // that fails, for any other mode and for what is no regular file; in the temporary folder, and in any that all
+    // users may write to (on Windows in the former alone), also for a symbolic link, another user's file and a file
+    // with several names.
     bool open(char const * mode);
 
-    // Appends the text and one line end by a single write, so that lines of two processes do not mix.
+    // Appends the text and one line end by a single write, so that lines of two processes do not mix. On
+    // Windows a line ends by "\r\n", also the lines that the text is made of.
     // Without an open file nothing happens; a failure to write goes unnoticed.
     void writeLine(KelpString const & text);
 

@@ -10,7 +10,7 @@
 
 // The one string type: text in 16-bit characters, UTF-16 by convention, never checked. A narrow text is
 // ASCII and is widened character by character; a null pointer counts as the empty text.
-class SUPPORT_API KelpString : public std::basic_string<char16_t> {
+class SUPPORT_TYPE KelpString : public std::basic_string<char16_t> {
 public:
     using Base = std::basic_string<char16_t>;
 
@@ -19,27 +19,27 @@ public:
     KelpString(KelpString &&) noexcept = default;
     KelpString(Base const & text) : Base(text) {}
     KelpString(Base && text) noexcept : Base(std::move(text)) {}
-    KelpString(char const * text);
+    SUPPORT_API KelpString(char const * text);
 
     KelpString & operator=(KelpString const &) = default;
     KelpString & operator=(KelpString &&) noexcept = default;
-    KelpString & operator=(Base const & text);
-    KelpString & operator=(Base && text) noexcept;
-    KelpString & operator=(char const * text);
-    KelpString & operator=(char16_t const * text);
+    SUPPORT_API KelpString & operator=(Base const & text);
+    SUPPORT_API KelpString & operator=(Base && text) noexcept;
+    SUPPORT_API KelpString & operator=(char const * text);
+    SUPPORT_API KelpString & operator=(char16_t const * text);
 
-    KelpString & operator+=(KelpString const & text);
-    KelpString & operator+=(char const * text);
-    KelpString & operator+=(char16_t const * text);
-    KelpString & operator+=(char16_t character);
+    SUPPORT_API KelpString & operator+=(KelpString const & text);
+    SUPPORT_API KelpString & operator+=(char const * text);
+    SUPPORT_API KelpString & operator+=(char16_t const * text);
+    SUPPORT_API KelpString & operator+=(char16_t character);
 
     using Base::find;
     // Index of the first `character` at or behind `position`, npos when there is none.
-    size_type find(char character, size_type position = 0) const noexcept;
+    SUPPORT_API size_type find(char character, size_type position = 0) const noexcept;
 
     // Compares with narrow text: 0 on a match, else below or above 0 as this text sorts before or behind.
     // With `ignoreCase`, ASCII letters match in either case.
-    std::int32_t strcmp(char const * text, bool ignoreCase) const noexcept;
+    SUPPORT_API std::int32_t strcmp(char const * text, bool ignoreCase) const noexcept;
 
     // Replaces the text by a printf-style format with its arguments; see format_text for the conversions.
     template <class... Arguments>
@@ -49,8 +49,8 @@ public:
     }
 
     // From and to UTF-8. What is no well-formed UTF-8, and a lone surrogate, becomes U+FFFD.
-    static KelpString fromUTF8(std::string_view text);
-    std::string toUTF8() const;
+    SUPPORT_API static KelpString fromUTF8(std::string_view text);
+    SUPPORT_API std::string toUTF8() const;
 };
 
 // Writes the text as UTF-8.

@@ -36,7 +36,7 @@ public:
     ConvertedValue(Expression * expression, VARTYPE type)
     {
         VariantInit(&fValue);
-        VARIANT const * const source = expression->getValue();
+        auto * const source = const_cast<VARIANT *>(expression->getValue()); // some systems' headers lack a const
         if (source == nullptr || VariantChangeType(&fValue, source, 0, type) != S_OK)
             reject();
     }

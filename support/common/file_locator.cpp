@@ -1,18 +1,7 @@
+#include "common/paths.h"
 #include "host/file.h"
 
-#include <string>
-
-namespace {
-
-std::filesystem::path path_of(KelpString const & text)
-{
-    auto const bytes = text.toUTF8();
-    return std::u8string(bytes.begin(), bytes.end());
-}
-
-}
-
-FileLocator::FileLocator(KelpString const & path) : fPath(path_of(path)) {}
+FileLocator::FileLocator(KelpString const & path) : fPath(native_path(path)) {}
 
 bool FileLocator::isLocationSet() const
 {
@@ -21,10 +10,6 @@ bool FileLocator::isLocationSet() const
 
 void FileLocator::setLocationToTemp()
 {
-    std::error_code failure;
-    auto folder = std::filesystem::temp_directory_path(failure);
-    if (failure)
-        folder = "/tmp";
-    fPath = folder / fPath.filename();
+    fPath = temporary_folder() / fPath.filename();
     fShared = true;
 }

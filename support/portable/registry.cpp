@@ -1,5 +1,5 @@
 #include "host/registry.h"
-#include "common/registry_text.h"
+#include "portable/registry_text.h"
 
 #include <cerrno>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include "common/registry_text.h"
+#include "portable/registry_text.h"
 #include "common/narrow_text.h"
 
 namespace {

@@ -1,0 +1,10 @@
+#!/bin/sh
+# wine.sh WINE PREFIX PROGRAM [ARGUMENT...]: runs a program for Windows, with nothing said by Wine itself and no question
+# asked about parts of it that are not installed.
+wine=$1
+WINEPREFIX=$2
+shift 2
+WINEDEBUG=-all
+WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
+export WINEPREFIX WINEDEBUG WINEDLLOVERRIDES
+exec "$wine" "$@"

@@ -1,0 +1,74 @@
+#include "host/automation.h"
+#include "host/file.h"
+
+#include <string>
+#include <string_view>
+
+struct File::Handle {
+    explicit Handle(HANDLE file) : fFile(file) {}
+    ~Handle() { ::CloseHandle(fFile); }
+    Handle(Handle const &) = delete;
+    Handle & operator=(Handle const &) = delete;
+
+    HANDLE const fFile;
+};
+
+File::File(FileLocator const & location) : fLocation(location) {}
+
+File::~File() = default;
+
+bool File::open(char const * mode)
+{
+    fHandle.reset();
+    auto const & path = fLocation.path().native();
+    if (mode == nullptr || std::string_view(mode) != "a+" || path.find(L'\0') != path.npos)
+        return false;
+
+    bool const shared = fLocation.inSharedFolder();
+    // Others may append to the file, read it and move it away meanwhile. A handle that may do no more than append
+    // writes at the end, wherever that is by then.
+    HANDLE const file = ::CreateFileW(path.c_str(), FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE,
+        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
+        FILE_ATTRIBUTE_NORMAL | (shared ? FILE_FLAG_OPEN_REPARSE_POINT : 0), nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    auto handle = std::make_unique<Handle>(file);
+    BY_HANDLE_FILE_INFORMATION state;
+    if (::GetFileType(file) != FILE_TYPE_DISK || !::GetFileInformationByHandle(file, &state) ||
+        (state.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+        return false;
+    if (shared && ((state.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 || state.nNumberOfLinks > 1))
+        return false;
+    fHandle = std::move(handle);
+    return true;
+}
+
+// The text with the line ends of this system, which the text's own newlines become too.
+static std::string line_of(KelpString const & text)
+{
+    std::string const plain = text.toUTF8();
+    std::string line;
+    line.reserve(plain.size() + plain.size() / 32 + 2);
+    char previous = '\0';
+    for (char const character : plain) {
+        if (character == '\n' && previous != '\r')
+            line += '\r';
+        line += character;
+        previous = character;
+    }
+    return line += "\r\n";
+}
+
+void File::writeLine(KelpString const & text)
+{
+    if (!fHandle)
+        return;
+    std::string const line = line_of(text);
+    for (std::string_view rest = line; !rest.empty();) {
+        DWORD const part = rest.size() > MAXLONG ? MAXLONG : static_cast<DWORD>(rest.size());
+        DWORD written = 0;
+        if (!::WriteFile(fHandle->fFile, rest.data(), part, &written, nullptr) || written == 0)
+            return;
+        rest.remove_prefix(written);
+    }
+}
