@@ -19,7 +19,10 @@ using Text = std::u16string_view;
 
 bool is_blank(char16_t character)
 {
-    return character == u' ' || character == u'\t';
+    return (character >= u'\t' && character <= u'\r') ||
+           Text(u" \u0085\u00A0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007\u2008\u2009\u200A"
+                u"\u2028\u2029\u202F\u205F\u3000")
+                   .find(character) != Text::npos;
 }
 
 bool is_digit(char16_t character)
@@ -52,10 +55,15 @@ std::size_t size_of(unsigned type)
     }
 }
 
+bool is_object(unsigned type)
+{
+    return type == VT_DISPATCH || type == VT_UNKNOWN;
+}
+
 bool is_type(unsigned type)
 {
     unsigned const base = type & ~unsigned{ VT_ARRAY | VT_BYREF };
-    if (size_of(base) != 0 || base == VT_DISPATCH || base == VT_UNKNOWN || base == VT_DECIMAL)
+    if (size_of(base) != 0 || is_object(base) || base == VT_DECIMAL || base == VT_RECORD)
         return true;
     return base == VT_VARIANT ? type != base : type == VT_EMPTY || type == VT_NULL;
 }
@@ -70,7 +78,7 @@ HRESULT dereference(VARIANT const & source, VARIANT & out)
         return S_OK;
     }
     if (source.byref == nullptr)
-        return E_INVALIDARG;
+        return DISP_E_TYPEMISMATCH;
     if (source.vt == (VT_BYREF | VT_VARIANT)) {
         auto const & inner = *static_cast<VARIANT const *>(source.byref);
         return inner.vt == source.vt ? E_INVALIDARG : dereference(inner, out);
@@ -80,27 +88,26 @@ HRESULT dereference(VARIANT const & source, VARIANT & out)
     return S_OK;
 }
 
-// "&H1F" and "&O17", less the "&": 32 bits, or 64 where it takes them, with the sign in the first bit.
+// "&H1F" and "&O17", less the "&": 32 bits with the sign in the first.
 HRESULT parse_bits(Text text, double & out)
 {
     if (text.size() < 2)
         return DISP_E_TYPEMISMATCH;
     char16_t const mark = ascii_lower(text.front());
     unsigned const shift = mark == u'h' ? 4 : mark == u'o' ? 3 : 0;
-    std::uint64_t bits = 0;
+    std::uint32_t bits = 0;
     bool fits = true;
     for (char16_t const digit : text.substr(1)) {
         auto const place =
             Text(u"0123456789abcdef").substr(0, shift == 0 ? 0 : 1u << shift).find(ascii_lower(digit));
         if (place == Text::npos)
             return DISP_E_TYPEMISMATCH;
-        fits = fits && bits >> (64 - shift) == 0;
-        bits = bits << shift | place;
+        fits = fits && bits >> (32 - shift) == 0;
+        bits = bits << shift | static_cast<std::uint32_t>(place);
     }
     if (!fits)
         return DISP_E_OVERFLOW;
-    out = bits <= 0xFFFFFFFF ? static_cast<std::int32_t>(static_cast<std::uint32_t>(bits))
-                             : static_cast<double>(static_cast<std::int64_t>(bits));
+    out = static_cast<std::int32_t>(bits);
     return S_OK;
 }
 
@@ -119,9 +126,8 @@ HRESULT parse_magnitude(Text text, double & out)
             order += point ? (nonzero ? 0 : -1) : (nonzero ? 1 : 0);
         } else if (character == u'.' && !point) {
             point = true;
-        } else if (character == u',' && !point && i > 0 && i + 1 < text.size() && is_digit(text[i - 1]) &&
-                   is_digit(text[i + 1])) {
-            continue;
+        } else if (character == u',' && digits) {
+            continue; // wherever it stands behind the first digit
         } else {
             break;
         }
@@ -182,7 +188,9 @@ HRESULT parse_number(Text text, double & out)
     }
     for (; !text.empty(); text.remove_suffix(1)) {
         char16_t const character = text.back();
-        if (character == u')' && open && !closed)
+        if (character == u'$' && !currency)
+            currency = true;
+        else if (character == u')' && open && !closed)
             closed = true;
         else if (!is_blank(character) && !take_sign(character))
             break;
@@ -194,6 +202,19 @@ HRESULT parse_number(Text text, double & out)
     if (code == S_OK)
         out = negative ? -magnitude : magnitude;
     return code;
+}
+
+// A text is read up to its first zero character.
+Text read_text(VARIANT const & value)
+{
+    Text const text(value.bstrVal, SysStringLen(value.bstrVal));
+    return text.substr(0, text.find(u'\0'));
+}
+
+// Why a value has no number and no text.
+HRESULT unreadable(VARIANT const & value)
+{
+    return value.vt == VT_DISPATCH && value.byref == nullptr ? DISP_E_BADVARTYPE : DISP_E_TYPEMISMATCH;
 }
 
 HRESULT real_of(VARIANT const & value, double & out)
@@ -215,8 +236,8 @@ HRESULT real_of(VARIANT const & value, double & out)
     case VT_CY: out = static_cast<double>(value.cyVal.int64) / 10000; return S_OK;
     case VT_DATE: out = value.date; return S_OK;
     case VT_BOOL: out = value.boolVal; return S_OK;
-    case VT_BSTR: return parse_number(Text(value.bstrVal, SysStringLen(value.bstrVal)), out);
-    default: return DISP_E_TYPEMISMATCH;
+    case VT_BSTR: return parse_number(read_text(value), out);
+    default: return unreadable(value);
     }
 }
 
@@ -239,9 +260,9 @@ HRESULT whole_of(VARIANT const & value, std::int32_t & out)
 HRESULT bool_of(VARIANT const & value, VARIANT_BOOL & out)
 {
     if (value.vt == VT_BSTR) {
-        Text const text(value.bstrVal, SysStringLen(value.bstrVal));
-        bool const yes = equal_ignoring_case(text, u"true") || equal_ignoring_case(text, u"#true#");
-        if (yes || equal_ignoring_case(text, u"false") || equal_ignoring_case(text, u"#false#")) {
+        Text const text = read_text(value);
+        bool const yes = equal_ignoring_case(text, u"true") || text == u"#TRUE#";
+        if (yes || equal_ignoring_case(text, u"false") || text == u"#FALSE#") {
             out = yes ? VARIANT_TRUE : VARIANT_FALSE;
             return S_OK;
         }
@@ -253,15 +274,18 @@ HRESULT bool_of(VARIANT const & value, VARIANT_BOOL & out)
     return code;
 }
 
-KelpString real_text(double value, std::int32_t digits)
+KelpString real_text(double value, int digits)
 {
     if (std::isnan(value))
         return "1.#QNAN";
     if (std::isinf(value))
         return value < 0 ? "-1.#INF" : "1.#INF";
+    char buffer[40];
+    value = value == 0 ? 0 : value; // no "-0"
+    auto const end = std::to_chars(buffer, std::end(buffer), value, std::chars_format::general, digits).ptr;
+    std::replace(buffer, end, 'e', 'E');
     KelpString text;
-    StringConverters::convertRealToString(value == 0 ? 0 : value, text, 10, digits, false); // no "-0"
-    std::replace(text.begin(), text.end(), u'e', u'E');
+    append_narrow(text, std::string_view(buffer, static_cast<std::size_t>(end - buffer)));
     return text;
 }
 
@@ -327,9 +351,9 @@ HRESULT text_of(VARIANT const & value, std::uint16_t flags, KelpString & out)
         if ((flags & VARIANT_ALPHABOOL) != 0)
             out = value.boolVal != 0 ? "True" : "False";
         else
-            out = value.boolVal != 0 ? "-1" : "0";
+            out.build("%d", value.boolVal);
         return S_OK;
-    default: return DISP_E_TYPEMISMATCH;
+    default: return unreadable(value);
     }
 }
 
@@ -345,12 +369,17 @@ HRESULT convert(VARIANT const & source, std::uint16_t flags, VARIANT & out)
     if (source.vt == out.vt) {
         if (source.vt == VT_BSTR)
             return store_text(out, Text(source.bstrVal, SysStringLen(source.bstrVal)));
-        if (size_of(source.vt) == 0 && source.vt != VT_EMPTY && source.vt != VT_NULL)
+        if (size_of(source.vt) == 0 && source.vt != VT_EMPTY && source.vt != VT_NULL &&
+            !(is_object(source.vt) && source.byref == nullptr))
             return DISP_E_TYPEMISMATCH; // objects have no copies here
         out.llVal = source.llVal;
         return S_OK;
     }
     switch (out.vt) {
+    case VT_EMPTY:
+    case VT_NULL:
+        return source.vt == VT_NULL || source.vt == VT_ERROR || (source.vt & VT_ARRAY) != 0 ? DISP_E_TYPEMISMATCH
+                                                                                            : S_OK;
     case VT_I4: return whole_of(source, out.lVal);
     case VT_R8: return real_of(source, out.dblVal);
     case VT_BOOL: return bool_of(source, out.boolVal);
@@ -426,7 +455,7 @@ HRESULT VariantChangeType(VARIANT * destination, VARIANT const * source, std::ui
 {
     if (destination == nullptr || source == nullptr)
         return E_INVALIDARG;
-    if (!is_type(type) || (type & (VT_ARRAY | VT_BYREF)) != 0)
+    if (!is_type(type) && type != VT_VARIANT)
         return DISP_E_BADVARTYPE;
     VARIANT value;
     VARIANT result;
@@ -435,6 +464,8 @@ HRESULT VariantChangeType(VARIANT * destination, VARIANT const * source, std::ui
     HRESULT code = dereference(*source, value);
     if (code != S_OK)
         return code;
+    if ((type & (VT_ARRAY | VT_BYREF)) != 0 || type == VT_VARIANT)
+        return DISP_E_TYPEMISMATCH;
     result.vt = type;
     try {
         code = convert(value, flags, result);
