@@ -45,10 +45,9 @@ Tree real(double number)
 {
     return { std::make_shared<Node>(number) };
 }
-// On Windows a BSTR has wide characters.
 Tree written(char16_t const * characters, ExpressionType kind = ET_VALUE)
 {
-    return value(VT_BSTR, &VARIANT::bstrVal, SysAllocString(reinterpret_cast<std::remove_pointer_t<BSTR> const *>(characters)), kind);
+    return value(VT_BSTR, &VARIANT::bstrVal, SysAllocString(ole_characters(characters)), kind);
 }
 
 // A node that the host fails to give a value or a kind for.

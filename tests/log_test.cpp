@@ -1,13 +1,9 @@
 #include "fixture.h"
+#include "machine.h"
 
 #include <chrono>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <thread>
-#include <tuple>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -15,51 +11,30 @@ namespace {
 
 using Timer = MDXQueryLog::MDXQueryTimer;
 
-char const kClock[] = "\"MDX Query Clock\"=dword:00000001\n";
+char const kKey[] = R"(Software\Quarry Lane\Fieldstone 11.0\Tideline\BRIM(o)\Log\Modules\ODBOMODULE)";
 
-// A machine of its own, whose settings and temporary folder stand in a new folder; all is as before at the end.
 class QueryLog : public testing::Test {
 protected:
-    void SetUp() override
+    QueryLog() : query(static_cast<MDXSelectQuery *>(f.generator->GenerateQuery(MDXQuery::QT_SELECT, nullptr)))
     {
-        std::string pattern = (fs::temp_directory_path() / "query-log-XXXXXX").string();
-        ASSERT_NE(nullptr, ::mkdtemp(pattern.data()));
-        fFolder = pattern;
-        for (char const * const name : { "XDG_CONFIG_HOME", "HOME", "TMPDIR" }) {
-            char const * const old = std::getenv(name);
-            fOld.emplace_back(name, old != nullptr, old != nullptr ? old : "");
-            fs::create_directories(fFolder / name / "odbomodule");
-            ::setenv(name, (fFolder / name).c_str(), 1);
-        }
-        query.reset(static_cast<MDXSelectQuery *>(f.generator->GenerateQuery(MDXQuery::QT_SELECT, nullptr)));
         query->AddAxisSpecification(0, f.set.get(), {}, MDXSelectQuery::NES_ALL);
     }
-    void TearDown() override
-    {
-        for (auto const & [name, wasSet, old] : fOld)
-            wasSet ? ::setenv(name, old.c_str(), 1) : ::unsetenv(name);
-        fs::remove_all(fFolder);
-    }
 
-    // A generator that finds the log turned on, to a file of that name, with more values behind.
-    std::unique_ptr<MDXQueryGenerator> logging_to(std::string const & file, std::string const & values = "") const
+    // A generator that finds the log turned on, to a file of that name, and the clock as it was set before.
+    std::unique_ptr<MDXQueryGenerator> logging_to(std::string const & file)
     {
-        char const key[] = R"([HKEY_LOCAL_MACHINE\Software\Quarry Lane\Fieldstone 11.0\Tideline\BRIM(o)\Log\Modules\ODBOMODULE])";
-        std::ofstream settings(fFolder / "XDG_CONFIG_HOME/odbomodule/registry.reg");
-        settings << "Windows Registry Editor Version 5.00\n\n" << key << "\n\"MDX Query Log\"=\"" << file << "\"\n" << values;
+        machine.set(kKey, "MDX Query Log", file);
         return std::unique_ptr<MDXQueryGenerator>(createMSOLAP7QueryGenerator("[Sales]", false));
     }
-    std::string read(char const * file) const
+    template <class Value>
+    void set_clock(Value value)
     {
-        std::ostringstream bytes;
-        bytes << std::ifstream(fFolder / file, std::ios::binary).rdbuf();
-        return bytes.str();
+        machine.set(kKey, "MDX Query Clock", value);
     }
 
     Fixture f;
     Held<MDXSelectQuery> query; // {A} on the columns
-    fs::path fFolder;
-    std::vector<std::tuple<char const *, bool, std::string>> fOld;
+    Machine machine;
 };
 
 }
@@ -73,14 +48,18 @@ TEST_F(QueryLog, SettingIsReadOnceForAGenerator)
     ASSERT_NE(nullptr, log);
     logging_to("second.txt");
     EXPECT_EQ(log, later->GetMDXQueryLog());
-    EXPECT_TRUE(fs::exists(fFolder / "TMPDIR/first.txt"));
-    EXPECT_FALSE(fs::exists(fFolder / "TMPDIR/second.txt"));
+    EXPECT_TRUE(fs::exists(machine.temporary_folder() / "first.txt"));
+    EXPECT_FALSE(fs::exists(machine.temporary_folder() / "second.txt"));
 }
 
 TEST_F(QueryLog, WithoutAClockThereIsNoTimer)
 {
-    for (char const * const clock : { "", "\"MDX Query Clock\"=dword:00000000\n", "\"MDX Query Clock\"=\"1\"\n" }) {
-        auto const made = logging_to("log.txt", clock);
+    for (char const * const clock : { "none", "off", "a text" }) {
+        if (clock == std::string("off"))
+            set_clock(0u);
+        else if (clock == std::string("a text"))
+            set_clock("1");
+        auto const made = logging_to("log.txt");
         MDXQueryLog * const log = made->GetMDXQueryLog();
         ASSERT_NE(nullptr, log);
         Timer own;
@@ -92,8 +71,9 @@ TEST_F(QueryLog, WithoutAClockThereIsNoTimer)
 
 TEST_F(QueryLog, EntriesAndDurations)
 {
+    set_clock(1u);
     for (int run = 0; run < 2; ++run) { // the second adds to what the first has written
-        auto const made = logging_to((fFolder / "log.txt").string(), kClock);
+        auto const made = logging_to((machine.folder() / "log.txt").string());
         MDXQueryLog * const log = made->GetMDXQueryLog();
         ASSERT_NE(nullptr, log);
         log->timeQuery(nullptr);
@@ -110,7 +90,7 @@ TEST_F(QueryLog, EntriesAndDurations)
         log->logQuery(query.get(), nullptr);
     }
     // The durations vary: each is cut out of the text and looked at by itself.
-    std::string text = read("log.txt");
+    std::string text = text_of(machine.folder() / "log.txt");
     std::string const opening = "Query duration: ";
     for (std::size_t at = text.find(opening); at != std::string::npos; at = text.find(opening, at + 1)) {
         at += opening.size();
@@ -127,9 +107,10 @@ TEST_F(QueryLog, EntriesAndDurations)
 
 TEST_F(QueryLog, ClosedLogDoesNothing)
 {
-    auto const made = logging_to((fFolder / "no such folder/log.txt").string(), kClock);
+    set_clock(1u);
+    auto const made = logging_to((machine.folder() / "no such folder/log.txt").string());
     EXPECT_EQ(nullptr, made->GetMDXQueryLog());
-    fs::create_directory(fFolder / "no such folder");
+    fs::create_directory(machine.folder() / "no such folder");
     EXPECT_EQ(nullptr, made->GetMDXQueryLog());
 
     MDXQueryLog log("[Sales]");
@@ -137,5 +118,5 @@ TEST_F(QueryLog, ClosedLogDoesNothing)
     log.logMessage("lost");
     Timer own; // stays with its holder
     log.logQuery(query.get(), &own);
-    EXPECT_TRUE(fs::is_empty(fFolder / "no such folder"));
+    EXPECT_TRUE(fs::is_empty(machine.folder() / "no such folder"));
 }

@@ -98,7 +98,7 @@ TEST(RefCount, WritesItsLifeToTheLog)
     LogLines lines;
     {
         Level const memory("MEMORY", "Thing", 4);
-        Level const interface("INTERFACE", "Thing", 5);
+        Level const counts("INTERFACE", "Thing", 5);
         auto * const thing = new Thing([](Thing &) {});
         std::string const address = hexadecimal(thing);
         thing->use();
@@ -106,10 +106,10 @@ TEST(RefCount, WritesItsLifeToTheLog)
             lines.take());
 
         // A change of level reaches live objects; each line has its own threshold.
-        interface.fLevel = 4;
+        counts.fLevel = 4;
         thing->unuse();
         EXPECT_EQ(Strings{}, lines.take());
-        interface.fLevel = 6;
+        counts.fLevel = 6;
         thing->unuse();
         EXPECT_EQ((Strings{ "c2011000 6 INTERFACE/Thing: Thing(007) " + address + " Refcount lowered to 0", "c2011000 4 MEMORY/Thing: Thing(007) " + address + " destroyed" }),
             lines.take());

@@ -56,8 +56,10 @@ TEST(Text, OneAllocationForAText)
 
     KelpString const condition("[Measures].[Sales] > 1000");
     f.set->TakeName(KelpString("{[Store].[Geo].[Country].Members}"));
-    EXPECT_EQ(1u, allocations_of([&] { f.set->DrillUp(condition); }));
+    EXPECT_EQ(kCountsLibraries ? 1u : 0u, allocations_of([&] { f.set->DrillUp(condition); }));
 }
+
+#if !defined(_WIN32) // where the libraries' allocations do not fail by gFailAt
 
 // The old text stands after every allocation that an operation could want.
 TEST(Text, AFailedAllocationLeavesTheOldText)
@@ -103,3 +105,5 @@ TEST(Text, AFactoryThatRunsOutOfMemoryLeavesNothingBehind)
     EXPECT_THROW(f.generator->GenerateQuery(MDXQuery::QT_DROP, nullptr), std::bad_alloc);
     gFailAt = 0;
 }
+
+#endif
