@@ -22,9 +22,7 @@ TEST(RefCountWithoutLog, CountsAndWritesNothing)
 {
     CoreLog & log = *support_dll::getLogObject();
     bool written = false;
-    log.setSink([](void * context, std::uint32_t, std::int32_t, KelpString const &, KelpString const &,
-                    KelpString const &) { *static_cast<bool *>(context) = true; },
-        &written);
+    log.setSink([](void * context, std::uint32_t, std::int32_t, KelpString const &, KelpString const &, KelpString const &) { *static_cast<bool *>(context) = true; }, &written);
     *log.getModuleVerbosity("MEMORY", "Thing") = 9;
     *log.getModuleVerbosity("INTERFACE", "Thing") = 9;
     support::RefCount * const thing = new Thing;
