@@ -140,7 +140,11 @@ TEST_F(SettingsFiles, TemporaryFolderIsNotTrusted)
     fs::remove(file);
     fs::create_symlink(mine, file);
     EXPECT_FALSE(File(locator).open("a+")) << "symbolic link";
-    EXPECT_TRUE(File{ FileLocator(KelpString::fromUTF8(file.string())) }.open("a+")) << "a link at a place of its own";
+    FileLocator const named(KelpString::fromUTF8(file.string()));
+    EXPECT_TRUE(File(named).open("a+")) << "a link at a place of its own";
+    fs::permissions(file.parent_path(), fs::perms(0777));
+    EXPECT_FALSE(File(named).open("a+")) << "a link where all may write";
+    fs::permissions(file.parent_path(), fs::perms(0700));
     fs::remove(file);
     fs::create_hard_link(mine, file);
     EXPECT_FALSE(File(locator).open("a+")) << "hard link";

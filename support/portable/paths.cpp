@@ -1,5 +1,6 @@
 #include "common/paths.h"
 
+#include <cstdlib>
 #include <string>
 
 std::filesystem::path native_path(KelpString const & text)
@@ -9,7 +10,6 @@ std::filesystem::path native_path(KelpString const & text)
 
 std::filesystem::path temporary_folder()
 {
-    std::error_code failure;
-    auto folder = std::filesystem::temp_directory_path(failure);
-    return failure ? "/tmp" : folder;
+    auto const folder = ::secure_getenv("TMPDIR");
+    return folder != nullptr && *folder == '/' ? folder : "/tmp";
 }

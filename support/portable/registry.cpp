@@ -13,13 +13,14 @@ namespace {
 
 constexpr off_t kLargestFile = 1024 * 1024;
 
-// The folders that may hold settings, the most personal first.
+// The folders that may hold settings, the most personal first. Whoever starts a process with more rights than his own
+// has no say in it.
 std::vector<std::string> setting_folders()
 {
     std::vector<std::string> folders;
-    if (auto const folder = std::getenv("XDG_CONFIG_HOME"); folder != nullptr && *folder == '/')
+    if (auto const folder = ::secure_getenv("XDG_CONFIG_HOME"); folder != nullptr && *folder == '/')
         folders.emplace_back(folder);
-    if (auto const home = std::getenv("HOME"); home != nullptr && *home == '/')
+    if (auto const home = ::secure_getenv("HOME"); home != nullptr && *home == '/')
         folders.push_back(std::string(home) + "/.config");
     folders.emplace_back("/etc");
     return folders;
