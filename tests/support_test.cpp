@@ -158,7 +158,8 @@ TEST(FormatText, Conversions)
         char const * want;
     };
     Row const rows[] = {
-        { "Query duration: %.3f seconds", { 1.234 }, "Query duration: 1.234 seconds" },
+        { "Query duration: %.3f seconds", { 1234 * 0.001 }, "Query duration: 1.234 seconds" },
+        { "Query duration: %.3f seconds", { 5 * 0.001 }, "Query duration: 0.005 seconds" },
         { "%.3f %.3f %.0f %f", { 0.0005, 0.0015, 2.5, -1.5 }, "0.001 0.002 2 -1.500000" },
         { "%.1f", { 1e22 }, "10000000000000000000000.0" },
         { "%x %X %u", { -1, -17, -1 }, "ffffffff FFFFFFEF 4294967295" },
