@@ -13,6 +13,30 @@ struct File::Handle {
     HANDLE const fFile;
 };
 
+// Keeps other processes that write by this class out for the length of a scope. A handle that may only append writes
+// in one piece on the system's own file systems, but not on every one that stands in for them. The lock is on a byte
+// that no file has, so that readers are not kept out.
+class WriteLock {
+public:
+    explicit WriteLock(HANDLE file) : fFile(file)
+    {
+        fPlace.OffsetHigh = MAXLONG;
+        fHeld = ::LockFileEx(fFile, LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &fPlace) != FALSE;
+    }
+    ~WriteLock()
+    {
+        if (fHeld)
+            ::UnlockFileEx(fFile, 0, 1, 0, &fPlace);
+    }
+    WriteLock(WriteLock const &) = delete;
+    WriteLock & operator=(WriteLock const &) = delete;
+
+private:
+    HANDLE const fFile;
+    OVERLAPPED fPlace{};
+    bool fHeld;
+};
+
 File::File(FileLocator const & location) : fLocation(location) {}
 
 File::~File() = default;
@@ -27,7 +51,8 @@ bool File::open(char const * mode)
     bool const shared = fLocation.inSharedFolder();
     // Others may append to the file, read it and move it away meanwhile. A handle that may do no more than append
     // writes at the end, wherever that is by then.
-    HANDLE const file = ::CreateFileW(path.c_str(), FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE,
+    HANDLE const file = ::CreateFileW(path.c_str(),
+        FILE_APPEND_DATA | FILE_READ_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE,
         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
         FILE_ATTRIBUTE_NORMAL | (shared ? FILE_FLAG_OPEN_REPARSE_POINT : 0), nullptr);
     if (file == INVALID_HANDLE_VALUE)
@@ -64,6 +89,7 @@ void File::writeLine(KelpString const & text)
     if (!fHandle)
         return;
     std::string const line = line_of(text);
+    WriteLock const lock(fHandle->fFile);
     for (std::string_view rest = line; !rest.empty();) {
         DWORD const part = rest.size() > MAXLONG ? MAXLONG : static_cast<DWORD>(rest.size());
         DWORD written = 0;
