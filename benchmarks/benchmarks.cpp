@@ -24,16 +24,6 @@ using memory_cube::Node;
 
 namespace {
 
-struct GiveBack {
-    template <class Object>
-    void operator()(Object * object) const
-    {
-        object->unuse();
-    }
-};
-template <class Object>
-using Held = std::unique_ptr<Object, GiveBack>;
-
 // The floor of anything that makes a text: allocate it and copy its pieces.
 std::u16string copy_of(std::initializer_list<std::u16string_view> pieces)
 {
@@ -82,7 +72,7 @@ void add_chains()
         RatioTable::add(
             "wraps in a chain, " + std::to_string(chain.wraps), chain.bar,
             [=] {
-                Held<MDXSet> const set(generator()->GenerateSet(KelpString("s")));
+                RefPtr<MDXSet> const set(generator()->GenerateSet(KelpString("s")));
                 KelpString condition("c");
                 for (int i = 0; i < chain.wraps; ++i)
                     set->TakeFilter(condition);
@@ -101,13 +91,13 @@ void add_chains()
     };
     for (Count const count : { Count{ 50, 1.3 }, Count{ 100, 1.5 } }) {
         KelpString const member("[Store].[Geo].[Japan]");
-        Held<MDXSet> const finished(generator()->GenerateSet());
+        RefPtr<MDXSet> const finished(generator()->GenerateSet());
         finished->TakeAncestorsOfMember(member, true, count.generations);
         KelpString const text = finished->getText();
         RatioTable::add(
             "all ancestors, count " + std::to_string(count.generations), count.bar,
             [=] {
-                Held<MDXSet> const set(generator()->GenerateSet());
+                RefPtr<MDXSet> const set(generator()->GenerateSet());
                 set->TakeAncestorsOfMember(member, true, count.generations);
                 DoNotOptimize(set.get());
             },
@@ -119,10 +109,10 @@ void add_selects()
 {
     for (int const axes : { 2, 8, 64 }) {
         std::u16string const characters(512, u'x'); // 1 KiB
-        std::shared_ptr<MDXSelectQuery> const query(
-            static_cast<MDXSelectQuery *>(generator()->GenerateQuery(MDXQuery::QT_SELECT, nullptr)), GiveBack());
+        RefPtr<MDXSelectQuery> const query(
+            static_cast<MDXSelectQuery *>(generator()->GenerateQuery(MDXQuery::QT_SELECT, nullptr)));
         for (int axis = 0; axis < axes; ++axis) {
-            Held<MDXSet> const set(generator()->GenerateSet(KelpString(characters)));
+            RefPtr<MDXSet> const set(generator()->GenerateSet(KelpString(characters)));
             query->AddAxisSpecification(axis, set.get(), {}, MDXSelectQuery::NES_NON_EMPTY);
         }
         KelpString const text = query->getText(false);
@@ -134,7 +124,7 @@ void add_selects()
 
 void add_objects()
 {
-    std::shared_ptr<MDXSet> const set(generator()->GenerateSet(), GiveBack());
+    RefPtr<MDXSet> const set(generator()->GenerateSet());
     auto const mutex = std::make_shared<std::unique_ptr<std::mutex>>(std::make_unique<std::mutex>());
     RatioTable::add(
         "use and unuse", 1.7,
@@ -211,7 +201,7 @@ void walk(std::u16string & text, BRIM_o::Expression * node)
 void add_condition(std::string const & name, double bar, std::shared_ptr<Tree> const & tree,
     std::function<void(BRIM_o::Expression *)> const & floor)
 {
-    std::shared_ptr<MDXSet> const set(generator()->GenerateSet(), GiveBack());
+    RefPtr<MDXSet> const set(generator()->GenerateSet());
     RatioTable::add(
         name, bar, [=] { set->Filter(tree->top, nullptr); }, [=] { floor(tree->top); });
 }
@@ -302,28 +292,29 @@ struct ReportTexts {
 KelpString report_statement(ReportTexts & t)
 {
     MDXQueryGenerator & g = *generator();
-    Held<MDXSelectQuery> const query(static_cast<MDXSelectQuery *>(g.GenerateQuery(MDXQuery::QT_SELECT, nullptr)));
+    RefPtr<MDXSelectQuery> const query(
+        static_cast<MDXSelectQuery *>(g.GenerateQuery(MDXQuery::QT_SELECT, nullptr)));
 
-    Held<MDXField> const profit(g.GenerateField(t.measures, t.rateName));
-    Held<MDXValue> const rate(g.GenerateValue(t.rate));
+    RefPtr<MDXField> const profit(g.GenerateField(t.measures, t.rateName));
+    RefPtr<MDXValue> const rate(g.GenerateValue(t.rate));
     query->AddMemberFormula(profit.get(), rate.get(), 10, t.propertyNames, t.propertyValues);
 
-    Held<MDXSet> const measures(g.GenerateSet(t.columns));
+    RefPtr<MDXSet> const measures(g.GenerateSet(t.columns));
     query->AddAxisSpecification(0, measures.get(), t.none, MDXSelectQuery::NES_ALL);
 
-    Held<MDXSet> const rows(g.GenerateSet(t.stores));
-    Held<MDXField> const sales(g.GenerateField(t.sales));
-    Held<MDXTuple> const key(g.GenerateTuple());
+    RefPtr<MDXSet> const rows(g.GenerateSet(t.stores));
+    RefPtr<MDXField> const sales(g.GenerateField(t.sales));
+    RefPtr<MDXTuple> const key(g.GenerateTuple());
     key->AddField(sales.get());
-    Held<MDXSet> const years(g.GenerateSet(t.years));
+    RefPtr<MDXSet> const years(g.GenerateSet(t.years));
     rows->DrillDownOnSet(t.japan);
     rows->TakeFilter(t.condition);
     *rows *= *years;
     rows->TakeExtremity(MDXSet::Top, MDXSet::Count, t.ten, key.get());
     query->AddAxisSpecification(1, rows.get(), t.none, MDXSelectQuery::NES_NON_EMPTY);
 
-    Held<MDXField> const product(g.GenerateField(t.product));
-    Held<MDXField> const customer(g.GenerateField(t.customer));
+    RefPtr<MDXField> const product(g.GenerateField(t.product));
+    RefPtr<MDXField> const customer(g.GenerateField(t.customer));
     query->AddSlicerSpecification(product.get());
     query->AddSlicerSpecification(customer.get());
     return query->getText(false);
@@ -392,7 +383,7 @@ void print_stack_use(char const * name, BRIM_o::ExpressionType type, bool left, 
             top = &nodes.emplace_back(todo.type, todo.left ? std::vector<BRIM_o::Expression *>{ top, leaf, leaf }
                                                            : std::vector<BRIM_o::Expression *>{ leaf, top, leaf });
         }
-        Held<MDXSet> const set(generator()->GenerateSet());
+        RefPtr<MDXSet> const set(generator()->GenerateSet());
         char here = 0;
         char * const start = &here;
         set->Filter(top, nullptr);
