@@ -49,7 +49,7 @@ struct Calculation final : BRIM_o::Calculation {
     KelpString getParentUniqueName() const override { return fParentUniqueName; }
 };
 
-struct Hierarchy final : BRIM_o::Hierarchy {
+struct Hierarchy : BRIM_o::Hierarchy {
     Dimension const * fDimension;
     KelpString fName; // empty when the dimension's name says it all
     KelpString fUniqueName;
@@ -91,7 +91,7 @@ struct Hierarchy final : BRIM_o::Hierarchy {
 };
 
 // One node of a condition tree. The operands belong to whoever made them.
-struct Node final : BRIM_o::Expression {
+struct Node : BRIM_o::Expression {
     BRIM_o::ExpressionType fType;
     std::vector<BRIM_o::Expression *> fOperands;
     std::u16string fText;

@@ -1,39 +1,100 @@
 #include "fixture.h"
 
-#include "host/core_log.h"
-
-Fixture::Fixture(bool dialect, bool flatHierarchyNames)
-    : fDialect(dialect),
-      generator(createMSOLAP7QueryGenerator("[Sales]", flatHierarchyNames)),
-      set(makeSet("{A}")),
-      other(makeSet("{B}")),
-      field(makeField("[F]")),
-      second(makeField("[G]")),
-      value(makeValue("V")),
-      weight(makeValue("W")),
-      tuple(generator->GenerateTuple()),
-      single(generator->GenerateTuple()),
-      empty(generator->GenerateTuple())
+Fixture::Fixture(Classes classes) : fGeneral(classes == kGeneral), generator(createMSOLAP7QueryGenerator("[Sales]", classes == kFlatDialect))
 {
     hierarchy.fLevels = { &country, &city, &shop };
-    tuple->AddField(field.get())->AddField(second.get());
-    single->AddField(field.get());
+    tuple->AddField(field)->AddField(second);
+    single->AddField(field);
 }
 
-Held<MDXSet> Fixture::makeSet(KelpString const & text) const
+Fixture::~Fixture()
 {
-    return Held<MDXSet>(fDialect ? generator->GenerateSet(text) : new General<MDXSet>(text));
+    for (support::RefCount * const object : std::vector<support::RefCount *>{ set, other, field, second, value, weight, third, tuple, single, empty })
+        object->unuse();
 }
 
-Held<MDXField> Fixture::makeField(KelpString const & text) const
+std::string raises(std::uint32_t code, std::string const & inserts)
 {
-    return Held<MDXField>(fDialect ? generator->GenerateField(text) : new General<MDXField>(text));
+    return "error " + std::to_string(code) + " (" + inserts + ")";
 }
 
-Held<MDXValue> Fixture::makeValue(KelpString const & text) const
+std::string error_of(std::function<void()> const & body)
 {
-    return Held<MDXValue>(fDialect ? generator->GenerateValue(text) : new General<MDXValue>(text));
+    try {
+        body();
+        return "";
+    } catch (MDXError const & error) {
+        std::string inserts;
+        for (std::int32_t i = 0; i < error.numInserts(); ++i)
+            inserts += (i == 0 ? "" : ", ") + error.getInsert(i)->getText().toUTF8();
+        return raises(error.code(), inserts);
+    }
 }
+
+std::int32_t count_of(support::RefCount & object)
+{
+    object.use();
+    return object.unuse();
+}
+
+// The texts and counts of all but one object. A tuple's text is left out, which may be that of the very object.
+static std::string state_of(Fixture & f, support::RefCount const * but)
+{
+    std::string state;
+    auto const add = [&](auto &... objects) { ((state += &objects == but ? "" : mdx_of(objects) + std::to_string(count_of(objects)) + "; "), ...); };
+    add(*f.set, *f.other, *f.field, *f.second, *f.value, *f.weight, *f.third);
+    for (MDXTuple * const tuple : { f.tuple, f.single })
+        state += std::to_string(tuple->FieldCount()) + "/" + std::to_string(count_of(*tuple)) + "; ";
+    return state;
+}
+
+static std::string doubled_quotes(std::string text)
+{
+    for (std::size_t at = 0; (at = text.find('\'', at)) != std::string::npos; at += 2)
+        text.insert(at, 1, '\'');
+    return text;
+}
+
+template <class Object>
+static void check_row(Row<Object> const & row, Fixture & f, Object & object)
+{
+    std::string const old = mdx_of(object);
+    std::int32_t const count = count_of(object);
+    std::string const others = state_of(f, &object);
+    EXPECT_EQ(doubled_quotes(old), object.getQuotedText().toUTF8()) << row.name;
+
+    std::string const error = error_of([&] { EXPECT_EQ(&object, row.call(f)) << row.name; });
+    std::string const have = mdx_of(object);
+    if (error.empty()) {
+        EXPECT_EQ(row.want, have) << row.name;
+    } else {
+        EXPECT_EQ(row.want, error) << row.name;
+        EXPECT_EQ(old, have) << row.name << ": text after an error";
+    }
+    EXPECT_EQ(have, object.getText().toUTF8()) << row.name;
+    EXPECT_EQ(doubled_quotes(have), object.getQuotedText().toUTF8()) << row.name << ": quoted text";
+    EXPECT_EQ(count, count_of(object)) << row.name << ": count";
+    EXPECT_EQ(others, state_of(f, &object)) << row.name << ": other objects";
+}
+
+template <class Object>
+void check_rows(Classes classes, std::vector<Row<Object>> const & rows)
+{
+    for (Classes const each : classes == kBoth ? std::vector{ kGeneral, kDialect } : std::vector{ classes }) {
+        for (Row<Object> const & row : rows) {
+            Fixture f(each);
+            if constexpr (std::is_same_v<Object, MDXSet>)
+                check_row(row, f, *f.set);
+            else if constexpr (std::is_same_v<Object, MDXField>)
+                check_row(row, f, *f.field);
+            else
+                check_row(row, f, *f.value);
+        }
+    }
+}
+template void check_rows(Classes, std::vector<Row<MDXSet>> const &);
+template void check_rows(Classes, std::vector<Row<MDXField>> const &);
+template void check_rows(Classes, std::vector<Row<MDXValue>> const &);
 
 LogLines::LogLines()
 {
@@ -43,108 +104,4 @@ LogLines::LogLines()
         static_cast<LogLines *>(context)->fAll.push_back(text.toUTF8());
     };
     support_dll::getLogObject()->setSink(take, this);
-}
-
-LogLines::~LogLines()
-{
-    support_dll::getLogObject()->setSink(nullptr, nullptr);
-}
-
-std::int32_t count_of(support::RefCount & object)
-{
-    object.use();
-    return object.unuse();
-}
-
-void expect_error(Raises const & want, std::string const & name, void (*body)(void *), void * context)
-{
-    try {
-        body(context);
-        ADD_FAILURE() << name << ": no error";
-    } catch (MDXError const & error) {
-        EXPECT_EQ(want.code, error.code()) << name;
-        ASSERT_EQ(static_cast<std::int32_t>(want.inserts.size()), error.numInserts()) << name;
-        for (std::int32_t i = 0; i < error.numInserts(); ++i)
-            EXPECT_EQ(want.inserts[static_cast<std::size_t>(i)], error.getInsert(i)->getText().toUTF8()) << name;
-    }
-}
-
-// The texts and counts of everything that a call could have touched.
-static std::vector<std::string> state_of(Fixture & f, support::RefCount const * but)
-{
-    std::vector<std::string> state;
-    auto const add = [&](auto & object) {
-        if (object.get() == but)
-            return;
-        state.push_back(object->getText().toUTF8());
-        state.push_back(std::to_string(count_of(*object)));
-    };
-    add(f.set);
-    add(f.other);
-    add(f.field);
-    add(f.second);
-    add(f.value);
-    add(f.weight);
-    // The tuples' texts are those of their fields, and a tuple may hold the very field that a row rewrites.
-    state.push_back(std::to_string(count_of(*f.tuple)) + std::to_string(f.tuple->FieldCount()));
-    state.push_back(std::to_string(count_of(*f.single)) + std::to_string(f.single->FieldCount()));
-    return state;
-}
-
-static std::string doubled_quotes(std::string const & text)
-{
-    std::string doubled;
-    for (char const character : text)
-        doubled.append(character == '\'' ? 2 : 1, character);
-    return doubled;
-}
-
-template <class Row, class Object>
-static void check_rows(std::vector<Row> const & rows, Held<Object> Fixture::*subject, bool dialect, bool flatHierarchyNames)
-{
-    for (Row const & row : rows) {
-        Fixture f(dialect, flatHierarchyNames);
-        Object & object = *(f.*subject);
-        std::string want = object.getText().toUTF8();
-        EXPECT_EQ(doubled_quotes(want), object.getQuotedText().toUTF8()) << row.name;
-        std::int32_t const count = count_of(object);
-        std::vector<std::string> const before = state_of(f, &object);
-
-        if (auto const * const error = std::get_if<Raises>(&row.want)) {
-            expect_error(
-                *error, [&] { row.call(f); }, row.name);
-        } else {
-            want = std::get<std::string>(row.want);
-            EXPECT_EQ(&object, row.call(f)) << row.name;
-        }
-        std::string const have = object.getText().toUTF8();
-        EXPECT_EQ(want, have) << row.name << "\nwant |" << want << "|\nhave |" << have << "|";
-        KelpString written("stale");
-        object.writeText(written);
-        EXPECT_EQ(have, written.toUTF8()) << row.name;
-        EXPECT_EQ(doubled_quotes(have), object.getQuotedText().toUTF8()) << row.name << ": quoted text";
-        EXPECT_EQ(count, count_of(object)) << row.name << ": count";
-        EXPECT_EQ(before, state_of(f, &object)) << row.name << ": arguments";
-    }
-}
-
-void check(std::vector<SetRow> const & rows, bool dialect, bool flatHierarchyNames)
-{
-    check_rows(rows, &Fixture::set, dialect, flatHierarchyNames);
-}
-
-void check_both(std::vector<SetRow> const & rows)
-{
-    check(rows, false);
-    check(rows, true);
-}
-
-void check(std::vector<FieldRow> const & rows, bool dialect, bool flatHierarchyNames)
-{
-    check_rows(rows, &Fixture::field, dialect, flatHierarchyNames);
-}
-
-void check(std::vector<ValueRow> const & rows, bool dialect, bool flatHierarchyNames)
-{
-    check_rows(rows, &Fixture::value, dialect, flatHierarchyNames);
 }

@@ -18,7 +18,7 @@ class QueryLog : public testing::Test {
 protected:
     QueryLog() : query(static_cast<MDXSelectQuery *>(f.generator->GenerateQuery(MDXQuery::QT_SELECT, nullptr)))
     {
-        query->AddAxisSpecification(0, f.set.get(), {}, MDXSelectQuery::NES_ALL);
+        query->AddAxisSpecification(0, f.set, {}, MDXSelectQuery::NES_ALL);
     }
 
     // A generator that finds the log turned on, to a file of that name, and the clock as it was set before.
@@ -34,7 +34,7 @@ protected:
     }
 
     Fixture f;
-    Held<MDXSelectQuery> query; // {A} on the columns
+    RefPtr<MDXSelectQuery> query; // {A} on the columns
     Machine machine;
 };
 
@@ -87,8 +87,8 @@ TEST_F(QueryLog, EntriesAndDurations)
         ASSERT_NE(nullptr, timer);
         // The timer stays with its holder when nothing is written.
         log->logQuery(nullptr, timer);
-        Held<MDXQuery> const broken(made->GenerateQuery(MDXQuery::QT_DROP, nullptr));
-        expect_error(Raises{ MDX_ERR_NOTHING_TO_DROP }, [&] { log->logQuery(broken.get(), timer); });
+        RefPtr<MDXQuery> const broken(made->GenerateQuery(MDXQuery::QT_DROP, nullptr));
+        EXPECT_EQ(raises(MDX_ERR_NOTHING_TO_DROP), error_of([&] { log->logQuery(broken.get(), timer); }));
         std::this_thread::sleep_for(std::chrono::milliseconds(30));
         least.push_back(std::chrono::duration<double>(Clock::now() - started).count());
         log->logQuery(query.get(), timer);

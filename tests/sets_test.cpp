@@ -2,57 +2,25 @@
 
 #include <cstdint>
 #include <limits>
+#include <stdexcept>
 
 namespace {
 
 constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
 
-using Fields = std::vector<MDXField *>;
-using Tuples = std::vector<MDXTuple *>;
-
-template <class... Argument>
-MDXSet * make(Argument const &... argument)
-{
-    return new General<MDXSet>(argument...);
-}
-
-TEST(MDXSet, Construction)
-{
-    std::vector<SetRow> const rows = {
-        { "nothing", CALL(make()), "{  }" },
-        { "text", CALL(make(KelpString(" it's { "))), " it's { " },
-        { "set", CALL(make(f.other.get())), "{B}" },
-        { "no fields", CALL(make(Fields())), " {  } " },
-        { "fields, one of them twice", CALL(make(Fields{ f.second.get(), f.field.get(), f.second.get() })), " { [G], [F], [G] } " },
-        { "tuples", CALL(make(Tuples{ f.tuple.get(), f.single.get() })), " { ( [F], [G] ) , [F] } " },
-        { "level", CALL(make(&f.city)), "[Store].[Geo].[City].MEMBERS " },
-        { "hierarchy", CALL(make(&f.hierarchy)), "{[Store].[Geo].allmembers}" },
-    };
-    for (SetRow const & row : rows) {
-        Fixture f;
-        Held<MDXSet> const made(row.call(f));
-        EXPECT_EQ(std::get<std::string>(row.want), made->getText().toUTF8()) << row.name;
-        EXPECT_EQ(1, count_of(*made)) << row.name;
-        EXPECT_EQ(1, count_of(*f.other)) << row.name;
-        EXPECT_EQ(1, count_of(*f.tuple)) << row.name;
-    }
-    Fixture f;
-    expect_error({ MDX_ERR_EMPTY_TUPLE }, [&] { make(Tuples{ f.single.get(), f.empty.get() }); });
-}
-
 TEST(MDXSet, CopyAndAssignment)
 {
     Fixture f;
     f.other->SetExpression("{it's}")->getQuotedText();
     f.other->use();
-    Held<MDXSet> const copy(new General<MDXSet>(static_cast<General<MDXSet> const &>(*f.other)));
+    RefPtr<MDXSet> const copy(new General<MDXSet>(static_cast<General<MDXSet> const &>(*f.other)));
     f.set->getQuotedText();
     *f.set = *f.other;
     EXPECT_EQ(1, f.other->unuse());
     f.other->Empty();
-    for (MDXSet * const set : { copy.get(), f.set.get() }) {
-        EXPECT_EQ("{it's}", set->getText().toUTF8());
+    for (MDXSet * const set : { copy.get(), f.set }) {
+        EXPECT_EQ("{it's}", mdx_of(*set));
         EXPECT_EQ("{it''s}", set->getQuotedText().toUTF8());
         EXPECT_EQ(1, count_of(*set));
     }
@@ -60,61 +28,52 @@ TEST(MDXSet, CopyAndAssignment)
 
 TEST(MDXSet, Algebra)
 {
-    check_both({
-        { "union with a field", CALL(*f.set += *f.field), "UNION( {A}, { [F] } )" },
-        { "union with a set", CALL(*f.set += *f.other), "UNION( {A}, {B} )" },
-        { "union with itself", CALL(*f.set += *f.set), "UNION( {A}, {A} )" },
-        { "difference", CALL(*f.set -= *f.other), "EXCEPT( {A}, { {B} } )" },
-        { "cross join", CALL(*f.set *= *f.other), "CROSSJOIN( {A}, {B} )" },
-        { "non-empty cross join", CALL(f.set->nonEmptyCrossjoin(f.other.get())), "CROSSJOIN( {A}, {B} )" },
-        { "intersection", CALL(f.set->Intersect(f.other.get())), "INTERSECT( {A}, {B} ) " },
-        { "field, uniting", CALL(f.set->AddField(*f.field, true)), "UNION( {A}, { [F] } )" },
-        { "field, listed, then braces", CALL(f.set->AddField(*f.field, false)->Delimit()), "{ {A}, [F] } " },
-        { "add calculations", CALL(f.set->AddCalculations()), "ADDCALCULATEDMEMBERS( {A} ) " },
-        { "distinct", CALL(f.set->SpecifyDistinct()), "DISTINCT( {A} ) " },
-        { "tail", CALL(f.set->TakeTail()), "TAIL( {A} ) " },
-        { "braces twice", CALL(f.set->Delimit()->Delimit()), "{ { {A} }  } " },
-        { "empty", CALL(f.set->Empty()), "{  }" },
-        { "name", CALL(f.set->TakeName(" [it's] ")), " [it's] " },
-        { "name of a set", CALL(f.set->TakeName(f.other.get())), "{B}" },
-        { "expression", CALL(f.set->SetExpression("")), "" },
-        { "extract", CALL(f.set->Extract("{S}", &f.hierarchy)), " { Extract( {S}, [Store].[Geo] ) } " },
-        { "nothing to remove", CALL(f.set->removeCalculationsSpecial(nullptr)), "{A}" },
+    check<MDXSet, kBoth>({
+        { CALL(*f.set += *f.field), "UNION( {A}, { [F] } )" },
+        { CALL(*f.set += *f.other), "UNION( {A}, {B} )" },
+        { CALL(*f.set += *f.set), "UNION( {A}, {A} )" },
+        { CALL(*f.set -= *f.other), "EXCEPT( {A}, { {B} } )" },
+        { CALL(*f.set *= *f.other), "CROSSJOIN( {A}, {B} )" },
+        { CALL(f.set->nonEmptyCrossjoin(f.other)), "CROSSJOIN( {A}, {B} )" },
+        { CALL(f.set->Intersect(f.other)), "INTERSECT( {A}, {B} ) " },
+        { CALL(f.set->AddField(*f.field, true)), "UNION( {A}, { [F] } )" },
+        { CALL(f.set->AddField(*f.field, false)->Delimit()), "{ {A}, [F] } " },
+        { CALL(f.set->AddCalculations()->SpecifyDistinct()->TakeTail()), "TAIL( DISTINCT( ADDCALCULATEDMEMBERS( {A} )  )  ) " },
+        { CALL(f.set->Empty()), "{  }" },
+        { CALL(f.set->TakeName(" [it's] ")), " [it's] " },
+        { CALL(f.set->TakeName(f.other)), "{B}" },
+        { CALL(f.set->SetExpression("")), "" },
+        { CALL(f.set->Extract("{S}", &f.hierarchy)), " { Extract( {S}, [Store].[Geo] ) } " },
+        { CALL(f.set->removeCalculationsSpecial(nullptr)), "{A}" },
     });
-    check({
-        { "strip, unread hierarchy", CALL(f.set->StripCalculations(nullptr, true)), "STRIPCALCULATEDMEMBERS( {A} ) " },
-        { "hierarchize, unread calculations", CALL(f.set->Hierarchize(true, nullptr, true, { &f.calculation })), "HIERARCHIZE( {A} ) " },
-        { "hierarchize calculations", CALL(f.set->HierarchizeCalculations(true)), "HIERARCHIZE( {A} ) " },
+    check<MDXSet, kGeneral>({
+        { CALL(f.set->StripCalculations(nullptr, true)), "STRIPCALCULATEDMEMBERS( {A} ) " },
+        { CALL(f.set->Hierarchize(true, nullptr, true, { &f.calculation })), "HIERARCHIZE( {A} ) " },
+        { CALL(f.set->HierarchizeCalculations(true)), "HIERARCHIZE( {A} ) " },
     });
 }
 
-TEST(MDXSet, Levels)
+TEST(MDXSet, LevelsAndDrilling)
 {
-    check_both({
-        { "top level", CALL(f.set->TakeTopLevel(&f.hierarchy)), " { [Store].[Geo].[Country].Members  } " },
-        { "top level, null hierarchy", CALL(f.set->TakeTopLevel(nullptr)), " {  } " },
-        { "top level, null level", CALL(f.hierarchy.fLevels.clear(), f.set->TakeTopLevel(&f.hierarchy)), " {  } " },
-        { "whole level", CALL(f.set->TakeWholeLevel(&f.city)), "[Store].[Geo].[City].MEMBERS" },
-        { "all members", CALL(f.set->TakeAllMembers(&f.hierarchy)), "[Store].[Geo].MEMBERS" },
-        { "all members of a name", CALL(f.set->TakeAllMembers("[X] ")), "[X] .MEMBERS" },
-        { "base level", CALL(f.set->TakeBaseLevel(&f.hierarchy, 4)), "[Store].[Geo].LEVELS( 3 ).MEMBERS" },
-        { "base level, lowest", CALL(f.set->TakeBaseLevel(&f.hierarchy, kLowest)), "[Store].[Geo].LEVELS( -2147483649 ).MEMBERS" },
-        { "invert", CALL(f.set->Invert(&f.hierarchy)), "EXCEPT( [Store].[Geo].MEMBERS, {A} ) " },
-    });
-}
-
-TEST(MDXSet, Drilling)
-{
-    check_both({
-        { "down, recursive", CALL(f.set->DrillDown(&f.hierarchy, "[X]", true)), "DRILLDOWNMEMBER( {A}, [Store].[Geo].MEMBERS , RECURSIVE ) " },
-        { "down, null hierarchy", CALL(f.set->DrillDown(nullptr, "[X]", false)), "DRILLDOWNMEMBER( {A},  { [X] } ) " },
-        { "down on a text", CALL(f.set->DrillDownOnSet("[X]")), "DRILLDOWNMEMBER( {A}, {[X]} ) " },
-        { "down on a set, twice", CALL(f.set->DrillDownOnSet(f.other.get())->DrillDownOnSet(f.other.get())), "DRILLDOWNMEMBER( DRILLDOWNMEMBER( {A}, {{B}} ) , {{B}} ) " },
-        { "up", CALL(f.set->DrillUp("[X]")), "DRILLUPMEMBER( {A},  { [X] } ) " },
-        { "up on a text", CALL(f.set->DrillUpOnSet("[X]")), "DRILLUPMEMBER( Hierarchize( {A} ) , [X] ) " },
-        { "up on itself", CALL(f.set->DrillUpOnSet(f.set.get())), "DRILLUPMEMBER( Hierarchize( {A} ) , {A} ) " },
-        { "toggle", CALL(f.set->ToggleDrillStateOnSet(f.other.get(), false)), "TOGGLEDRILLSTATE( {A}, {B} ) " },
-        { "toggle, recursive", CALL(f.set->ToggleDrillStateOnSet(f.other.get(), true)), "TOGGLEDRILLSTATE( {A}, {B}, RECURSIVE )" },
+    check<MDXSet, kBoth>({
+        { CALL(f.set->TakeTopLevel(&f.hierarchy)), " { [Store].[Geo].[Country].Members  } " },
+        { CALL(f.set->TakeTopLevel(nullptr)), " {  } " },
+        { CALL(f.hierarchy.fLevels.clear(), f.set->TakeTopLevel(&f.hierarchy)), " {  } " },
+        { CALL(f.set->TakeWholeLevel(&f.city)), "[Store].[Geo].[City].MEMBERS" },
+        { CALL(f.set->TakeAllMembers(&f.hierarchy)), "[Store].[Geo].MEMBERS" },
+        { CALL(f.set->TakeAllMembers("[X] ")), "[X] .MEMBERS" },
+        { CALL(f.set->TakeBaseLevel(&f.hierarchy, 4)), "[Store].[Geo].LEVELS( 3 ).MEMBERS" },
+        { CALL(f.set->TakeBaseLevel(&f.hierarchy, kLowest)), "[Store].[Geo].LEVELS( -2147483649 ).MEMBERS" },
+        { CALL(f.set->Invert(&f.hierarchy)), "EXCEPT( [Store].[Geo].MEMBERS, {A} ) " },
+        { CALL(f.set->DrillDown(&f.hierarchy, "[X]", true)), "DRILLDOWNMEMBER( {A}, [Store].[Geo].MEMBERS , RECURSIVE ) " },
+        { CALL(f.set->DrillDown(nullptr, "[X]", false)), "DRILLDOWNMEMBER( {A},  { [X] } ) " },
+        { CALL(f.set->DrillDownOnSet("[X]")), "DRILLDOWNMEMBER( {A}, {[X]} ) " },
+        { CALL(f.set->DrillDownOnSet(f.other)->DrillDownOnSet(f.other)), "DRILLDOWNMEMBER( DRILLDOWNMEMBER( {A}, {{B}} ) , {{B}} ) " },
+        { CALL(f.set->DrillUp("[X]")), "DRILLUPMEMBER( {A},  { [X] } ) " },
+        { CALL(f.set->DrillUpOnSet("[X]")), "DRILLUPMEMBER( Hierarchize( {A} ) , [X] ) " },
+        { CALL(f.set->DrillUpOnSet(f.set)), "DRILLUPMEMBER( Hierarchize( {A} ) , {A} ) " },
+        { CALL(f.set->ToggleDrillStateOnSet(f.other, false)), "TOGGLEDRILLSTATE( {A}, {B} ) " },
+        { CALL(f.set->ToggleDrillStateOnSet(f.other, true)), "TOGGLEDRILLSTATE( {A}, {B}, RECURSIVE )" },
     });
 }
 
@@ -126,114 +85,89 @@ MDXSet * take_ancestors(Fixture & f, bool all, std::int32_t count, std::int32_t 
 
 TEST(MDXSet, Ancestors)
 {
-    check_both({
-        { "of a member, count 0", CALL(f.set->TakeAncestorsOfMember("[M]", true, 0)), " { Ancestor( [M], {[M]}.Item(0).Item(0).Level ) } " },
-        { "of a member, lowest count", CALL(f.set->TakeAncestorsOfMember("[M]", true, kLowest)), " { Ancestor( [M], {[M]}.Item(0).Item(0).Level ) } " },
-        { "of a member, one", CALL(f.set->TakeAncestorsOfMember("[M]", false, 2)), " { Ancestor( [M], {[M].Parent.Parent, [M].Parent, [M]}.Item(0).Item(0).Level ) } " },
-        { "of a member, all", CALL(f.set->TakeAncestorsOfMember("[M]", true, 2)),
-            " { Ancestor( [M], {[M].Parent.Parent, [M].Parent, [M]}.Item(0).Item(0).Level ), "
-            "Ancestor( [M], {[M].Parent, [M]}.Item(0).Item(0).Level ), Ancestor( [M], {[M]}.Item(0).Item(0).Level ) } " },
+    check<MDXSet, kBoth>({
+        { CALL(f.set->TakeAncestorsOfMember("[M]", true, kLowest)), " { Ancestor( [M], {[M]}.Item(0).Item(0).Level ) } " },
+        { CALL(f.set->TakeAncestorsOfMember("[M]", false, 2)), " { Ancestor( [M], {[M].Parent.Parent, [M].Parent, [M]}.Item(0).Item(0).Level ) } " },
+        { CALL(f.set->TakeAncestorsOfMember("[M]", true, 2)), " { Ancestor( [M], {[M].Parent.Parent, [M].Parent, [M]}.Item(0).Item(0).Level ), "
+                                                              "Ancestor( [M], {[M].Parent, [M]}.Item(0).Item(0).Level ), Ancestor( [M], {[M]}.Item(0).Item(0).Level ) } " },
     });
-    check({
-        { "of a set, to the top, all", CALL(take_ancestors(f, true, -1)), " GENERATE( {S}, ASCENDANTS( [H].CURRENTMEMBER.PARENT) )" },
-        { "of a set, to the top", CALL(take_ancestors(f, false, -1)), " GENERATE( {S}, { ANCESTOR( [H].CURRENTMEMBER, [H].CURRENTMEMBER.LEVEL.ORDINAL ) } )" },
-        { "of a set, below -1", CALL(take_ancestors(f, false, -2, -1)), " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
-        { "of a set, lowest count, all", CALL(take_ancestors(f, true, kLowest)), " GENERATE( {S} , {  } ) " },
-        { "of a set, one", CALL(take_ancestors(f, false, 2, -1)),
+    check<MDXSet, kGeneral>({
+        { CALL(take_ancestors(f, true, -1)), " GENERATE( {S}, ASCENDANTS( [H].CURRENTMEMBER.PARENT) )" },
+        { CALL(take_ancestors(f, false, -1)), " GENERATE( {S}, { ANCESTOR( [H].CURRENTMEMBER, [H].CURRENTMEMBER.LEVEL.ORDINAL ) } )" },
+        { CALL(take_ancestors(f, false, -2, -1)), " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
+        { CALL(take_ancestors(f, true, kLowest)), " GENERATE( {S} , {  } ) " },
+        { CALL(take_ancestors(f, false, 2, -1)),
             " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER.PARENT.PARENT, [H].CURRENTMEMBER.PARENT, [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
-        { "of a set, all", CALL(take_ancestors(f, true, 2)),
-            " GENERATE( {S} , { { ANCESTOR( [H].CURRENTMEMBER.PARENT, "
-            "{ [H].CURRENTMEMBER.PARENT.PARENT, [H].CURRENTMEMBER.PARENT, [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) }, "
-            "{ ANCESTOR( [H].CURRENTMEMBER.PARENT, { [H].CURRENTMEMBER.PARENT, [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) }, "
-            "{ ANCESTOR( [H].CURRENTMEMBER.PARENT, { [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) } } ) " },
+        { CALL(take_ancestors(f, true, 2)), " GENERATE( {S} , { { ANCESTOR( [H].CURRENTMEMBER.PARENT, "
+                                            "{ [H].CURRENTMEMBER.PARENT.PARENT, [H].CURRENTMEMBER.PARENT, [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) }, "
+                                            "{ ANCESTOR( [H].CURRENTMEMBER.PARENT, { [H].CURRENTMEMBER.PARENT, [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) }, "
+                                            "{ ANCESTOR( [H].CURRENTMEMBER.PARENT, { [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) } } ) " },
     });
-}
-
-MDXSet * take_leaves(Fixture & f, std::vector<std::pair<BRIM_o::CalculationId, memory_cube::Calculation *>> const & calculations)
-{
-    f.hierarchy.fCalculations = calculations;
-    return f.set->TakeLeafNodes(&f.hierarchy);
 }
 
 TEST(MDXSet, Descendants)
 {
-    check_both({
-        { "children", CALL(f.set->TakeChildren(f.field.get())), "[F].CHILDREN " },
-        { "below a field, with itself", CALL(f.set->TakeDescendants(f.field.get(), true)), "DESCENDANTS( [F], [F].LEVEL, SELF_AND_AFTER ) " },
-        { "below a field", CALL(f.set->TakeDescendants(f.field.get(), false)), "DESCENDANTS( [F], [F].LEVEL, AFTER ) " },
-        { "to the bottom", CALL(f.set->TakeDescendants("[M]", nullptr, true, -1, "[X]")), "DESCENDANTS( [M], [M].LEVEL, AFTER )" },
-        { "leaves at the bottom", CALL(f.set->TakeDescendants("[M]", &f.hierarchy, false, -1, "[X]")), "DESCENDANTS( [M], [Store].[Geo].LEVELS.COUNT - 1, LEAVES )" },
-        { "depth 0", CALL(f.set->TakeDescendants("[M]", nullptr, true, 0, "[X]")), "DESCENDANTS( [M], 0, SELF_AND_BEFORE )" },
-        { "below -1", CALL(f.set->TakeDescendants("[M]", nullptr, true, -2, "")), "DESCENDANTS( [M], -2, SELF_AND_BEFORE )" },
-        { "leaves, lowest", CALL(f.set->TakeDescendants("[M]", nullptr, false, kLowest, "")), "DESCENDANTS( [M], -2147483648, LEAVES )" },
+    check<MDXSet, kBoth>({
+        { CALL(f.set->TakeChildren(f.field)), "[F].CHILDREN " },
+        { CALL(f.set->TakeDescendants(f.field, true)), "DESCENDANTS( [F], [F].LEVEL, SELF_AND_AFTER ) " },
+        { CALL(f.set->TakeDescendants(f.field, false)), "DESCENDANTS( [F], [F].LEVEL, AFTER ) " },
+        { CALL(f.set->TakeDescendants("[M]", nullptr, true, -1, "[X]")), "DESCENDANTS( [M], [M].LEVEL, AFTER )" },
+        { CALL(f.set->TakeDescendants("[M]", &f.hierarchy, false, -1, "[X]")), "DESCENDANTS( [M], [Store].[Geo].LEVELS.COUNT - 1, LEAVES )" },
+        { CALL(f.set->TakeDescendants("[M]", nullptr, true, 0, "[X]")), "DESCENDANTS( [M], 0, SELF_AND_BEFORE )" },
+        { CALL(f.set->TakeDescendants("[M]", nullptr, false, kLowest, "")), "DESCENDANTS( [M], -2147483648, LEAVES )" },
     });
-    check({
-        { "siblings", CALL(f.set->TakeSiblings(f.field.get(), nullptr)), "[F].SIBLINGS " },
-        { "of a set, to the bottom", CALL(f.set->TakeChildren(f.other.get(), &f.hierarchy, true, -1, "[X]")),
+    check<MDXSet, kGeneral>({
+        { CALL(f.set->TakeSiblings(f.field, nullptr)), "[F].SIBLINGS " },
+        { CALL(f.set->TakeChildren(f.other, &f.hierarchy, true, -1, "[X]")),
             "GENERATE( {B}, DESCENDANTS( [Store].[Geo].CURRENTMEMBER, [Store].[Geo].CURRENTMEMBER.LEVEL, AFTER ) )" },
-        { "of a set, leaves at the bottom", CALL(f.set->TakeChildren(f.other.get(), &f.hierarchy, false, -1, "[X]")),
+        { CALL(f.set->TakeChildren(f.other, &f.hierarchy, false, -1, "[X]")),
             "GENERATE( {B}, DESCENDANTS( [Store].[Geo].CURRENTMEMBER, [Store].[Geo].LEVELS.COUNT - 1, LEAVES ) )" },
-        { "of a set, leaves at a depth", CALL(f.set->TakeChildren(f.other.get(), &f.hierarchy, false, 0, "[X]")),
+        { CALL(f.set->TakeChildren(f.other, &f.hierarchy, false, 0, "[X]")),
             "GENERATE( {B}, GENERATE( { [Store].[Geo].CURRENTMEMBER }, DESCENDANTS( [Store].[Geo].CURRENTMEMBER, 0, LEAVES ) ) )" },
-        { "of itself, below -1", CALL(f.set->TakeChildren(f.set.get(), &f.hierarchy, true, -2, "")),
+        { CALL(f.set->TakeChildren(f.set, &f.hierarchy, true, -2, "")),
             "GENERATE( {A}, GENERATE( { [Store].[Geo].CURRENTMEMBER }, DESCENDANTS( [Store].[Geo].CURRENTMEMBER, -2, SELF_AND_BEFORE ) ) )" },
-        { "leaves, null calculations alone", CALL(take_leaves(f, { { 1, nullptr }, { 2, nullptr } })),
+        { CALL(f.hierarchy.fCalculations = { { 1, nullptr }, { 2, nullptr } }, f.set->TakeLeafNodes(&f.hierarchy)),
             "GENERATE( [Store].[Geo].LEVELS(0).MEMBERS, DESCENDANTS( [Store].[Geo].CURRENTMEMBER, 2, LEAVES ) )" },
-        { "leaves, calculations by signed keys", CALL(take_leaves(f, { { 7, &f.calculation }, { -3, nullptr }, { -2, &f.child }, { 0, nullptr }, { 9, nullptr } })),
+        { CALL(f.hierarchy.fCalculations = { { 7, &f.calculation }, { -3, nullptr }, { -2, &f.child }, { 0, nullptr }, { 9, nullptr } }, f.set->TakeLeafNodes(&f.hierarchy)),
             "UNION( GENERATE( [Store].[Geo].LEVELS(0).MEMBERS, DESCENDANTS( [Store].[Geo].CURRENTMEMBER, 2, LEAVES ) ), "
             "{ [Store].[Geo].[Japan].[South], [Store].[Geo].[North] } )" },
     });
 }
 
-MDXSet * take_between(Fixture & f)
-{
-    Held<MDXTuple> const last(f.generator->GenerateTuple());
-    return f.set->TakeSubset(f.single.get(), last->AddField(f.second.get()));
-}
-
 TEST(MDXSet, Subsets)
 {
-    check_both({
-        { "no count", CALL(f.set->TakeSubset(2, -1)), "SUBSET( {A}, 2 ) " },
-        { "count below -1", CALL(f.set->TakeSubset(2, kLowest)), "SUBSET( {A}, 2 ) " },
-        { "count 0", CALL(f.set->TakeSubset(2, 0)), "SUBSET( {A}, 2, 0 ) " },
-        { "limits", CALL(f.set->TakeSubset(kLowest, kHighest)), "SUBSET( {A}, -2147483648, 2147483647 ) " },
-        { "rank", CALL(f.set->Rank(f.field.get(), f.other.get())), "Rank([F],{B})" },
-        { "rank in this", CALL(f.set->TakeRank(f.field.get())), "Rank([F],{A})" },
-        { "rank in itself", CALL(f.set->Rank(f.field.get(), f.set.get())), "Rank([F],{A})" },
-        { "generate", CALL(f.set->generate("{S}", "")), "Generate( {S},  ) " },
-        { "between two members", CALL(take_between(f)),
-            "SUBSET( {A}, IIF( RANK( [F], {A} ) < RANK( [G], {A} ), RANK([F], {A} ) - 1, RANK( [G], {A} ) - 1) , IIF( RANK ( [F], {A} ) < RANK( [G], {A} ), "
-            "RANK([G], {A} ) - RANK([F], {A} ) + 1, RANK([F], {A} ) - RANK([G], {A} ) + 1 ) )" },
-        { "first without a field", CALL(f.set->TakeSubset(f.empty.get(), f.single.get())), Raises{ MDX_ERR_EMPTY_TUPLE } },
-        { "second without a field", CALL(f.set->TakeSubset(f.single.get(), f.empty.get())), Raises{ MDX_ERR_EMPTY_TUPLE } },
-    });
-}
-
-TEST(MDXSet, SubsetsAroundMember)
-{
-    check_both({
-        { "behind, swapped", CALL(f.set->TakeSubset(f.single.get(), 3, 1)),
-            "SUBSET( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ), (RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) + 1 - 1 ), "
-            "RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) + 3 - (RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) + 1 - 1 ) ) " },
-        { "the member", CALL(f.set->TakeSubset(f.single.get(), 0, 0)),
+    check<MDXSet, kBoth>({
+        { CALL(f.set->TakeSubset(2, -1)), "SUBSET( {A}, 2 ) " },
+        { CALL(f.set->TakeSubset(2, kLowest)), "SUBSET( {A}, 2 ) " },
+        { CALL(f.set->TakeSubset(2, 0)), "SUBSET( {A}, 2, 0 ) " },
+        { CALL(f.set->TakeSubset(kLowest, kHighest)), "SUBSET( {A}, -2147483648, 2147483647 ) " },
+        { CALL(f.set->Rank(f.field, f.other)), "Rank([F],{B})" },
+        { CALL(f.set->TakeRank(f.field)), "Rank([F],{A})" },
+        { CALL(f.set->Rank(f.field, f.set)), "Rank([F],{A})" },
+        { CALL(f.set->generate("{S}", "")), "Generate( {S},  ) " },
+        { CALL(f.set->TakeSubset(f.single, f.tuple)), "SUBSET( {A}, IIF( RANK( [F], {A} ) < RANK( ( [F], [G] ) , {A} ), RANK([F], {A} ) - 1, RANK( ( [F], [G] ) , {A} ) - 1) , "
+                                                      "IIF( RANK ( [F], {A} ) < RANK( ( [F], [G] ) , {A} ), RANK(( [F], [G] ) , {A} ) - RANK([F], {A} ) + 1, "
+                                                      "RANK([F], {A} ) - RANK(( [F], [G] ) , {A} ) + 1 ) )" },
+        { CALL(f.set->TakeSubset(f.empty, f.single)), raises(MDX_ERR_EMPTY_TUPLE) },
+        { CALL(f.set->TakeSubset(f.single, f.empty)), raises(MDX_ERR_EMPTY_TUPLE) },
+        { CALL(f.set->TakeSubset(f.single, 3, 0)),
             "SUBSET( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ), (RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) + 0 - 1 ), "
-            "RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) + 0 - (RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) + 0 - 1 ) ) " },
-        { "ahead", CALL(f.set->TakeSubset(f.single.get(), kLowest, -1)),
+            "RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) + 3 - (RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) + 0 - 1 ) ) " },
+        { CALL(f.set->TakeSubset(f.single, kLowest, -1)),
             "SUBSET( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ), IIF( RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 > 0, "
             "RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 - 1, 0 ) , IIF( RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 1 > 0,"
             "RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 1, 0 )  - IIF( RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 > 0, "
             "RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 - 1, 0 )  ) " },
-        { "up to the member", CALL(f.set->TakeSubset(f.single.get(), 0, -3)),
+        { CALL(f.set->TakeSubset(f.single, 0, -3)),
             "SUBSET( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ), IIF( RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 3 > 0, "
             "RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 3 -1, 0 ) , RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - "
             "IIF( RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 3 > 0, RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 3 -1, 0 )  ) " },
-        { "across", CALL(f.set->TakeSubset(f.single.get(), kLowest, kHighest)),
+        { CALL(f.set->TakeSubset(f.single, kLowest, kHighest)),
             "SUBSET( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ), IIF( RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 > 0, "
             "RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 -1 , 0 ) , RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) + 2147483647 - "
             "IIF( RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 > 0, "
             "RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 -1 , 0 )  ) " },
-        { "without a field", CALL(f.set->TakeSubset(f.empty.get(), 1, 2)), Raises{ MDX_ERR_EMPTY_TUPLE } },
+        { CALL(f.set->TakeSubset(f.empty, 1, 2)), raises(MDX_ERR_EMPTY_TUPLE) },
     });
 }
 
@@ -246,25 +180,25 @@ MDXSet * take_extremity(Fixture & f, std::int32_t type, std::int32_t measure, MD
 
 TEST(MDXSet, FiltersOrdersAndExtremes)
 {
-    check_both({
-        { "filter by a value", CALL(f.set->TakeFilter(f.value.get())), "FILTER( {A}, V)" },
-        { "filter by a text", CALL(f.set->TakeFilter(gCondition)), "FILTER( {A},  c )" },
-        { "ascending", CALL(f.set->Order(0, f.tuple.get())), "ORDER( {A}, ( [F], [G] ) , ASC ) " },
-        { "descending", CALL(f.set->Order(1, f.single.get())), "ORDER( {A}, [F], DESC ) " },
-        { "breaking, both ways", CALL(f.set->Order(2, f.value.get())->Order(3, f.weight.get())), "ORDER( ORDER( {A}, V, BASC ) , W, BDESC ) " },
-        { "direction 4", CALL(f.set->Order(4, f.single.get())), Raises{ MDX_ERR_BAD_ENUM, { "4", "Sort::direction" } } },
-        { "lowest direction", CALL(f.set->Order(kLowest, f.value.get())), Raises{ MDX_ERR_BAD_ENUM, { "-2147483648", "Sort::direction" } } },
-        { "key without a field", CALL(f.set->Order(0, f.empty.get())), Raises{ MDX_ERR_EMPTY_TUPLE } },
-        { "top sum", CALL(take_extremity(f, 0, 0, f.single.get())), "TOPSUM( {A}, 10, [F] ) " },
-        { "top count", CALL(take_extremity(f, 0, 1, nullptr)), "TOPCOUNT( {A}, 10 ) " },
-        { "top percent", CALL(take_extremity(f, MDXSet::Top, 2, f.tuple.get())), "TOPPERCENT( {A}, 10, ( [F], [G] )  ) " },
-        { "bottom sum", CALL(take_extremity(f, MDXSet::Bottom, MDXSet::Sum, f.single.get())), "BOTTOMSUM( {A}, 10, [F] ) " },
-        { "bottom count, ranked", CALL(take_extremity(f, 1, MDXSet::Count, f.single.get())), "BOTTOMCOUNT( {A}, 10, [F] ) " },
-        { "bottom percent", CALL(take_extremity(f, 1, MDXSet::Percent, f.single.get())), "BOTTOMPERCENT( {A}, 10, [F] ) " },
-        { "bad type before the rest", CALL(take_extremity(f, 2, 3, nullptr)), Raises{ MDX_ERR_BAD_ENUM, { "2", "ExtremityType" } } },
-        { "bad measure before the tuple", CALL(take_extremity(f, 1, 3, nullptr)), Raises{ MDX_ERR_BAD_ENUM, { "3", "ExtremityMeasure" } } },
-        { "sum of nothing", CALL(take_extremity(f, 0, 0, nullptr)), Raises{ MDX_ERR_MISSING_TUPLE } },
-        { "count without a field", CALL(take_extremity(f, 0, 1, f.empty.get())), Raises{ MDX_ERR_EMPTY_TUPLE } },
+    check<MDXSet, kBoth>({
+        { CALL(f.set->TakeFilter(f.value)), "FILTER( {A}, V)" },
+        { CALL(f.set->TakeFilter(gCondition)), "FILTER( {A},  c )" },
+        { CALL(f.set->Order(0, f.tuple)), "ORDER( {A}, ( [F], [G] ) , ASC ) " },
+        { CALL(f.set->Order(1, f.single)), "ORDER( {A}, [F], DESC ) " },
+        { CALL(f.set->Order(2, f.value)->Order(3, f.weight)), "ORDER( ORDER( {A}, V, BASC ) , W, BDESC ) " },
+        { CALL(f.set->Order(4, f.single)), raises(MDX_ERR_BAD_ENUM, "4, Sort::direction") },
+        { CALL(f.set->Order(kLowest, f.value)), raises(MDX_ERR_BAD_ENUM, "-2147483648, Sort::direction") },
+        { CALL(f.set->Order(0, f.empty)), raises(MDX_ERR_EMPTY_TUPLE) },
+        { CALL(take_extremity(f, 0, 0, f.single)), "TOPSUM( {A}, 10, [F] ) " },
+        { CALL(take_extremity(f, 0, 1, nullptr)), "TOPCOUNT( {A}, 10 ) " },
+        { CALL(take_extremity(f, MDXSet::Top, 2, f.tuple)), "TOPPERCENT( {A}, 10, ( [F], [G] )  ) " },
+        { CALL(take_extremity(f, MDXSet::Bottom, MDXSet::Sum, f.single)), "BOTTOMSUM( {A}, 10, [F] ) " },
+        { CALL(take_extremity(f, 1, MDXSet::Count, f.single)), "BOTTOMCOUNT( {A}, 10, [F] ) " },
+        { CALL(take_extremity(f, 1, MDXSet::Percent, f.single)), "BOTTOMPERCENT( {A}, 10, [F] ) " },
+        { CALL(take_extremity(f, 2, 3, nullptr)), raises(MDX_ERR_BAD_ENUM, "2, ExtremityType") },
+        { CALL(take_extremity(f, 1, 3, nullptr)), raises(MDX_ERR_BAD_ENUM, "3, ExtremityMeasure") },
+        { CALL(take_extremity(f, 0, 0, nullptr)), raises(MDX_ERR_MISSING_TUPLE) },
+        { CALL(take_extremity(f, 0, 1, f.empty)), raises(MDX_ERR_EMPTY_TUPLE) },
     });
     EXPECT_EQ(" c ", gCondition.toUTF8());
 }
@@ -273,77 +207,49 @@ TEST(MDXSet, FiltersOrdersAndExtremes)
 struct Masked final : MDXSet {
     using MDXSet::MDXSet;
     KelpString getText() const override { return "{mask}"; }
-    KelpString real() const { return fText; }
-
-private:
-    ~Masked() override = default;
 };
 
 TEST(MDXSet, AsksArgumentsForTheirTextAtOnceAndWrapsItsOwn)
 {
     Fixture f;
-    Held<Masked> const masked(new Masked(KelpString("{M}")));
-    (*f.set += *masked)->Invert(&f.hierarchy)->DrillUpOnSet(f.other.get());
+    RefPtr<Masked> const masked(new Masked(KelpString("{M}")));
+    (*f.set += *masked)->Invert(&f.hierarchy)->DrillUpOnSet(f.other);
     *masked *= *masked;
     f.hierarchy.fUniqueName = "[Later]";
     f.other->Empty();
-    EXPECT_EQ("DRILLUPMEMBER( Hierarchize( EXCEPT( [Store].[Geo].MEMBERS, UNION( {A}, {mask} ) )  ) , {B} ) ", f.set->getText().toUTF8());
-    EXPECT_EQ("CROSSJOIN( {M}, {mask} )", masked->real().toUTF8());
+    EXPECT_EQ("DRILLUPMEMBER( Hierarchize( EXCEPT( [Store].[Geo].MEMBERS, UNION( {A}, {mask} ) )  ) , {B} ) ", mdx_of(*f.set));
+    EXPECT_EQ("CROSSJOIN( {M}, {mask} )", mdx_of(*masked));
 }
 
-// A host's hierarchy of which one operation, told by name, throws.
-struct HostFailure {};
-
-struct FailingCalculation final : BRIM_o::Calculation {
-    BRIM_o::Hierarchy const * getHierarchy() const override { return nullptr; }
-    KelpString getUniqueName() const override { throw HostFailure(); }
-    KelpString getParentUniqueName() const override { return {}; }
-};
-
-struct Host final : BRIM_o::Hierarchy {
+// A hierarchy that answers one question by an error.
+struct Failing final : memory_cube::Hierarchy {
     std::string fFailing;
-    KelpString fName = "[H]";
-    FailingCalculation fCalculation;
 
-    void reach(char const * operation) const { fFailing == operation ? throw HostFailure() : void(); }
-    KelpString const & getName() const override { return fName; }
-    KelpString const & getUniqueName() const override { return reach("name"), fName; }
-    BRIM_o::Level * getLevel(std::int32_t) const override { return reach("level"), nullptr; }
-    std::int32_t getLevelCount() override { return reach("level count"), 3; }
-    void getCalculationIds(std::vector<BRIM_o::CalculationId> &) const override {}
-    bool getCalculation(BRIM_o::CalculationId, BRIM_o::Calculation *&) const override { return false; }
-    void getCalculations(std::map<BRIM_o::CalculationId, BRIM_o::Calculation *> & all) override { reach("calculations"), all[1] = &fCalculation; }
-    BRIM_o::Dimension const * getDimension() const override { return nullptr; }
+    explicit Failing(char const * question) : Hierarchy(nullptr, "", "[H]"), fFailing(question) {}
+    void asked(char const * question) const { fFailing == question ? throw std::runtime_error("host") : void(); }
+    KelpString const & getUniqueName() const override { return asked("name"), fUniqueName; }
+    BRIM_o::Level * getLevel(std::int32_t) const override { return asked("level"), nullptr; }
+    std::int32_t getLevelCount() override { return asked("level count"), 3; }
+    void getCalculations(std::map<BRIM_o::CalculationId, BRIM_o::Calculation *> &) override { asked("calculations"); }
 };
 
 TEST(MDXSet, TextWhenTheHostThrows)
 {
-    struct Row {
-        char const * failing;
-        MDXSet * (*call)(MDXSet &, Host &);
-        char const * want;
-    };
-    auto const take_leaf_nodes = [](MDXSet & set, Host & host) { return set.TakeLeafNodes(&host); };
-    Row const rows[] = {
-        { "level", [](MDXSet & set, Host & host) { return set.TakeTopLevel(&host); }, " { " },
-        { "name", [](MDXSet & set, Host & host) { return set.Extract("{S}", &host); }, " { Extract( {S}, " },
-        { "name", [](MDXSet & set, Host & host) { return set.Invert(&host); }, "{A}" },
-        { "name", [](MDXSet & set, Host & host) { return set.TakeDescendants("[M]", &host, false, -1, ""); }, "{A}" },
-        { "name", [](MDXSet & set, Host & host) { return set.TakeAncestorsOfSet("{S}", &host, true, 1, 1); }, "{A}" },
-        { "name", take_leaf_nodes, "{A}" },
-        { "level count", take_leaf_nodes, "{A}" },
-        { "calculations", take_leaf_nodes, "GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) )" },
-        { "calculation's name", take_leaf_nodes, "GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) )" },
-    };
-    for (Row const & row : rows) {
+    auto const text_after = [](char const * question, MDXSet * (*call)(MDXSet &, BRIM_o::Hierarchy *)) {
         Fixture f;
-        Host host;
-        host.fFailing = row.failing;
-        EXPECT_EQ("{A}", f.set->getQuotedText().toUTF8());
-        EXPECT_THROW(row.call(*f.set, host), HostFailure) << row.want;
-        EXPECT_EQ(row.want, f.set->getText().toUTF8()) << row.failing;
-        EXPECT_EQ(row.want, f.set->getQuotedText().toUTF8()) << row.failing;
-    }
+        Failing host(question);
+        f.set->getQuotedText();
+        EXPECT_THROW(call(*f.set, &host), std::runtime_error) << question;
+        EXPECT_EQ(mdx_of(*f.set), f.set->getQuotedText().toUTF8()) << question;
+        return mdx_of(*f.set);
+    };
+    auto const take_leaf_nodes = [](MDXSet & set, BRIM_o::Hierarchy * host) { return set.TakeLeafNodes(host); };
+    EXPECT_EQ("{A}", text_after("name", take_leaf_nodes));
+    EXPECT_EQ("{A}", text_after("level count", take_leaf_nodes));
+    EXPECT_EQ("GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) )", text_after("calculations", take_leaf_nodes));
+    EXPECT_EQ(" { ", text_after("level", [](MDXSet & set, auto * host) { return set.TakeTopLevel(host); }));
+    EXPECT_EQ(" { Extract( {S}, ", text_after("name", [](MDXSet & set, auto * host) { return set.Extract("{S}", host); }));
+    EXPECT_EQ("{A}", text_after("name", [](MDXSet & set, auto * host) { return set.TakeAncestorsOfSet("{S}", host, true, 1, 1); }));
 }
 
 }

@@ -6,100 +6,87 @@ namespace {
 
 constexpr auto kAll = MDXSelectQuery::NES_ALL;
 
-// A general statement that has {A} on its columns, of which a row gets what it adds parts to.
-struct SelectRow {
-    char const * name;
-    void (*build)(Fixture &, MDXSelectQuery &);
-    char const * singleLine;
-    char const * multiLine;
-};
-
+// A general statement.
 template <class Query>
-Held<Query> make()
+RefPtr<Query> make()
 {
-    return Held<Query>(new General<Query>("[Sales]"));
+    return RefPtr<Query>(new General<Query>("[Sales]"));
 }
 
-template <class Query>
-std::string written(Query const & query)
+// A statement in a single line; it is what writeText gives, too.
+std::string single_line(MDXQuery const & query)
 {
-    KelpString text("stale");
-    query.writeText(text);
-    return text.toUTF8();
+    EXPECT_EQ(mdx_of(query), query.getText(false).toUTF8());
+    return mdx_of(query);
+}
+
+std::string several_lines(MDXQuery const & query)
+{
+    return query.getText(true).toUTF8();
 }
 
 // An object that tells when it ends.
 template <class Base>
 struct Watched final : Base {
-    Watched(KelpString const & text, std::string & ended) : Base(text), fEnded(ended) {}
-    ~Watched() override { fEnded += this->getText().toUTF8(); }
-
     std::string & fEnded;
+
+    Watched(KelpString const & text, std::string & ended) : Base(text), fEnded(ended) {}
+    ~Watched() override { fEnded += mdx_of(*this); }
 };
 
 }
 
 TEST(MDXSelectQuery, Text)
 {
-    SelectRow const rows[] = {
-        { "one formula, slicer of one",
-            [](Fixture & f, MDXSelectQuery & q) {
-                q.AddMemberFormula(f.field.get(), f.value.get(), -1, {}, {});
-                q.AddSlicerSpecification(f.field.get());
-            },
-            "WITH MEMBER [F] AS V SELECT {A} ON COLUMNS FROM [Sales] WHERE [F] ",
-            "WITH \n       MEMBER [F] AS V \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \nWHERE \n      [F] " },
-        { "drill-through, three axes",
-            [](Fixture & f, MDXSelectQuery & q) {
-                EXPECT_TRUE(q.SpecifyDrillThrough());
-                q.AddAxisSpecification(1, f.other.get(), { "P", "Q", "R" }, MDXSelectQuery::NES_NON_EMPTY);
-                q.AddAxisSpecification(2, f.set.get(), { "P" }, static_cast<MDXSelectQuery::NonEmptyStatus>(2));
-            },
-            "DRILLTHROUGH SELECT {A} ON COLUMNS , NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS , {A} DIMENSION PROPERTIES P ON AXIS(2) FROM [Sales] ",
-            "DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS ,\n       NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS ,\n       {A} DIMENSION PROPERTIES P ON AXIS(2) \nFROM [Sales] " },
-        { "three formulas, drill-through, slicer of two, cell properties",
-            [](Fixture & f, MDXSelectQuery & q) {
-                q.SpecifyDrillThrough();
-                q.AddMemberFormula(f.field.get(), f.value.get(), 7, {}, {});
-                q.AddSetFormula("N", f.other.get());
-                q.AddSetFormula("O", f.set.get());
-                q.AddSlicerSpecification(f.field.get());
-                q.AddSlicerSpecification(f.second.get());
-                q.AddCellProperty("P");
-                q.AddCellProperties({});
-                q.AddCellProperties({ "Q", "R" });
-            },
-            "WITH MEMBER [F] AS V, SOLVE_ORDER = 7  SET N AS {B}   SET O AS {A}  DRILLTHROUGH SELECT {A} ON COLUMNS FROM [Sales] "
-            "WHERE ( [F], [G] )   CELL PROPERTIES P, Q, R",
-            "WITH \n       MEMBER [F] AS V, SOLVE_ORDER = 7 \n       SET N AS {B}  \n       SET O AS {A}  DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] "
-            "\nWHERE \n      ( [F], [G] )   CELL PROPERTIES P, Q, R" },
-    };
-    for (SelectRow const & row : rows) {
-        Fixture f;
-        Held<MDXSelectQuery> const query = make<MDXSelectQuery>();
-        query->AddAxisSpecification(0, f.set.get(), {}, kAll);
-        row.build(f, *query);
-        EXPECT_EQ(row.singleLine, query->getText(false).toUTF8()) << row.name;
-        EXPECT_EQ(row.multiLine, query->getText(true).toUTF8()) << row.name;
-        EXPECT_EQ(row.singleLine, written(*query)) << row.name;
-    }
+    Fixture f;
+    RefPtr<MDXSelectQuery> const plain = make<MDXSelectQuery>();
+    plain->AddAxisSpecification(0, f.set, {}, kAll);
+    plain->AddMemberFormula(f.field, f.value, -1, {}, {});
+    plain->AddSlicerSpecification(f.field);
+    EXPECT_EQ("WITH MEMBER [F] AS V SELECT {A} ON COLUMNS FROM [Sales] WHERE [F] ", single_line(*plain));
+    EXPECT_EQ("WITH \n       MEMBER [F] AS V \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \nWHERE \n      [F] ", several_lines(*plain));
+
+    RefPtr<MDXSelectQuery> const full = make<MDXSelectQuery>();
+    full->AddAxisSpecification(0, f.set, {}, kAll);
+    EXPECT_TRUE(full->SpecifyDrillThrough());
+    full->AddAxisSpecification(1, f.other, { "P", "Q", "R" }, MDXSelectQuery::NES_NON_EMPTY);
+    full->AddAxisSpecification(2, f.set, { "P" }, static_cast<MDXSelectQuery::NonEmptyStatus>(2));
+    EXPECT_EQ("DRILLTHROUGH SELECT {A} ON COLUMNS , NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS , {A} DIMENSION PROPERTIES P ON AXIS(2) FROM [Sales] ", single_line(*full));
+    EXPECT_EQ("DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS ,\n       NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS ,\n       {A} DIMENSION PROPERTIES P ON AXIS(2) "
+              "\nFROM [Sales] ",
+        several_lines(*full));
+    full->AddMemberFormula(f.field, f.value, 7, {}, {});
+    full->AddSetFormula("N", f.other);
+    full->AddSetFormula("O", f.set);
+    full->AddSlicerSpecification(f.field);
+    full->AddSlicerSpecification(f.second);
+    full->AddCellProperty("P");
+    full->AddCellProperties({});
+    full->AddCellProperties({ "Q", "R" });
+    EXPECT_EQ("WITH MEMBER [F] AS V, SOLVE_ORDER = 7  SET N AS {B}   SET O AS {A}  DRILLTHROUGH SELECT {A} ON COLUMNS , NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS , "
+              "{A} DIMENSION PROPERTIES P ON AXIS(2) FROM [Sales] WHERE ( [F], [G] )   CELL PROPERTIES P, Q, R",
+        single_line(*full));
+    EXPECT_EQ("WITH \n       MEMBER [F] AS V, SOLVE_ORDER = 7 \n       SET N AS {B}  \n       SET O AS {A}  DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS ,\n"
+              "       NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS ,\n       {A} DIMENSION PROPERTIES P ON AXIS(2) \nFROM [Sales] "
+              "\nWHERE \n      ( [F], [G] )   CELL PROPERTIES P, Q, R",
+        several_lines(*full));
 }
 
 TEST(MDXSelectQuery, Refusals)
 {
     Fixture f;
-    Held<MDXSelectQuery> const query = make<MDXSelectQuery>();
-    expect_error(Raises{ MDX_ERR_NO_AXES }, [&] { query->getText(true); });
-    auto const add = [&](std::int32_t axis) { return query->AddAxisSpecification(axis, f.set.get(), {}, kAll); };
-    for (std::int32_t const axis : { 1, -1 })
-        expect_error(Raises{ MDX_ERR_AXIS_OUT_OF_ORDER }, [&] { add(axis); });
-    add(0);
-    for (std::int32_t const axis : { 0, 2 })
-        expect_error(Raises{ MDX_ERR_AXIS_OUT_OF_ORDER }, [&] { add(axis); });
+    RefPtr<MDXSelectQuery> const query = make<MDXSelectQuery>();
+    EXPECT_EQ(raises(MDX_ERR_NO_AXES), error_of([&] { query->getText(true); }));
+    auto const add = [&](std::int32_t axis) { return error_of([&] { query->AddAxisSpecification(axis, f.set, {}, kAll); }); };
+    EXPECT_EQ(raises(MDX_ERR_AXIS_OUT_OF_ORDER), add(-1));
+    EXPECT_EQ(raises(MDX_ERR_AXIS_OUT_OF_ORDER), add(1));
+    EXPECT_EQ("", add(0));
+    EXPECT_EQ(raises(MDX_ERR_AXIS_OUT_OF_ORDER), add(0));
+    EXPECT_EQ(raises(MDX_ERR_AXIS_OUT_OF_ORDER), add(2));
     EXPECT_EQ(2, count_of(*f.set));
-    EXPECT_EQ("\nSELECT \n       {A} ON COLUMNS \nFROM [Sales] ", query->getText(true).toUTF8());
-    query->AddMemberFormula(f.field.get(), f.value.get(), -1, { "no value" }, {});
-    expect_error(Raises{ MDX_ERR_PROPERTY_COUNT_MISMATCH }, [&] { query->getText(true); });
+    EXPECT_EQ("\nSELECT \n       {A} ON COLUMNS \nFROM [Sales] ", several_lines(*query));
+    query->AddMemberFormula(f.field, f.value, -1, { "no value" }, {});
+    EXPECT_EQ(raises(MDX_ERR_PROPERTY_COUNT_MISMATCH), error_of([&] { query->getText(true); }));
     for (KelpString text : { " stored\n", "" }) { // stands for all else, even when it is empty
         query->setQuery(text);
         EXPECT_EQ(text, query->getText(true));
@@ -110,22 +97,17 @@ TEST(Statements, PartsByThemselves)
 {
     Fixture f;
     using Texts = std::vector<KelpString>;
+    RefPtr<MDXValue> const value(f.makeValue("'v'"));
     auto const member = [&](std::int32_t solveOrder, Texts const & names, Texts const & values, bool qualified) {
-        KelpString written;
-        MDXMemberSpecification(f.field.get(), f.makeValue("'v'").get(), solveOrder, names, values, qualified, "[Sales]").writeText(written);
-        return written.toUTF8();
+        return mdx_of(MDXMemberSpecification(f.field, value.get(), solveOrder, names, values, qualified, "[Sales]"));
     };
     EXPECT_EQ("MEMBER [Sales].[F] AS 'v' ", member(INT32_MIN, {}, {}, true));
     EXPECT_EQ("MEMBER [F] AS 'v', SOLVE_ORDER = 0 ", member(0, {}, {}, false));
     EXPECT_EQ("MEMBER [F] AS 'v', P = 'x' ", member(-1, { "P" }, { "'x'" }, false));
     EXPECT_EQ("MEMBER [Sales].[F] AS 'v', SOLVE_ORDER = 2147483647, P = 1, Q =  ", member(INT32_MAX, { "P", "Q" }, { "1", "" }, true));
-    expect_error(Raises{ MDX_ERR_PROPERTY_COUNT_MISMATCH }, [&] { member(3, {}, { "1" }, false); });
-    expect_error(Raises{ MDX_ERR_PROPERTY_COUNT_MISMATCH }, [&] { member(3, { "P", "Q" }, { "1" }, false); });
-    KelpString text;
-    MDXSelectQuery::MDXAxisSpecification(11, f.set.get(), { "P" }, true).writeText(text);
-    EXPECT_EQ("NON EMPTY {A} DIMENSION PROPERTIES P ON AXIS(11) ", text.toUTF8());
-    MDXSetSpecification("N", f.set.get(), false, "[Sales]").writeText(text);
-    EXPECT_EQ("SET N AS {A} ", text.toUTF8());
+    EXPECT_EQ(raises(MDX_ERR_PROPERTY_COUNT_MISMATCH), error_of([&] { member(3, {}, { "1" }, false); }));
+    EXPECT_EQ("NON EMPTY {A} DIMENSION PROPERTIES P ON AXIS(11) ", mdx_of(MDXSelectQuery::MDXAxisSpecification(11, f.set, { "P" }, true)));
+    EXPECT_EQ("SET N AS {A} ", mdx_of(MDXSetSpecification("N", f.set, false, "[Sales]")));
     MDXSelectQuery::MDXAxisSpecification const holdsNone(0, nullptr, {}, false);
     MDXSetSpecification const namesNone("N", nullptr, false, "C");
     MDXMemberSpecification const definesNone(nullptr, nullptr, 0, {}, {}, false, "C");
@@ -134,30 +116,30 @@ TEST(Statements, PartsByThemselves)
 TEST(MDXCreateQuery, Text)
 {
     Fixture f;
-    Held<MDXCreateQuery> const query = make<MDXCreateQuery>();
-    expect_error(Raises{ MDX_ERR_NO_FORMULAS }, [&] { query->getText(false); });
-    query->AddSetFormula("N", f.makeSet("{'A'}").get());
-    query->AddMemberFormula(f.field.get(), f.value.get(), 0, { "P" }, { "1" });
-    EXPECT_EQ("CREATE SET [Sales].N AS {'A'} MEMBER [Sales].[F] AS V, SOLVE_ORDER = 0, P = 1 ", query->getText(true).toUTF8());
-    query->AddMemberFormula(f.field.get(), f.value.get(), 0, { "P" }, {});
-    expect_error(Raises{ MDX_ERR_PROPERTY_COUNT_MISMATCH }, [&] { query->getText(false); });
+    RefPtr<MDXCreateQuery> const query = make<MDXCreateQuery>();
+    EXPECT_EQ(raises(MDX_ERR_NO_FORMULAS), error_of([&] { query->getText(false); }));
+    query->AddSetFormula("N", f.set->SetExpression("{'A'}"));
+    query->AddMemberFormula(f.field, f.value, 0, { "P" }, { "1" });
+    EXPECT_EQ("CREATE SET [Sales].N AS {'A'} MEMBER [Sales].[F] AS V, SOLVE_ORDER = 0, P = 1 ", several_lines(*query));
+    query->AddMemberFormula(f.field, f.value, 0, { "P" }, {});
+    EXPECT_EQ(raises(MDX_ERR_PROPERTY_COUNT_MISMATCH), error_of([&] { query->getText(false); }));
     query->AddRawMemberFormula("CREATE MEMBER 'x'");
-    EXPECT_EQ("CREATE MEMBER 'x'", written(*query));
+    EXPECT_EQ("CREATE MEMBER 'x'", single_line(*query));
     query->AddRawMemberFormula("");
-    EXPECT_EQ("", query->getText(true).toUTF8());
+    EXPECT_EQ("", several_lines(*query));
 }
 
 TEST(MDXDropQuery, Text)
 {
-    Held<MDXDropQuery> const members = make<MDXDropQuery>();
-    Held<MDXDropQuery> const sets = make<MDXDropQuery>();
-    expect_error(Raises{ MDX_ERR_NOTHING_TO_DROP }, [&] { members->getText(false); });
+    RefPtr<MDXDropQuery> const members = make<MDXDropQuery>();
+    RefPtr<MDXDropQuery> const sets = make<MDXDropQuery>();
+    EXPECT_EQ(raises(MDX_ERR_NOTHING_TO_DROP), error_of([&] { members->getText(false); }));
     EXPECT_TRUE(members->AddMemberToDrop("M") && members->AddMemberToDrop("M"));
     EXPECT_TRUE(sets->AddSetToDrop("S'") && sets->AddSetToDrop(""));
-    expect_error(Raises{ MDX_ERR_MIXED_DROP }, [&] { members->AddSetToDrop("S"); });
-    expect_error(Raises{ MDX_ERR_MIXED_DROP }, [&] { sets->AddMemberToDrop("M"); });
-    EXPECT_EQ("DROP MEMBER [Sales].M [Sales].M ", written(*members));
-    EXPECT_EQ("DROP SET [Sales].S' [Sales]. ", sets->getText(true).toUTF8());
+    EXPECT_EQ(raises(MDX_ERR_MIXED_DROP), error_of([&] { members->AddSetToDrop("S"); }));
+    EXPECT_EQ(raises(MDX_ERR_MIXED_DROP), error_of([&] { sets->AddMemberToDrop("M"); }));
+    EXPECT_EQ("DROP MEMBER [Sales].M [Sales].M ", single_line(*members));
+    EXPECT_EQ("DROP SET [Sales].S' [Sales]. ", several_lines(*sets));
 }
 
 // A statement reads its parts afresh. Formulas end in their order, then axes, then the slicer; a member formula gives
@@ -170,7 +152,7 @@ TEST(Statements, HoldTheirPartsAndGiveThemBackInOrder)
     auto * const member = new Watched<MDXField>("[M]", ended);
     auto * const value = new Watched<MDXValue>("V", ended);
     auto * const named = new Watched<MDXSet>("{B}", ended);
-    Held<MDXSelectQuery> query = make<MDXSelectQuery>();
+    auto * const query = new General<MDXSelectQuery>("[Sales]");
     query->AddSlicerSpecification(slice);
     query->AddAxisSpecification(0, axis, {}, kAll);
     query->AddMemberFormula(member, value, -1, {}, {});
@@ -182,8 +164,8 @@ TEST(Statements, HoldTheirPartsAndGiveThemBackInOrder)
     member->ReplaceName("[O]");
     value->Add(1);
     named->Empty();
-    EXPECT_EQ("WITH MEMBER [O] AS 1 + V  SET N AS {  }  SELECT TAIL( {A} )  ON COLUMNS FROM [Sales] WHERE [S].PARENT ", written(*query));
+    EXPECT_EQ("WITH MEMBER [O] AS 1 + V  SET N AS {  }  SELECT TAIL( {A} )  ON COLUMNS FROM [Sales] WHERE [S].PARENT ", single_line(*query));
     EXPECT_EQ("", ended);
-    query.reset();
+    query->unuse();
     EXPECT_EQ("1 + V[O]{  }TAIL( {A} ) [S].PARENT", ended);
 }

@@ -5,8 +5,7 @@
 
 #include <new>
 
-template <class Work>
-static std::size_t allocations_of(Work const & work)
+static std::size_t allocations_of(std::function<void()> const & work)
 {
     std::size_t const before = gAllocations;
     work();
@@ -28,11 +27,8 @@ TEST(Text, RewritingKeepsTheOldTextInEachPlace)
     for (int round = 0; round < 40; ++round) { // with and without room in the old buffer
         KelpString const old = text;
         rewrite(text, "F( ", text, ", ", decimal(round), ")");
-        EXPECT_EQ(KelpString(old.substr()), KelpString(text.substr(3, old.size())));
+        EXPECT_EQ(concat("F( ", old, ", ", decimal(round), ")"), text);
     }
-    EXPECT_EQ("F( F( F( ", text.toUTF8().substr(0, 9));
-    EXPECT_EQ(", 38), 39)", text.toUTF8().substr(text.size() - 10));
-
     KelpString twice("a");
     twice.reserve(100);
     rewrite(twice, twice, "-", twice);
@@ -43,67 +39,61 @@ TEST(Text, RewritingKeepsTheOldTextInEachPlace)
 
 TEST(Text, OneAllocationForAText)
 {
-    Fixture f(true);
+    Fixture f(kDialect);
     KelpString const member("[Store].[Geography].[All Stores].[O'Brien & Sons]");
     KelpString text;
     EXPECT_EQ(1u, allocations_of([&] { text = concat("{ ", member, ", ", member, " }.ITEM(", decimal(123456789), ") ", member); }));
-
+    f.set->TakeName(member);
+    EXPECT_EQ(kCountsLibraries ? 1u : 0u, allocations_of([&] { f.set->DrillUp(member); }));
     // A chain of wraps finds room most of the time.
     EXPECT_GE(20u, allocations_of([&] {
         for (int i = 0; i < 1000; ++i)
             f.value->ReverseSign();
     }));
-
-    KelpString const condition("[Measures].[Sales] > 1000");
-    f.set->TakeName(KelpString("{[Store].[Geo].[Country].Members}"));
-    EXPECT_EQ(kCountsLibraries ? 1u : 0u, allocations_of([&] { f.set->DrillUp(condition); }));
 }
 
 #if !defined(_WIN32) // where the libraries' allocations do not fail by gFailAt
 
-// The old text stands after every allocation that an operation could want.
-TEST(Text, AFailedAllocationLeavesTheOldText)
+// Makes each allocation that an operation could want fail in turn, until it gets all that it wants.
+static void fail_each(char const * name, MDXSet * (*call)(Fixture &))
 {
-    SetRow const rows[] = {
-        { "wrap", CALL(*f.set *= *f.other), "" },
-        { "several places", CALL(f.set->TakeSubset(f.tuple.get(), f.single.get())), "" },
-        { "chains", CALL(f.set->TakeAncestorsOfMember(KelpString("[M]"), true, 5)), "" },
-        { "list", CALL(f.set->TakeFilter(f.value.get())), "" },
-    };
-    for (SetRow const & row : rows) {
-        bool done = false;
-        for (std::size_t nth = 1; !done; ++nth) {
-            ASSERT_GT(100u, nth) << row.name;
-            Fixture f;
-            f.set->TakeName(KelpString("a set whose text is too long for a string's own room"));
-            KelpString const old = f.set->getText();
-            gFailAt = nth;
-            try {
-                row.call(f);
-                done = std::exchange(gFailAt, 0u) != 0;
-                EXPECT_TRUE(done && nth > 1) << row.name;
-            } catch (std::bad_alloc const &) {
-                EXPECT_EQ(old, f.set->getText()) << row.name;
-            }
+    for (std::size_t nth = 1; nth < 100; ++nth) {
+        Fixture f;
+        f.set->TakeName(KelpString("a set whose text is too long for a string's own room"));
+        KelpString const old = f.set->getText();
+        gFailAt = nth;
+        try {
+            call(f);
+            EXPECT_TRUE(std::exchange(gFailAt, 0u) > 0 && nth > 1) << name;
+            return;
+        } catch (std::bad_alloc const &) {
+            EXPECT_EQ(old, f.set->getText()) << name;
         }
     }
+    ADD_FAILURE() << name << " goes on failing";
+}
+
+TEST(Text, AFailedAllocationLeavesTheOldText)
+{
+    fail_each(CALL(*f.set *= *f.other));
+    fail_each(CALL(f.set->TakeSubset(f.tuple, f.single)));
+    fail_each(CALL(f.set->TakeAncestorsOfMember(KelpString("[M]"), true, 5)));
+    fail_each(CALL(f.set->TakeFilter(f.value)));
 }
 
 TEST(Text, AFactoryThatRunsOutOfMemoryLeavesNothingBehind)
 {
-    Fixture f(true);
+    Fixture f(kDialect);
     KelpString const text("a text that is too long for a string's own room");
     for (std::size_t nth = 1; nth < 4; ++nth) {
         gFailAt = nth;
         try {
-            Held<MDXField> const field(f.generator->GenerateField(text));
+            f.generator->GenerateField(text)->unuse();
         } catch (std::bad_alloc const &) {
         }
-        gFailAt = 0;
     }
     gFailAt = 1;
     EXPECT_THROW(f.generator->GenerateQuery(MDXQuery::QT_DROP, nullptr), std::bad_alloc);
-    gFailAt = 0;
 }
 
 #endif
