@@ -109,7 +109,7 @@ struct Node : BRIM_o::Expression {
         fValue.vt = VT_R8;
         fValue.dblVal = number;
     }
-    ~Node() { VariantClear(&fValue); }
+    virtual ~Node() { VariantClear(&fValue); }
     Node(Node const &) = delete;
     Node & operator=(Node const &) = delete;
 

@@ -9,11 +9,10 @@ TEST(Expressions, GeneralOnly)
     check<MDXValue, kGeneral>({ { CALL(f.value->TakeProperty(f.field, "Caption")), "[F].Properties(\"Caption\")" } });
     Fixture f;
     memory_cube::Calculation const nested(nullptr, "[N]", "[Store].[Geo].[Japan]"); // its hierarchy is not asked for
-    auto const made = [](auto const *... arguments) { return mdx_of(*RefPtr<MDXField>(new General<MDXField>(arguments..., "x]y"))); };
-    EXPECT_EQ("[Store].[Geo].[x]y]", made(&f.hierarchy));
-    EXPECT_EQ("[Store].[Geo].[x]y]", made(&f.calculation));
-    EXPECT_EQ("[Store].[Geo].[Japan].[x]y]", made(&nested));
-    EXPECT_EQ("{[Store].[Geo].allmembers}", mdx_of(*RefPtr<MDXSet>(new General<MDXSet>(&f.hierarchy))));
+    EXPECT_EQ("[Store].[Geo].[x]y]", made(new General<MDXField>(&f.hierarchy, "x]y")));
+    EXPECT_EQ("[Store].[Geo].[x]y]", made(new General<MDXField>(&f.calculation, "x]y")));
+    EXPECT_EQ("[Store].[Geo].[Japan].[x]y]", made(new General<MDXField>(&nested, "x]y")));
+    EXPECT_EQ("{[Store].[Geo].allmembers}", made(new General<MDXSet>(&f.hierarchy)));
     MDXMemberProperty const property(" [Store] ", "Size]");
     EXPECT_EQ(" [Store] .Size]", mdx_of(property));
     EXPECT_EQ("Size]", property.getPropertyUniqueName().toUTF8());
@@ -22,11 +21,8 @@ TEST(Expressions, GeneralOnly)
 TEST(MDXField, Navigation)
 {
     check<MDXField, kBoth>({
-        { CALL(f.field->MoveToChild("x]'y")), "[F].[x]'y]" },
-        { CALL(f.field->MoveToRootNode(&f.dimension, "x]y")), "[Store].[x]y]" },
-        { CALL(f.field->MoveToFirstChild()), "[F].FIRSTCHILD " },
-        { CALL(f.field->MoveToParent()), "[F].PARENT" },
-        { CALL(f.field->MoveToFirstSibling()), "[F].LEVEL.MEMBERS( 0 )" },
+        { CALL(f.field->MoveToParent()->MoveToChild("x]'y")->MoveToFirstChild()), "[F].PARENT.[x]'y].FIRSTCHILD " },
+        { CALL(f.field->MoveToRootNode(&f.dimension, "x]y")->MoveToFirstSibling()), "[Store].[x]y].LEVEL.MEMBERS( 0 )" },
         { CALL(f.field->MoveToLastSibling()), "[F].LEVEL.MEMBERS( COUNT( [F].LEVEL.MEMBERS ) - 1 ) " },
         { CALL(f.field->MoveToRoot(nullptr)), "ANCESTOR( [F],[F].DIMENSION.LEVELS( 0 ) ) " },
         { CALL(f.field->DrillUp(nullptr)), "{ [F].PARENT, [F] }.ITEM(0) " },
@@ -39,7 +35,7 @@ TEST(MDXField, Navigation)
         { CALL(f.field->LoopLeft()),
             " { [F].PREVMEMBER, ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ).ITEM( COUNT( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 1 ), [F] }.ITEM(0) " },
         { CALL(f.field->LoopRight()), " { [F].NEXTMEMBER, EXCEPT( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ), [F].LEVEL.MEMBERS ), [F].LEVEL.MEMBERS( 0 ), [F] }.ITEM(0)" },
-        { CALL(f.field->MoveToParent()->DrillUp(nullptr)->ReplaceName(" a'b] ")), " a'b] " },
+        { CALL(f.field->ReplaceName(" a'b] ")), " a'b] " },
     });
 }
 
@@ -62,10 +58,9 @@ TEST(MDXField, Delimit)
         { CALL(delimited(f, " [a].[b] ")), " [a].[b] " },
     });
     Fixture f;
-    for (char const * const blank : { "", "   " }) {
-        EXPECT_THROW(f.field->ReplaceName(blank)->Delimit(), std::out_of_range);
-        EXPECT_EQ(blank, mdx_of(*f.field));
-    }
+    f.field->ReplaceName("   ");
+    EXPECT_THROW(f.field->Delimit(), std::out_of_range);
+    EXPECT_EQ("   ", mdx_of(*f.field));
 }
 
 TEST(MemberNames, DoubledCharacters)

@@ -1,5 +1,7 @@
 #include "fixture.h"
 
+#include <regex>
+
 Fixture::Fixture(Classes classes) : fGeneral(classes == kGeneral), generator(createMSOLAP7QueryGenerator("[Sales]", classes == kFlatDialect))
 {
     hierarchy.fLevels = { &country, &city, &shop };
@@ -37,8 +39,8 @@ std::int32_t count_of(support::RefCount & object)
     return object.unuse();
 }
 
-// The texts and counts of all but one object. A tuple's text is left out, which may be that of the very object.
-static std::string state_of(Fixture & f, support::RefCount const * but)
+// A tuple's text is left out, which may be that of the very object.
+std::string state_of(Fixture & f, support::RefCount const * but)
 {
     std::string state;
     auto const add = [&](auto &... objects) { ((state += &objects == but ? "" : mdx_of(objects) + std::to_string(count_of(objects)) + "; "), ...); };
@@ -48,53 +50,10 @@ static std::string state_of(Fixture & f, support::RefCount const * but)
     return state;
 }
 
-static std::string doubled_quotes(std::string text)
+std::string doubled_quotes(std::string const & text)
 {
-    for (std::size_t at = 0; (at = text.find('\'', at)) != std::string::npos; at += 2)
-        text.insert(at, 1, '\'');
-    return text;
+    return std::regex_replace(text, std::regex("'"), "''");
 }
-
-template <class Object>
-static void check_row(Row<Object> const & row, Fixture & f, Object & object)
-{
-    std::string const old = mdx_of(object);
-    std::int32_t const count = count_of(object);
-    std::string const others = state_of(f, &object);
-    EXPECT_EQ(doubled_quotes(old), object.getQuotedText().toUTF8()) << row.name;
-
-    std::string const error = error_of([&] { EXPECT_EQ(&object, row.call(f)) << row.name; });
-    std::string const have = mdx_of(object);
-    if (error.empty()) {
-        EXPECT_EQ(row.want, have) << row.name;
-    } else {
-        EXPECT_EQ(row.want, error) << row.name;
-        EXPECT_EQ(old, have) << row.name << ": text after an error";
-    }
-    EXPECT_EQ(have, object.getText().toUTF8()) << row.name;
-    EXPECT_EQ(doubled_quotes(have), object.getQuotedText().toUTF8()) << row.name << ": quoted text";
-    EXPECT_EQ(count, count_of(object)) << row.name << ": count";
-    EXPECT_EQ(others, state_of(f, &object)) << row.name << ": other objects";
-}
-
-template <class Object>
-void check_rows(Classes classes, std::vector<Row<Object>> const & rows)
-{
-    for (Classes const each : classes == kBoth ? std::vector{ kGeneral, kDialect } : std::vector{ classes }) {
-        for (Row<Object> const & row : rows) {
-            Fixture f(each);
-            if constexpr (std::is_same_v<Object, MDXSet>)
-                check_row(row, f, *f.set);
-            else if constexpr (std::is_same_v<Object, MDXField>)
-                check_row(row, f, *f.field);
-            else
-                check_row(row, f, *f.value);
-        }
-    }
-}
-template void check_rows(Classes, std::vector<Row<MDXSet>> const &);
-template void check_rows(Classes, std::vector<Row<MDXField>> const &);
-template void check_rows(Classes, std::vector<Row<MDXValue>> const &);
 
 LogLines::LogLines()
 {

@@ -11,6 +11,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -77,24 +78,44 @@ struct Row {
 };
 #define CALL(...) #__VA_ARGS__, []([[maybe_unused]] Fixture & f) { return __VA_ARGS__; }
 
-// Runs each row on a fresh fixture and checks what holds for all: the text, the quoted text (read before the call
-// too), that the object itself is returned with its count as it was, that the other objects keep text and count, and
-// that an error leaves the text alone.
-template <class Object>
-void check_rows(Classes classes, std::vector<Row<Object>> const & rows);
-
-template <class Object, Classes classes>
-void check(std::vector<Row<Object>> const & rows)
-{
-    check_rows(classes, rows);
-}
-
 // An MDXError with its inserts, and what `body` throws of it, as one text; empty when it throws none.
 std::string raises(std::uint32_t code, std::string const & inserts = "");
 std::string error_of(std::function<void()> const & body);
 
 // The count of an object, which a reference to and fro tells.
 std::int32_t count_of(support::RefCount & object);
+
+std::string doubled_quotes(std::string const & text);
+
+// The texts and counts of all but one object.
+std::string state_of(Fixture & f, support::RefCount const * but);
+
+// Runs each row on a fresh fixture and checks what holds for all: the text, the quoted text (read before the call
+// too), that the object itself is returned with its count as it was, that the other objects keep text and count, and
+// that an error leaves the text alone.
+template <class Object, Classes classes>
+void check(std::vector<Row<Object>> const & rows)
+{
+    for (Classes const each : classes == kBoth ? std::vector{ kGeneral, kDialect } : std::vector{ classes }) {
+        for (Row<Object> const & row : rows) {
+            SCOPED_TRACE(row.name);
+            Fixture f(each);
+            Object & object = *std::get<Object *>(std::tuple(f.set, f.field, f.value));
+            std::string const old = mdx_of(object);
+            std::int32_t const count = count_of(object);
+            std::string const others = state_of(f, &object);
+            EXPECT_EQ(doubled_quotes(old), object.getQuotedText().toUTF8());
+
+            std::string const error = error_of([&] { EXPECT_EQ(&object, row.call(f)); });
+            std::string const have = mdx_of(object);
+            EXPECT_EQ(row.want, error.empty() ? have : error);
+            EXPECT_EQ(error.empty() ? have : old, object.getText().toUTF8());
+            EXPECT_EQ(doubled_quotes(have), object.getQuotedText().toUTF8());
+            EXPECT_EQ(count, count_of(object));
+            EXPECT_EQ(others, state_of(f, &object)) << "other objects";
+        }
+    }
+}
 
 // The text of an object that was just made and is given back.
 template <class Object>
