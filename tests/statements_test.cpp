@@ -107,10 +107,7 @@ TEST(Statements, PartsByThemselves)
     EXPECT_EQ("MEMBER [Sales].[F] AS 'v', SOLVE_ORDER = 2147483647, P = 1, Q =  ", member(INT32_MAX, { "P", "Q" }, { "1", "" }, true));
     EXPECT_EQ(raises(MDX_ERR_PROPERTY_COUNT_MISMATCH), error_of([&] { member(3, {}, { "1" }, false); }));
     EXPECT_EQ("NON EMPTY {A} DIMENSION PROPERTIES P ON AXIS(11) ", mdx_of(MDXSelectQuery::MDXAxisSpecification(11, f.set, { "P" }, true)));
-    EXPECT_EQ("SET N AS {A} ", mdx_of(MDXSetSpecification("N", f.set, false, "[Sales]")));
-    MDXSelectQuery::MDXAxisSpecification const holdsNone(0, nullptr, {}, false);
-    MDXSetSpecification const namesNone("N", nullptr, false, "C");
-    MDXMemberSpecification const definesNone(nullptr, nullptr, 0, {}, {}, false, "C");
+    MDXMemberSpecification const holdsNone(nullptr, nullptr, 0, {}, {}, false, "[Sales]");
 }
 
 TEST(MDXCreateQuery, Text)

@@ -12,29 +12,20 @@ static std::size_t allocations_of(std::function<void()> const & work)
     return gAllocations - before;
 }
 
-TEST(Text, PiecesAreJoinedAsTheyAre)
+TEST(Text, PiecesAreJoinedAndRewrittenAsTheyAre)
 {
-    EXPECT_EQ(KelpString(), concat("", KelpString()));
     EXPECT_EQ(KelpString("a -5, [b]"), concat("a ", decimal(-5), KelpString(", "), std::string_view("[b]")));
     EXPECT_EQ(KelpString("-2147483649-9223372036854775808"), concat(decimal(std::int64_t{ INT32_MIN } - 1), decimal(INT64_MIN)));
-    EXPECT_EQ(KelpString(), join(std::vector<KelpString>(), ", "));
-    EXPECT_EQ(KelpString("a, b"), join(std::vector<KelpString>{ "a", "b" }, ", "));
-}
-
-TEST(Text, RewritingKeepsTheOldTextInEachPlace)
-{
     KelpString text("{A}");
     for (int round = 0; round < 40; ++round) { // with and without room in the old buffer
         KelpString const old = text;
         rewrite(text, "F( ", text, ", ", decimal(round), ")");
         EXPECT_EQ(concat("F( ", old, ", ", decimal(round), ")"), text);
     }
-    KelpString twice("a");
-    twice.reserve(100);
-    rewrite(twice, twice, "-", twice);
-    EXPECT_EQ(KelpString("a-a"), twice);
-    rewrite(twice, "only this");
-    EXPECT_EQ(KelpString("only this"), twice);
+    rewrite(text, "only this");
+    text.reserve(100);
+    rewrite(text, text, "-", text);
+    EXPECT_EQ(KelpString("only this-only this"), text);
 }
 
 TEST(Text, OneAllocationForAText)
@@ -85,15 +76,15 @@ TEST(Text, AFactoryThatRunsOutOfMemoryLeavesNothingBehind)
 {
     Fixture f(kDialect);
     KelpString const text("a text that is too long for a string's own room");
-    for (std::size_t nth = 1; nth < 4; ++nth) {
+    bool made = false;
+    for (std::size_t nth = 1; !made; ++nth) {
         gFailAt = nth;
         try {
             f.generator->GenerateField(text)->unuse();
+            made = std::exchange(gFailAt, 0u) > 0;
         } catch (std::bad_alloc const &) {
         }
     }
-    gFailAt = 1;
-    EXPECT_THROW(f.generator->GenerateQuery(MDXQuery::QT_DROP, nullptr), std::bad_alloc);
 }
 
 #endif
