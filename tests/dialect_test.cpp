@@ -55,7 +55,7 @@ TEST(Dialect, FieldsAndValues)
         { CALL(f.child.fHierarchy = nullptr, f.field->TakeParentOfCalculation(&f.child)), "[F]" },
     });
     check<MDXValue, kDialect>({
-        { CALL(f.value->TakeProperty(f.field, "Caption")), "[F].Name" },
+        { CALL(f.value->TakeProperty(f.field, "cAPTION")), "[F].Name" },
         { CALL(f.value->TakeProperty(f.field, "dESCRIPTION")), "[F].Name" },
         { CALL(f.value->TakeProperty(f.field, "Captions")), "[F].Properties(\"Captions\")" },
     });
