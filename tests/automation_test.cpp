@@ -5,490 +5,195 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
+#include <cstdlib>
 #include <cstring>
-#include <functional>
-#include <limits>
+#include <map>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
+
+using namespace std::string_literals;
 
 namespace {
 
-VARIANT empty(VARTYPE type)
-{
-    VARIANT value;
-    VariantInit(&value);
-    value.vt = type;
-    return value;
-}
+// The tables hold what Windows answers, as far as it is known. Two others may answer otherwise: the portable layer, on
+// purpose, and Wine, in whose place these tests mostly run.
+#if defined(_WIN32)
+bool const kPortable = false;
+bool const kWine = ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+#else
+bool const kPortable = true;
+bool const kWine = false;
+#endif
 
-template <class Field, class Value>
-VARIANT make(VARTYPE type, Field VARIANT::*field, Value value)
+// A value by its type and its bits. Bits beyond those of the type are noise.
+template <class Bits = int>
+VARIANT of(int type, Bits bits = 0)
 {
-    VARIANT result = empty(type);
-    result.*field = static_cast<Field>(value);
-    return result;
+    VARIANT value{};
+    value.vt = static_cast<VARTYPE>(type);
+    std::memcpy(&value.llVal, &bits, sizeof bits);
+    return value;
 }
 
 VARIANT text(std::u16string const & characters)
 {
-    return make(VT_BSTR, &VARIANT::bstrVal, SysAllocStringLen(ole_characters(characters.data()), static_cast<unsigned>(characters.size())));
-}
-VARIANT real(double value)
-{
-    return make(VT_R8, &VARIANT::dblVal, value);
-}
-VARIANT whole(std::int32_t value)
-{
-    return make(VT_I4, &VARIANT::lVal, value);
-}
-VARIANT date(double value)
-{
-    return make(VT_DATE, &VARIANT::date, value);
-}
-VARIANT truth(VARIANT_BOOL value)
-{
-    return make(VT_BOOL, &VARIANT::boolVal, value);
-}
-VARIANT money(std::int64_t value)
-{
-    VARIANT result = empty(VT_CY);
-    result.cyVal.int64 = value;
-    return result;
+    return of(VT_BSTR, SysAllocStringLen(ole_characters(characters.data()), static_cast<unsigned>(characters.size())));
 }
 
-std::int32_t gPointedWhole = -12;
-BSTR gPointedText = nullptr;
-VARIANT gPointedVariant = real(2.5);
-
-VARIANT pointer(unsigned type, void * address)
-{
-    return make(static_cast<VARTYPE>(type | VT_BYREF), &VARIANT::byref, address);
-}
-
-std::u16string characters_of(BSTR text)
-{
-    return text == nullptr ? u"" : std::u16string(plain_characters(text), SysStringLen(text));
-}
-
-// An answer in words: the value, or the result code of a failure.
+// An answer in words: the value, or behind a "!" why there is none.
 std::string shown(HRESULT code, VARIANT const & value)
 {
-    switch (code) {
-    case S_OK: break;
-    case DISP_E_TYPEMISMATCH: return "mismatch";
-    case DISP_E_OVERFLOW: return "overflow";
-    case DISP_E_BADVARTYPE: return "bad type";
-    case E_INVALIDARG: return "bad argument";
-    default: return "code " + std::to_string(code);
-    }
-    KelpString real;
+    static std::map<HRESULT, std::string> const refusals = { { DISP_E_TYPEMISMATCH, "!mismatch" }, { DISP_E_OVERFLOW, "!overflow" }, { DISP_E_BADVARTYPE, "!type" },
+        { E_INVALIDARG, "!argument" } };
+    if (code != S_OK)
+        return refusals.at(code);
+    KelpString result;
     switch (value.vt) {
     case VT_I4: return std::to_string(value.lVal);
-    case VT_R8: StringConverters::convertRealToString(value.dblVal, real, 10, 17, false); return real.toUTF8();
+    case VT_R8: StringConverters::convertRealToString(value.dblVal, result, 10, 17, false); break;
     case VT_BOOL: return std::to_string(value.boolVal);
-    case VT_BSTR: return "|" + KelpString(characters_of(value.bstrVal)).toUTF8() + "|";
+    case VT_BSTR: result.assign(plain_characters(value.bstrVal), SysStringLen(value.bstrVal)); break;
     default: return "type " + std::to_string(value.vt);
     }
+    return result.toUTF8();
 }
 
-// The tables hold what Windows answers, as far as it is known. Two others may answer otherwise: the portable layer,
-// on purpose, and Wine, in whose place these tests mostly run. A row says what and why.
-enum class System { Windows, Wine, Portable };
-
-struct Difference {
-    System system;
-    VARTYPE type; // the one that is converted to
-    char const * want;
-    char const * why;
-};
-
-System this_system()
+// Converts to another value, which holds a text before, then in place. The source is used up.
+void check(VARIANT source, VARTYPE type, std::string const & want, std::uint16_t flags = 0)
 {
-#if defined(_WIN32)
-    static bool const wine = ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-    return wine ? System::Wine : System::Windows;
-#else
-    return System::Portable;
-#endif
-}
-
-// A difference for every type.
-std::vector<Difference> refused(System system, char const * why)
-{
-    std::vector<Difference> differences;
-    for (VARTYPE const type : { VT_I4, VT_R8, VT_BOOL, VT_BSTR })
-        differences.push_back({ system, type, "mismatch", why });
-    return differences;
-}
-
-struct Answer {
-    std::string want;
-    std::string why;
-};
-
-Answer answer_here(char const * want, std::vector<Difference> const & differences, VARTYPE type)
-{
-    for (Difference const & difference : differences)
-        if (difference.system == this_system() && difference.type == type)
-            return { difference.want, std::string(", here because ") + difference.why };
-    return { want, "" };
-}
-
-// Converts to another value, which holds a text before, and in place. The source is used up.
-void check_answer(std::string const & name, VARIANT source, VARTYPE type, Answer const & answer, std::uint16_t flags = 0)
-{
+    SCOPED_TRACE(shown(S_OK, source) + " of bits " + std::to_string(source.llVal) + " to type " + std::to_string(type));
     VARIANT other = text(u"old");
-    HRESULT const code = VariantChangeType(&other, &source, flags, type);
-    EXPECT_EQ(shown(code, other), answer.want) << name << " to " << type << answer.why;
-    if (code != S_OK) {
-        EXPECT_EQ(shown(S_OK, other), "|old|") << name;
-    }
-    HRESULT const inPlace = VariantChangeType(&source, &source, flags, type);
-    EXPECT_EQ(shown(inPlace, source), answer.want) << name << " to " << type << ", in place" << answer.why;
+    for (VARIANT * const destination : { &other, &source })
+        EXPECT_EQ(shown(VariantChangeType(destination, &source, flags, type), *destination), want);
+    EXPECT_TRUE(want[0] != '!' || shown(S_OK, other) == "old");
     EXPECT_EQ(VariantClear(&other), S_OK);
     VariantClear(&source);
 }
 
-// One value, made anew for each conversion, and its answers for the four types that conditions ask for.
+// A value and its answers for the types that conditions ask for. As VT_R8, a real or a date is what it was, and all
+// else what its text says. As VT_BOOL, what has a number is true unless that is 0.
 struct ValueRow {
-    char const * name;
-    std::function<VARIANT()> make;
-    char const * whole;
-    char const * real;
-    char const * boolean;
-    char const * text;
-    std::vector<Difference> differences = {};
+    VARIANT value;
+    std::string whole;
+    std::string text = whole;
+    std::string real = value.vt == VT_R8 || value.vt == VT_DATE ? shown(S_OK, of(VT_R8, value.dblVal)) : text;
+    std::string truth = real[0] == '!' ? real : real == "0" || real == "-0" ? "0" : "-1";
 };
 
-void check_values(std::vector<ValueRow> const & rows)
+TEST(VariantChangeType, Values)
 {
+    std::int32_t whole = -12;
+    VARIANT pointed = of(VT_BSTR, SysAllocString(ole_characters(u"7.5")));
+    VARIANT nested = of(VT_BYREF | VT_VARIANT, &nested);
+    ValueRow const rows[] = { { of(VT_EMPTY), "0", "", "0" }, { of(VT_BOOL, 0x1FFFF), "-1" }, { of(VT_BOOL, 0x10000), "0" }, { of(VT_I1, 0x80), "-128" },
+        { of(VT_I1, 0x17F), "127" }, { of(VT_UI1, 0x100), "0" }, { of(VT_UI1, 0x1FF), "255" }, { of(VT_I2, 0x8000), "-32768" }, { of(VT_I2, 0x17FFF), "32767" },
+        { of(VT_UI2, 0x1FFFF), "65535" }, { of(VT_I4, 0x180000000), "-2147483648" }, { of(VT_I4, 0x17FFFFFFF), "2147483647" }, { of(VT_INT, 0x180000000), "-2147483648" },
+        { of(VT_UI4, 0x17FFFFFFF), "2147483647" }, { of(VT_I8, -1ll), "-1" }, { of(VT_I8, -2147483649ll), "!overflow", "-2147483649" },
+        { of(VT_I8, 2147483648ll), "!overflow", "2147483648" }, { of(VT_I8, INT64_MIN), "!overflow", "-9223372036854775808", "-9.223372036854776e+18" },
+        { of(VT_I8, INT64_MAX), "!overflow", "9223372036854775807", "9.223372036854776e+18" },
+        { of(VT_UI8, UINT64_MAX), "!overflow", "18446744073709551615", "1.8446744073709552e+19" },
+        // Reals round to the even whole, and have 15 digits as a text; singles have 7
+        { of(VT_R8, 0.0), "0" }, { of(VT_R8, -0.0), "0" }, { of(VT_R8, 0.51), "1", "0.51" }, { of(VT_R8, 2.5), "2", "2.5" }, { of(VT_R8, -3.5), "-4", "-3.5" },
+        { of(VT_R8, 2147483647.4), "2147483647", "2147483647.4" }, { of(VT_R8, 2147483647.5), "!overflow", "2147483647.5" },
+        { of(VT_R8, -2147483648.5), "-2147483648", "-2147483648.5" }, { of(VT_R8, -2147483648.51), "!overflow", "-2147483648.51" },
+        { of(VT_R8, 1234567890123456.0), "!overflow", "1.23456789012346E+15" }, { of(VT_R8, 999999999999999.5), "!overflow", "1E+15" }, { of(VT_R8, 0.0001), "0", "0.0001" },
+        { of(VT_R8, 0.00001234567890123456), "0", "1.23456789012346E-05" }, { of(VT_R8, 1.7976931348623157e308), "!overflow", "1.79769313486232E+308" },
+        { of(VT_R4, 0.1f), "0", "0.1", "0.10000000149011612" }, { of(VT_R4, 3.4028235e38f), "!overflow", "3.402823E+38", "3.4028234663852886e+38" },
+        // Money is in ten-thousandths
+        { of(VT_CY, 200000ll), "20" }, { of(VT_CY, -1ll), "0", "-0.0001" }, { of(VT_CY, 25000ll), "2", "2.5" }, { of(VT_CY, -15000ll), "-2", "-1.5" },
+        { of(VT_CY, INT64_MIN), "!overflow", "-922337203685477.5808", "-922337203685477.6" },
+        // Dates: midnight and day 0 go unsaid; before day 0 the time goes forwards all the same
+        { of(VT_DATE, 46350.0 + 54245.0 / 86400), "46351", "11/24/2026 3:04:05 PM" }, { of(VT_DATE, 36585.0), "36585", "2/29/2000" }, { of(VT_DATE, 0.5), "0", "12:00:00 PM" },
+        { of(VT_DATE, 0.0), "0", "12:00:00 AM" }, { of(VT_DATE, -1.25), "-1", "12/29/1899 6:00:00 AM" }, { of(VT_DATE, -657434.5), "-657434", "1/1/100 12:00:00 PM" },
+        { of(VT_DATE, -657435.0), "-657435", "!argument" }, { of(VT_DATE, 2958465.99999), "2958466", "12/31/9999 11:59:59 PM" }, { of(VT_DATE, 2958466.0), "2958466", "!argument" },
+        // No values, no types, and pointers
+        { of(VT_NULL), "!mismatch" }, { of(VT_ERROR), "!mismatch" }, { of(VT_BSTR, BSTR{ nullptr }), "!mismatch", "", "!mismatch" }, { of(VT_UNKNOWN), "!mismatch" },
+        { of(VT_ARRAY | VT_I4), "!mismatch" }, { of(VT_RECORD), "!mismatch" }, { of(VT_DISPATCH), "!type" }, { of(15), "!type" }, { of(77), "!type" },
+        { of(VT_BYREF | VT_I4, &whole), "-12" }, { of(VT_BYREF | VT_BSTR, &pointed.bstrVal), "8", "7.5" }, { of(VT_BYREF | VT_VARIANT, &pointed), "8", "7.5" },
+        { of(VT_BYREF | VT_DATE), "!mismatch" }, { of(VT_BYREF | VT_VARIANT, &nested), "!argument" },
+        // Wine lets the sign bit through, and leaves what is no number to the processor and to the C library
+        { of(VT_UI4, 0x180000000), kWine ? "-2147483648" : "!overflow", "2147483648" }, { of(VT_UINT, 0x1FFFFFFFF), kWine ? "-1" : "!overflow", "4294967295" },
+        { of(VT_R8, std::nan("")), kWine ? "2147483647" : "!overflow", kWine ? "NAN" : "1.#QNAN" }, { of(VT_R8, HUGE_VAL), "!overflow", kWine ? "INF" : "1.#INF" },
+        { of(VT_R8, -HUGE_VAL), "!overflow", kWine ? "-INF" : "-1.#INF" },
+        // The portable layer rounds a date to seconds first, then leaves midnight and day 0 out, and ends with the year
+        // 9999; it has no decimals
+        { of(VT_DATE, 1.9999999), "2", kPortable ? "1/1/1900" : "1/1/1900 12:00:00 AM" }, { of(VT_DATE, 0.999999), "1", kPortable ? "12/31/1899" : "12:00:00 AM" },
+        { of(VT_DATE, 2958465.9999999), "2958466", kPortable ? "!argument" : "1/1/10000 12:00:00 AM" }, { of(VT_DECIMAL), kPortable ? "!mismatch" : "0" } };
     for (ValueRow const & row : rows) {
-        check_answer(row.name, row.make(), VT_I4, answer_here(row.whole, row.differences, VT_I4));
-        check_answer(row.name, row.make(), VT_R8, answer_here(row.real, row.differences, VT_R8));
-        check_answer(row.name, row.make(), VT_BOOL, answer_here(row.boolean, row.differences, VT_BOOL));
-        check_answer(row.name, row.make(), VT_BSTR, answer_here(row.text, row.differences, VT_BSTR));
+        check(row.value, VT_I4, row.whole);
+        check(row.value, VT_R8, row.real);
+        check(row.value, VT_BOOL, row.truth);
+        check(row.value, VT_BSTR, row.text);
     }
+    VariantClear(&pointed);
 }
 
-// A text that is read; as a text it stays what it is.
-struct TextRow {
-    std::u16string text;
-    char const * whole;
-    char const * real;
-    char const * boolean;
-    std::vector<Difference> differences = {};
-};
-
-void check_texts(std::vector<TextRow> const & rows)
-{
-    for (TextRow const & row : rows) {
-        std::string const name = "|" + KelpString(row.text).toUTF8() + "|";
-        check_answer(name, text(row.text), VT_I4, answer_here(row.whole, row.differences, VT_I4));
-        check_answer(name, text(row.text), VT_R8, answer_here(row.real, row.differences, VT_R8));
-        check_answer(name, text(row.text), VT_BOOL, answer_here(row.boolean, row.differences, VT_BOOL));
-    }
-}
-
-TEST(VariantChangeType, Numbers)
-{
-    check_values({
-        { "empty", [] { return empty(VT_EMPTY); }, "0", "0", "0", "||" },
-        { "signed byte -128", [] { return make(VT_I1, &VARIANT::cVal, -128); }, "-128", "-128", "-1", "|-128|" },
-        { "signed byte 127", [] { return make(VT_I1, &VARIANT::cVal, 127); }, "127", "127", "-1", "|127|" },
-        { "byte 0", [] { return make(VT_UI1, &VARIANT::bVal, 0); }, "0", "0", "0", "|0|" },
-        { "byte 255", [] { return make(VT_UI1, &VARIANT::bVal, 255); }, "255", "255", "-1", "|255|" },
-        { "short -32768", [] { return make(VT_I2, &VARIANT::iVal, -32768); }, "-32768", "-32768", "-1", "|-32768|" },
-        { "short 32767", [] { return make(VT_I2, &VARIANT::iVal, 32767); }, "32767", "32767", "-1", "|32767|" },
-        { "unsigned short 65535", [] { return make(VT_UI2, &VARIANT::uiVal, 65535); }, "65535", "65535", "-1", "|65535|" },
-        { "least whole", [] { return whole(-2147483647 - 1); }, "-2147483648", "-2147483648", "-1", "|-2147483648|" },
-        { "least machine whole", [] { return make(VT_INT, &VARIANT::intVal, -2147483647 - 1); }, "-2147483648", "-2147483648", "-1", "|-2147483648|" },
-        { "most whole", [] { return whole(2147483647); }, "2147483647", "2147483647", "-1", "|2147483647|" },
-        { "most machine whole", [] { return make(VT_INT, &VARIANT::intVal, 2147483647); }, "2147483647", "2147483647", "-1", "|2147483647|" },
-        { "whole that fits", [] { return make(VT_UI4, &VARIANT::ulVal, 2147483647); }, "2147483647", "2147483647", "-1", "|2147483647|" },
-        { "whole that does not", [] { return make(VT_UI4, &VARIANT::ulVal, 2147483648u); }, "overflow", "2147483648", "-1", "|2147483648|",
-            { { System::Wine, VT_I4, "-2147483648", "it lets the sign bit through" } } },
-        { "most unsigned", [] { return make(VT_UINT, &VARIANT::uintVal, 4294967295u); }, "overflow", "4294967295", "-1", "|4294967295|",
-            { { System::Wine, VT_I4, "-1", "it lets the sign bit through" } } },
-        { "least long", [] { return make(VT_I8, &VARIANT::llVal, std::numeric_limits<std::int64_t>::min()); }, "overflow", "-9.223372036854776e+18", "-1",
-            "|-9223372036854775808|" },
-        { "long too low", [] { return make(VT_I8, &VARIANT::llVal, -2147483649ll); }, "overflow", "-2147483649", "-1", "|-2147483649|" },
-        { "long -1", [] { return make(VT_I8, &VARIANT::llVal, -1); }, "-1", "-1", "-1", "|-1|" },
-        { "long too high", [] { return make(VT_I8, &VARIANT::llVal, 2147483648ll); }, "overflow", "2147483648", "-1", "|2147483648|" },
-        { "past the whole reals", [] { return make(VT_I8, &VARIANT::llVal, 9007199254740993ll); }, "overflow", "9007199254740992", "-1", "|9007199254740993|" },
-        { "most long", [] { return make(VT_UI8, &VARIANT::ullVal, ~0ull); }, "overflow", "1.8446744073709552e+19", "-1", "|18446744073709551615|" },
-        { "true", [] { return truth(VARIANT_TRUE); }, "-1", "-1", "-1", "|-1|" },
-        { "false", [] { return truth(VARIANT_FALSE); }, "0", "0", "0", "|0|" },
-        { "bool of another number", [] { return truth(2); }, "2", "2", "2", "|2|" },
-    });
-}
-
-TEST(VariantChangeType, Reals)
-{
-    check_values({
-        { "zero", [] { return real(0.0); }, "0", "0", "0", "|0|" },
-        { "negative zero", [] { return real(-0.0); }, "0", "-0", "0", "|0|" },
-        { "small", [] { return real(0.1); }, "0", "0.1", "-1", "|0.1|" },
-        { "half to even, down", [] { return real(2.5); }, "2", "2.5", "-1", "|2.5|" },
-        { "half to even, up", [] { return real(-3.5); }, "-4", "-3.5", "-1", "|-3.5|" },
-        { "sum of tenths", [] { return real(0.1 + 0.2); }, "0", "0.30000000000000004", "-1", "|0.3|" },
-        { "third", [] { return real(1.0 / 3); }, "0", "0.3333333333333333", "-1", "|0.333333333333333|" },
-        { "15 digits", [] { return real(123456789012345.0); }, "overflow", "123456789012345", "-1", "|123456789012345|" },
-        { "16 digits", [] { return real(1234567890123456.0); }, "overflow", "1234567890123456", "-1", "|1.23456789012346E+15|" },
-        { "digits that round up", [] { return real(999999999999999.5); }, "overflow", "999999999999999.5", "-1", "|1E+15|" },
-        { "fixed form, small", [] { return real(0.0001); }, "0", "0.0001", "-1", "|0.0001|" },
-        { "exponent form, small", [] { return real(0.00001234567890123456); }, "0", "1.234567890123456e-05", "-1", "|1.23456789012346E-05|" },
-        { "large", [] { return real(-1e20); }, "overflow", "-1e+20", "-1", "|-1E+20|" },
-        { "largest", [] { return real(1.7976931348623157e308); }, "overflow", "1.7976931348623157e+308", "-1", "|1.79769313486232E+308|" },
-        { "least", [] { return real(5e-324); }, "0", "5e-324", "-1", "|4.94065645841247E-324|" },
-        { "largest that rounds in", [] { return real(2147483647.4); }, "2147483647", "2147483647.4", "-1", "|2147483647.4|" },
-        { "half that rounds out", [] { return real(2147483647.5); }, "overflow", "2147483647.5", "-1", "|2147483647.5|" },
-        { "half that rounds in", [] { return real(-2147483648.5); }, "-2147483648", "-2147483648.5", "-1", "|-2147483648.5|" },
-        { "too low", [] { return real(-2147483648.51); }, "overflow", "-2147483648.51", "-1", "|-2147483648.51|" },
-        { "no number", [] { return real(std::nan("")); }, "overflow", "nan", "-1", "|1.#QNAN|",
-            { { System::Wine, VT_I4, "2147483647", "it leaves this to the processor and to the C library" },
-                { System::Wine, VT_BSTR, "|NAN|", "it leaves this to the processor and to the C library" } } },
-        { "infinity", [] { return real(INFINITY); }, "overflow", "inf", "-1", "|1.#INF|", { { System::Wine, VT_BSTR, "|INF|", "it leaves the text to the C library" } } },
-        { "negative infinity", [] { return real(-INFINITY); }, "overflow", "-inf", "-1", "|-1.#INF|",
-            { { System::Wine, VT_BSTR, "|-INF|", "it leaves the text to the C library" } } },
-        { "single", [] { return make(VT_R4, &VARIANT::fltVal, 0.1f); }, "0", "0.10000000149011612", "-1", "|0.1|" },
-        { "single, 7 digits", [] { return make(VT_R4, &VARIANT::fltVal, 1234567.0f); }, "1234567", "1234567", "-1", "|1234567|" },
-        { "single, 8 digits", [] { return make(VT_R4, &VARIANT::fltVal, 12345678.0f); }, "12345678", "12345678", "-1", "|1.234568E+07|" },
-        { "single, small", [] { return make(VT_R4, &VARIANT::fltVal, 0.00001f); }, "0", "9.999999747378752e-06", "-1", "|1E-05|" },
-        { "single, largest", [] { return make(VT_R4, &VARIANT::fltVal, 3.4028235e38f); }, "overflow", "3.4028234663852886e+38", "-1", "|3.402823E+38|" },
-        { "money", [] { return money(-12345000); }, "-1234", "-1234.5", "-1", "|-1234.5|" },
-        { "whole money", [] { return money(200000); }, "20", "20", "-1", "|20|" },
-        { "least of money", [] { return money(-1); }, "0", "-0.0001", "-1", "|-0.0001|" },
-        { "money, half to even", [] { return money(25000); }, "2", "2.5", "-1", "|2.5|" },
-        { "money, half to even, negative", [] { return money(-15000); }, "-2", "-1.5", "-1", "|-1.5|" },
-        { "most negative money", [] { return money(std::numeric_limits<std::int64_t>::min()); }, "overflow", "-922337203685477.6", "-1", "|-922337203685477.5808|" },
-    });
-}
-
-TEST(VariantChangeType, Dates)
-{
-    check_values({
-        { "date and time", [] { return date(46350.0 + 54245.0 / 86400); }, "46351", "46350.62783564815", "-1", "|11/24/2026 3:04:05 PM|" },
-        { "midnight", [] { return date(46350); }, "46350", "46350", "-1", "|11/24/2026|" },
-        { "noon", [] { return date(36526.5); }, "36526", "36526.5", "-1", "|1/1/2000 12:00:00 PM|" },
-        { "day 0", [] { return date(0.5); }, "0", "0.5", "-1", "|12:00:00 PM|" },
-        { "midnight of day 0", [] { return date(0); }, "0", "0", "0", "|12:00:00 AM|" },
-        { "before day 0 the time goes forwards", [] { return date(-1.25); }, "-1", "-1.25", "-1", "|12/29/1899 6:00:00 AM|" },
-        { "quarter before day 0", [] { return date(-0.25); }, "0", "-0.25", "-1", "|6:00:00 AM|" },
-        { "rounded up into the next day", [] { return date(1.9999999); }, "2", "1.9999999", "-1", "|1/1/1900 12:00:00 AM|",
-            { { System::Portable, VT_BSTR, "|1/1/1900|", "it rounds to seconds first, then leaves midnight out" } } },
-        { "rounded up into day 1", [] { return date(0.999999); }, "1", "0.999999", "-1", "|12:00:00 AM|",
-            { { System::Portable, VT_BSTR, "|12/31/1899|", "it rounds to seconds first, then leaves day 0 out" } } },
-        { "leap day", [] { return date(36585); }, "36585", "36585", "-1", "|2/29/2000|" },
-        { "first day", [] { return date(-657434); }, "-657434", "-657434", "-1", "|1/1/100|" },
-        { "before the first day", [] { return date(-657435); }, "-657435", "-657435", "-1", "bad argument" },
-        { "last day", [] { return date(2958465); }, "2958465", "2958465", "-1", "|12/31/9999|" },
-        { "last second", [] { return date(2958465.99999); }, "2958466", "2958465.99999", "-1", "|12/31/9999 11:59:59 PM|" },
-        { "rounded out of the last day", [] { return date(2958465.9999999); }, "2958466", "2958465.9999999", "-1", "|1/1/10000 12:00:00 AM|",
-            { { System::Portable, VT_BSTR, "bad argument", "there is no date past the year 9999" } } },
-        { "past the last day", [] { return date(2958466); }, "2958466", "2958466", "-1", "bad argument" },
-        { "far past", [] { return date(1e300); }, "overflow", "1e+300", "-1", "bad argument" },
-    });
-}
-
-TEST(VariantChangeType, Others)
-{
-    check_values({
-        { "null", [] { return empty(VT_NULL); }, "mismatch", "mismatch", "mismatch", "mismatch" },
-        { "error", [] { return empty(VT_ERROR); }, "mismatch", "mismatch", "mismatch", "mismatch" },
-        { "null text", [] { return make(VT_BSTR, &VARIANT::bstrVal, BSTR{ nullptr }); }, "mismatch", "mismatch", "mismatch", "||" },
-        { "no object", [] { return empty(VT_DISPATCH); }, "bad type", "bad type", "bad type", "bad type" },
-        { "no object of another kind", [] { return empty(VT_UNKNOWN); }, "mismatch", "mismatch", "mismatch", "mismatch" },
-        { "decimal", [] { return empty(VT_DECIMAL); }, "0", "0", "0", "|0|", refused(System::Portable, "conditions hold no decimals") },
-        { "array", [] { return empty(VT_ARRAY | VT_I4); }, "mismatch", "mismatch", "mismatch", "mismatch" },
-        { "record", [] { return empty(VT_RECORD); }, "mismatch", "mismatch", "mismatch", "mismatch" },
-        { "type between two", [] { return empty(15); }, "bad type", "bad type", "bad type", "bad type" },
-        { "type past the last", [] { return empty(77); }, "bad type", "bad type", "bad type", "bad type" },
-        { "pointed whole", [] { return pointer(VT_I4, &gPointedWhole); }, "-12", "-12", "-1", "|-12|" },
-        { "pointed variant", [] { return pointer(VT_VARIANT, &gPointedVariant); }, "2", "2.5", "-1", "|2.5|" },
-        { "pointer to nothing", [] { return pointer(VT_DATE, nullptr); }, "mismatch", "mismatch", "mismatch", "mismatch" },
-    });
-}
-
+// Texts that read as one number, or are refused in one way. A text is as whole and as true as its number.
 TEST(VariantChangeType, Texts)
 {
-    check_texts({
-        // Blanks
-        { u"", "mismatch", "mismatch", "mismatch" },
-        { u" ", "mismatch", "mismatch", "mismatch" },
-        { u" 12 ", "12", "12", "-1" },
-        { u"\t12\r\n", "12", "12", "-1" },
-        { u"\u00A012\u3000", "12", "12", "-1" },
-        { u"\u200B12", "mismatch", "mismatch", "mismatch" },
-        { u"1 2", "mismatch", "mismatch", "mismatch" },
-        { std::u16string(u"12\0x", 4), "12", "12", "-1" },
-        // Signs
-        { u"+12", "12", "12", "-1" },
-        { u"- 12", "-12", "-12", "-1" },
-        { u"12 -", "-12", "-12", "-1" },
-        { u"--12", "mismatch", "mismatch", "mismatch" },
-        { u"-12-", "mismatch", "mismatch", "mismatch" },
-        { u"+-12", "-12", "-12", "-1", refused(System::Portable, "a number has one sign at most") },
-        { u"(12)", "-12", "-12", "-1" },
-        { u"( 12 )", "-12", "-12", "-1" },
-        { u"(12", "mismatch", "mismatch", "mismatch" },
-        { u"12)", "mismatch", "mismatch", "mismatch" },
-        { u"()", "mismatch", "mismatch", "mismatch" },
-        { u"(-12)", "-12", "-12", "-1", refused(System::Portable, "a number has one sign at most") },
-        { u"-(12)", "-12", "-12", "-1", refused(System::Portable, "a number has one sign at most") },
-        { u"\u221212", "mismatch", "mismatch", "mismatch" },
-        // Points and commas
-        { u".5", "0", "0.5", "-1" },
-        { u"-.5", "0", "-0.5", "-1" },
-        { u"5.", "5", "5", "-1" },
-        { u".", "mismatch", "mismatch", "mismatch" },
-        { u"1.2.3", "mismatch", "mismatch", "mismatch" },
-        { u"1,234.5", "1234", "1234.5", "-1" },
-        { u"1,2,,3,", "123", "123", "-1" },
-        { u",5", "mismatch", "mismatch", "mismatch" },
-        { u"1.2,3", "1", "1.23", "-1" },
-        { u"1'234", "mismatch", "mismatch", "mismatch" },
-        { u"0.5", "0", "0.5", "-1" },
-        { u"1.5", "2", "1.5", "-1" },
-        { u"00012", "12", "12", "-1" },
-        { u"0.49999999999999999", "0", "0.5", "-1" },
-        // Money
-        { u"$12", "12", "12", "-1" },
-        { u"-$ 12", "-12", "-12", "-1" },
-        { u"12 $", "12", "12", "-1" },
-        { u"($1,234.50)", "-1234", "-1234.5", "-1" },
-        { u"$", "mismatch", "mismatch", "mismatch" },
-        { u"$12$", "12", "12", "-1", refused(System::Portable, "a number has one currency sign at most") },
-        { u"\u20AC12", "mismatch", "mismatch", "mismatch" },
-        { u"12%", "mismatch", "mismatch", "mismatch" },
-        // Exponents
-        { u"1.5E+3", "1500", "1500", "-1" },
-        { u"15e-1", "2", "1.5", "-1" },
-        { u"1d3", "1000", "1000", "-1", refused(System::Wine, "it does not know this mark of an exponent") },
-        { u"1e", "mismatch", "mismatch", "mismatch" },
-        { u"e3", "mismatch", "mismatch", "mismatch" },
-        { u"1e3.5", "mismatch", "mismatch", "mismatch" },
-        { u"1e 3", "mismatch", "mismatch", "mismatch" },
-        { u"1e3,", "1000", "1000", "-1", refused(System::Portable, "a comma parts digits, not an exponent") },
-        { u"1e400", "overflow", "overflow", "overflow" },
-        { u"1e-400", "0", "0", "0" },
-        { u"0e99999999999", "0", "0", "0" },
-        { u"0.01e99999999999", "overflow", "overflow", "overflow" },
-        { u"0." + std::u16string(400, u'0') + u"1e400", "0", "0.1", "-1" },
-        { u"0." + std::u16string(400, u'0') + u"1e5", "0", "0", "0" },
-        // Limits
-        { u"2147483647", "2147483647", "2147483647", "-1" },
-        { u"2147483648", "overflow", "2147483648", "-1" },
-        { u"-2147483648", "-2147483648", "-2147483648", "-1" },
-        { u"-2147483649", "overflow", "-2147483649", "-1" },
-        { u"2147483647.4", "2147483647", "2147483647.4", "-1" },
-        { u"9007199254740993", "overflow", "9007199254740992", "-1" },
-        { u"0.1", "0", "0.1", "-1" },
-        { u"4.35", "4", "4.35", "-1" },
-        { u"1e23", "overflow", "1e+23", "-1" },
-        { u"123456789012345678901234567890", "overflow", "1.2345678901234568e+29", "-1",
-            { { System::Wine, VT_R8, "1.2345678901234566e+29", "it loses the last bits of long numbers" } } },
-        { u"1.7976931348623157e308", "overflow", "1.7976931348623157e+308", "-1",
-            { { System::Wine, VT_R8, "overflow", "it loses the last bits of long numbers" }, { System::Wine, VT_BOOL, "overflow", "it loses the last bits of long numbers" } } },
-        { std::u16string(400, u'9'), "overflow", "overflow", "overflow",
-            { { System::Wine, VT_R8, "inf", "it does not see that the sum of the digits overflows" },
-                { System::Wine, VT_BOOL, "-1", "it does not see that the sum of the digits overflows" } } },
-        // Hexadecimal
-        { u"&h1F ", "31", "31", "-1" },
-        { u"&HFFFF", "65535", "65535", "-1" },
-        { u"&H80000000", "-2147483648", "-2147483648", "-1" },
-        { u"&HFFFFFFFF", "-1", "-1", "-1",
-            { { System::Wine, VT_R8, "overflow", "it finds no real for a sign bit" }, { System::Wine, VT_BOOL, "overflow", "it finds no real for a sign bit" } } },
-        { u"&H100000000", "overflow", "overflow", "overflow" },
-        { u"&H12345678123456789", "overflow", "overflow", "overflow" },
-        { u"&HG", "mismatch", "mismatch", "mismatch" },
-        { u"&H", "mismatch", "mismatch", "mismatch" },
-        { u"&O17", "15", "15", "-1" },
-        { u"&O18", "mismatch", "mismatch", "mismatch" },
-        { u"&17", "mismatch", "mismatch", "mismatch" },
-        { u"-&H1F", "31", "31", "-1", refused(System::Portable, "bits have no sign in front") },
-        { u"&H1-", "1", "1", "-1", refused(System::Portable, "bits have no sign behind") },
-        { u"0x1F", "mismatch", "mismatch", "mismatch" },
-        // Words
-        { u"tRUE", "mismatch", "mismatch", "-1" },
-        { u"False", "mismatch", "mismatch", "0" },
-        { u"#TRUE#", "mismatch", "mismatch", "-1" },
-        { u"#False#", "mismatch", "mismatch", "mismatch" },
-        { u" true", "mismatch", "mismatch", "mismatch" },
-        { u"yes", "mismatch", "mismatch", "mismatch" },
-        { u"12 apples", "mismatch", "mismatch", "mismatch" },
-        { u"inf", "mismatch", "mismatch", "mismatch" },
-        { u"nan", "mismatch", "mismatch", "mismatch" },
-        { u"1.#INF", "mismatch", "mismatch", "mismatch" },
-        { u"11/24/2026", "mismatch", "mismatch", "mismatch" },
-        { u"2026-11-24", "mismatch", "mismatch", "mismatch" },
-        { u"12:00", "mismatch", "mismatch", "mismatch" },
-        { u"\u0661", "mismatch", "mismatch", "mismatch" },
-    });
+    std::u16string const zeros(400, u'0');
+    std::vector<std::pair<std::string, std::vector<std::u16string>>> const rows = {
+        { "12", { u" 12 ", u"\t12\r\n", u"\u00A012\u3000", u"12\0x"s, u"+12", u"00012", u"12.", u"1,2.,0,", u"$12", u"12 $", u"1.2E+1", u"120e-1", u"&hC ", u"&O14" } },
+        { "-12", { u"- 12", u"12 -", u"(12)", u"( 12 )", u"-$ 12", u"($1,2.00)" } }, { "0.5", { u".5", u"0.49999999999999999" } },
+        { "0", { u"1e-400", u"0e99999999999", zeros + u"1e-400", u"0." + zeros + u"1e5" } }, { "0.1", { u"0.1", u"0." + zeros + u"1e400" } }, { "1e+23", { u"1e23" } },
+        { "9007199254740992", { u"9007199254740993" } }, { "-2147483648", { u"-2147483648", u"&H80000000" } }, { "65535", { u"&HFFFF" } },
+        { "!overflow", { u"1e400", u"0.01e99999999999", u"&H100000000", u"&H10000000000" } },
+        { "!mismatch", { u"", u" ", u"\u200B12", u"1 2", u"--12", u"-12-", u"(12", u"12)", u"()", u".", u"1.2.3", u",5", u"1'234", u"$", u"$$12", u"$&HC", u"\u20AC12", u"12%",
+                           u"1e", u"e3", u"1e3.5", u"1e 3", u"&HG", u"&H", u"&O18", u"&17", u"0x1F", u" true", u"true1", u"12 apples", u"inf", u"nan", u"11/24/2026", u"2026-11-24",
+                           u"12:00", u"\u0661", u"#False#" } },
+        // The portable layer takes one sign, bracket and currency sign at most, none at bits, and no comma in an exponent
+        { kPortable ? "!mismatch" : "-12", { u"+-12", u"(-12)", u"-(12)", u"(12))" } }, { kPortable ? "!mismatch" : "12", { u"$12$", u"-&HC", u"&HC-", u"12e0," } },
+        // Wine does not know this mark of an exponent, and does not see that the sum of digits overflows
+        { kWine ? "!mismatch" : "1000", { u"1d3" } }, { kWine ? "inf" : "!overflow", { std::u16string(400, u'9') } }
+    };
+    for (auto const & [answer, texts] : rows)
+        for (VARTYPE const type : { VT_R8, VT_I4, VT_BOOL }) {
+            VARIANT number = of(VT_R8, std::strtod(answer.c_str(), nullptr));
+            std::string const read = shown(VariantChangeType(&number, &number, 0, type), number);
+            for (std::u16string const & characters : texts)
+                check(text(characters), type, answer[0] == '!' ? answer : read);
+        }
 }
 
-TEST(VariantChangeType, OtherTypes)
+TEST(VariantChangeType, OtherPairs)
 {
-    struct Row {
-        char const * name;
-        VARIANT source;
-        VARTYPE type;
-        char const * want;
-        std::vector<Difference> differences = {};
-    };
-    gPointedText = SysAllocString(ole_characters(u"7.5"));
-    VARIANT nested = pointer(VT_VARIANT, nullptr);
-    nested.byref = &nested;
-    char const few[] = "conditions ask for no other types";
-    Row const rows[] = {
-        { "null to null", empty(VT_NULL), VT_NULL, "type 1" },
-        { "null to empty", empty(VT_NULL), VT_EMPTY, "mismatch" },
-        { "number to null", whole(1), VT_NULL, "type 1" },
-        { "number to empty", whole(1), VT_EMPTY, "type 0" },
-        { "error to empty", empty(VT_ERROR), VT_EMPTY, "mismatch" },
-        { "own type", money(1), VT_CY, "type 6" },
-        { "no object to its own type", empty(VT_UNKNOWN), VT_UNKNOWN, "type 13" },
-        { "to a short", whole(1), VT_I2, "type 2", { { System::Portable, VT_I2, "mismatch", few } } },
-        { "to money", real(1.5), VT_CY, "type 6", { { System::Portable, VT_CY, "mismatch", few } } },
-        { "to a date", whole(1), VT_DATE, "type 7", { { System::Portable, VT_DATE, "mismatch", few } } },
-        { "to a variant", whole(1), VT_VARIANT, "mismatch" },
-        { "to a record", whole(1), VT_RECORD, "mismatch" },
-        { "to an array", whole(1), VT_ARRAY | VT_I4, "mismatch" },
-        { "to a pointer", whole(1), VT_BYREF | VT_I4, "mismatch" },
-        { "to a type that is none", whole(1), 77, "bad type" },
-        { "from a type that is none", empty(77), VT_VARIANT, "bad type" },
-        { "pointed whole to its own type", pointer(VT_I4, &gPointedWhole), VT_I4, "-12" },
-        { "pointed text", pointer(VT_BSTR, &gPointedText), VT_R8, "7.5" },
-        { "pointed text to its own type", pointer(VT_BSTR, &gPointedText), VT_BSTR, "|7.5|" },
-        { "pointer to a pointer to a variant", pointer(VT_VARIANT, &nested), VT_I4, "bad argument" },
-    };
-    for (Row const & row : rows)
-        check_answer(row.name, row.source, row.type, answer_here(row.want, row.differences, row.type));
-    SysFreeString(gPointedText);
-
-    check_answer("true as a word", truth(VARIANT_TRUE), VT_BSTR, { "|True|", "" }, VARIANT_ALPHABOOL);
-    check_answer("false as a word", truth(VARIANT_FALSE), VT_BSTR, { "|False|", "" }, VARIANT_ALPHABOOL);
-    check_answer("zeros in a text", text(std::u16string(u"a\0b", 3)), VT_BSTR, { { "|a\0b|", 5 }, "" });
+    // Words are no numbers. Bits have a sign, for which Wine finds no real
+    std::vector<std::tuple<VARIANT, VARTYPE, std::string>> const rows = { { text(u"tRUE"), VT_R8, "!mismatch" }, { text(u"tRUE"), VT_BOOL, "-1" },
+        { text(u"False"), VT_I4, "!mismatch" }, { text(u"False"), VT_BOOL, "0" }, { text(u"#TRUE#"), VT_BOOL, "-1" }, { text(u"&HFFFFFFFF"), VT_I4, "-1" },
+        { text(u"&HFFFFFFFF"), VT_R8, kWine ? "!overflow" : "-1" },
+        // To the own type, to what is no value, and to no type
+        { text(u"a\0b"s), VT_BSTR, "a\0b"s }, { of(VT_BOOL, 2), VT_BOOL, "2" }, { of(VT_CY, 1), VT_CY, "type 6" }, { of(VT_UNKNOWN), VT_UNKNOWN, "type 13" },
+        { of(VT_NULL), VT_NULL, "type 1" }, { of(VT_NULL), VT_EMPTY, "!mismatch" }, { of(VT_ERROR), VT_EMPTY, "!mismatch" }, { of(VT_I4, 1), VT_EMPTY, "type 0" },
+        { of(VT_I4, 1), VT_NULL, "type 1" }, { of(VT_I4, 1), VT_VARIANT, "!mismatch" }, { of(VT_I4, 1), VT_RECORD, "!mismatch" }, { of(VT_I4, 1), VT_ARRAY | VT_I4, "!mismatch" },
+        { of(VT_I4, 1), VT_BYREF | VT_I4, "!mismatch" }, { of(VT_I4, 1), 77, "!type" }, { of(77), VT_VARIANT, "!type" },
+        // The portable layer has what conditions ask for, and no other types
+        { of(VT_I4, 1), VT_I2, kPortable ? "!mismatch" : "type 2" }, { of(VT_R8, 1.5), VT_CY, kPortable ? "!mismatch" : "type 6" },
+        { of(VT_I4, 1), VT_DATE, kPortable ? "!mismatch" : "type 7" }, { of(VT_DECIMAL), VT_DECIMAL, kPortable ? "!mismatch" : "type 14" } };
+    for (auto const & [source, type, want] : rows)
+        check(source, type, want);
+    check(of(VT_BOOL, VARIANT_TRUE), VT_BSTR, "True", VARIANT_ALPHABOOL);
+    check(of(VT_BOOL, VARIANT_FALSE), VT_BSTR, "False", VARIANT_ALPHABOOL);
 }
 
 TEST(VariantChangeType, DestinationsThatAreNone)
 {
-    VARIANT none = empty(99);
-    VARIANT one = whole(1);
+    VARIANT none = of(99);
+    VARIANT one = of(VT_I4, 1);
     EXPECT_EQ(VariantChangeType(&none, &one, 0, VT_BSTR), DISP_E_BADVARTYPE);
     EXPECT_EQ(VariantClear(&none), DISP_E_BADVARTYPE);
-    if (this_system() != System::Wine) { // which looks into it
-        EXPECT_EQ(VariantChangeType(nullptr, &one, 0, VT_I4), E_INVALIDARG);
-    }
+    EXPECT_TRUE(kWine || VariantChangeType(nullptr, &one, 0, VT_I4) == E_INVALIDARG); // Wine looks into it
+    EXPECT_TRUE(!kPortable || VariantChangeType(&one, nullptr, 0, VT_I4) == E_INVALIDARG);
 }
 
 TEST(SystemString, CarriesItsLength)
 {
     BSTR const string = SysAllocStringLen(ole_characters(u"a\0bc"), 3);
     EXPECT_EQ(SysStringLen(string), 3u);
-    EXPECT_EQ(std::u16string(plain_characters(string), 4), std::u16string(u"a\0b\0", 4));
-    std::uint32_t bytes = 0;
-    std::memcpy(&bytes, reinterpret_cast<char const *>(string) - 4, 4);
-    EXPECT_EQ(bytes, 6u);
+    EXPECT_EQ(std::u16string(plain_characters(string), 4), u"a\0b\0"s);
+    EXPECT_EQ(reinterpret_cast<std::uint32_t const *>(string)[-1], 6u); // in bytes
     SysFreeString(string);
     EXPECT_EQ(SysAllocString(nullptr), nullptr);
     EXPECT_EQ(SysStringLen(nullptr), 0u);
