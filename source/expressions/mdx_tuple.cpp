@@ -3,11 +3,11 @@
 #include "expressions/mdx_field.h"
 #include "frame/concat.h"
 #include "frame/mdx_error.h"
+#include "object_class.h"
 
-#include <atomic>
 #include <utility>
 
-static std::atomic<std::int32_t> gNextId{ 0 };
+static support::ObjectClass gClass{ u"MDXTuple" };
 
 template <class TextOf>
 static KelpString tuple_text(std::vector<MDXField *> const & fields, TextOf const & text_of)
@@ -19,7 +19,7 @@ static KelpString tuple_text(std::vector<MDXField *> const & fields, TextOf cons
     return concat("( ", join(fields, ", ", text_of), " ) ");
 }
 
-MDXTuple::MDXTuple() : RefCount(KelpString::Base(u"MDXTuple"), gNextId++) {}
+MDXTuple::MDXTuple() : RefCount(gClass) {}
 
 MDXTuple::MDXTuple(MDXTuple const & other) : RefCount(other), fFields(other.fFields)
 {

@@ -34,8 +34,7 @@ private:
     struct Level;
     static VerbosityType * find(Level * first, std::string_view module, KelpString const & subModule);
 
-    // Lists by a hash of the sub-module. Every new object asks for its level, so that looking one up takes no
-    // lock: entries are only ever added.
+    // Lists by a hash of the sub-module. Looking a level up takes no lock: entries are only ever added.
     static constexpr std::size_t kBuckets = 64;
     std::atomic<Level *> fLevels[kBuckets] = {};
     std::mutex fMutex;
