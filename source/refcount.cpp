@@ -2,19 +2,33 @@
 
 #include "frame/library_entry.h"
 #include "host/wirral_mutex.h"
+#include "object_class.h"
 
 #include <iterator>
-#include <utility>
 
 namespace support {
 
 static constexpr std::uint32_t kMessageCode = 0xC2011000;
 
-RefCount::RefCount(KelpString const & name, std::int32_t id) : RefCount(KelpString(name), id) {}
-
-RefCount::RefCount(KelpString && name, std::int32_t id)
-    : fMutex(std::make_unique<WirralMutex>()), fId(id), fName(std::move(name))
+RefCount::RefCount(KelpString const & name, std::int32_t id)
+    : fMutex(std::make_unique<WirralMutex>()), fId(id), fName(name)
 {
+    log(fMemoryVerbosity, "MEMORY", 4, "%s(%03d) %x created");
+}
+
+RefCount::RefCount(ObjectClass & objectClass)
+    : fMutex(std::make_unique<WirralMutex>()),
+      fId(objectClass.nextId++),
+      fInterfaceVerbosity(objectClass.interfaceVerbosity),
+      fMemoryVerbosity(objectClass.memoryVerbosity),
+      fName(KelpString::Base(objectClass.name))
+{
+    if (fMemoryVerbosity == nullptr) { // the first object of its class
+        find(fInterfaceVerbosity, "INTERFACE");
+        find(fMemoryVerbosity, "MEMORY");
+        objectClass.interfaceVerbosity = fInterfaceVerbosity;
+        objectClass.memoryVerbosity = fMemoryVerbosity;
+    }
     log(fMemoryVerbosity, "MEMORY", 4, "%s(%03d) %x created");
 }
 
@@ -60,21 +74,28 @@ std::int32_t RefCount::unuse()
     return left;
 }
 
-// `format` takes the name, the id, the address and the count, and may leave off the last. A line that cannot be
-// written for lack of memory is left out: it is no reason to fail a holder.
 void RefCount::log(
     CoreLog::VerbosityType *& verbosity, char const * module, std::int32_t lowest, char const * format) noexcept
 {
-    if (gCoreLog == nullptr)
-        return;
+    if (verbosity == nullptr)
+        find(verbosity, module);
+    std::int32_t const level = verbosity == nullptr ? 0 : verbosity->load();
+    if (level >= lowest)
+        write(level, module, format);
+}
+
+void RefCount::find(CoreLog::VerbosityType *& verbosity, char const * module) noexcept
+{
     try {
-        if (verbosity == nullptr)
+        if (gCoreLog != nullptr)
             verbosity = gCoreLog->getModuleVerbosity(module, fName);
-        if (verbosity == nullptr)
-            return;
-        std::int32_t const level = *verbosity;
-        if (level < lowest)
-            return;
+    } catch (...) {
+    }
+}
+
+void RefCount::write(std::int32_t level, char const * module, char const * format) noexcept
+{
+    try {
         char16_t buffer[128];
         void const * const address = this;
         suprintf(buffer, std::size(buffer), format, fName, fId, address, fRefCount);

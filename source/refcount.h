@@ -9,6 +9,8 @@ class WirralMutex;
 
 namespace support {
 
+struct ObjectClass;
+
 // What every statement and expression is: an object that counts its holders. Born with one reference,
 // which belongs to whoever made it; the last unuse() deletes it. use() and unuse() may be called from any
 // thread; everything else on one object from one thread at a time. Objects may be made on several threads.
@@ -18,11 +20,12 @@ namespace support {
 class MDX_API RefCount {
 public:
     RefCount(KelpString const & name, std::int32_t id);
-    RefCount(KelpString && name, std::int32_t id);
     // A copy counts its own holders: it starts with one reference and has a mutex of its own.
     RefCount(RefCount const & other);
 
 protected:
+    // For the module's own classes: takes name and number from what their objects share.
+    explicit RefCount(ObjectClass & objectClass);
     virtual ~RefCount();
 
 public:
@@ -38,8 +41,13 @@ public:
     virtual std::int32_t unuse();
 
 private:
+    // Writes a line from the level `lowest` on. `format` takes the name, the id, the address and the count, and may
+    // leave off the last. What cannot be found or written for lack of memory is left out: it is no reason to fail
+    // a holder.
     void log(CoreLog::VerbosityType *& verbosity, char const * module, std::int32_t lowest,
         char const * format) noexcept;
+    void find(CoreLog::VerbosityType *& verbosity, char const * module) noexcept;
+    void write(std::int32_t level, char const * module, char const * format) noexcept;
 
     std::unique_ptr<WirralMutex> fMutex;
     std::int32_t fId;

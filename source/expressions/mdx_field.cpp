@@ -3,11 +3,11 @@
 #include "expressions/member_names.h"
 #include "frame/concat.h"
 #include "host/cube_model.h"
+#include "object_class.h"
 
-#include <atomic>
 #include <utility>
 
-static std::atomic<std::int32_t> gNextId{ 0 };
+static support::ObjectClass gClass{ u"MDXField" };
 
 static KelpString parent_of(BRIM_o::Calculation const * calculation)
 {
@@ -17,8 +17,7 @@ static KelpString parent_of(BRIM_o::Calculation const * calculation)
     return parent;
 }
 
-MDXField::MDXField(KelpString && text) : RefCount(KelpString::Base(u"MDXField"), gNextId++), fText(std::move(text))
-{}
+MDXField::MDXField(KelpString && text) : RefCount(gClass), fText(std::move(text)) {}
 
 MDXField::MDXField(KelpString const & text) : MDXField(KelpString(text)) {}
 

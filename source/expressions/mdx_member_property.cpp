@@ -1,16 +1,14 @@
 #include "expressions/mdx_member_property.h"
 
 #include "frame/concat.h"
+#include "object_class.h"
 
-#include <atomic>
 #include <cstdint>
 
-static std::atomic<std::int32_t> gNextId{ 0 };
+static support::ObjectClass gClass{ u"MDXMemberProperty" };
 
 MDXMemberProperty::MDXMemberProperty(KelpString const & ownerName, KelpString const & propertyName)
-    : RefCount(KelpString::Base(u"MDXMemberProperty"), gNextId++),
-      fOwnerName(ownerName),
-      fPropertyName(propertyName)
+    : RefCount(gClass), fOwnerName(ownerName), fPropertyName(propertyName)
 {}
 
 MDXMemberProperty::~MDXMemberProperty() = default;

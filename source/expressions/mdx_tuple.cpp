@@ -3,23 +3,25 @@
 #include "expressions/mdx_field.h"
 #include "frame/concat.h"
 #include "frame/mdx_error.h"
+#include "object_class.h"
 
-#include <atomic>
 #include <utility>
 
-static std::atomic<std::int32_t> gNextId{ 0 };
+static support::ObjectClass gClass{ u"MDXTuple" };
 
 template <class TextOf>
-static KelpString tuple_text(std::vector<MDXField *> const & fields, TextOf const & text_of)
+static void append_tuple(KelpString & text, std::vector<MDXField *> const & fields, TextOf const & text_of)
 {
     if (fields.empty())
         throw MDXError(MDX_ERR_EMPTY_TUPLE);
-    if (fields.size() == 1)
-        return text_of(fields.front());
-    return concat("( ", join(fields, ", ", text_of), " ) ");
+    if (fields.size() > 1)
+        append(text, "( ");
+    append_joined(text, fields, ", ", text_of);
+    if (fields.size() > 1)
+        append(text, " ) ");
 }
 
-MDXTuple::MDXTuple() : RefCount(KelpString::Base(u"MDXTuple"), gNextId++) {}
+MDXTuple::MDXTuple() : RefCount(gClass) {}
 
 MDXTuple::MDXTuple(MDXTuple const & other) : RefCount(other), fFields(other.fFields)
 {
@@ -43,14 +45,23 @@ MDXTuple & MDXTuple::operator=(MDXTuple const & other)
     return *this;
 }
 
+void MDXTuple::append_to(KelpString & text) const
+{
+    append_tuple(text, fFields, [](MDXField const * field) { return field->getText(); });
+}
+
 KelpString MDXTuple::getText() const
 {
-    return tuple_text(fFields, [](MDXField const * field) { return field->getText(); });
+    KelpString text;
+    append_to(text);
+    return text;
 }
 
 KelpString MDXTuple::getQuotedText()
 {
-    return tuple_text(fFields, [](MDXField * field) { return field->getQuotedText(); });
+    KelpString text;
+    append_tuple(text, fFields, [](MDXField * field) { return field->getQuotedText(); });
+    return text;
 }
 
 void MDXTuple::writeText(KelpString & out) const

@@ -3,15 +3,14 @@
 #include "expressions/mdx_field.h"
 #include "expressions/member_names.h"
 #include "frame/concat.h"
+#include "object_class.h"
 #include "sets/mdx_set.h"
 
-#include <atomic>
 #include <utility>
 
-static std::atomic<std::int32_t> gNextId{ 0 };
+static support::ObjectClass gClass{ u"MDXValue" };
 
-MDXValue::MDXValue(KelpString && text) : RefCount(KelpString::Base(u"MDXValue"), gNextId++), fText(std::move(text))
-{}
+MDXValue::MDXValue(KelpString && text) : RefCount(gClass), fText(std::move(text)) {}
 
 MDXValue::MDXValue(KelpString const & text) : MDXValue(KelpString(text)) {}
 

@@ -171,11 +171,10 @@ void enclose(KelpString & text, std::string_view opening, std::string_view closi
 // Appends the first `length` characters of the text itself.
 void append_start(KelpString & text, std::size_t length);
 
-// What `text_of` gives for each item, with the separator between two of them.
+// Appends what `text_of` gives for each item, with the separator between two of them.
 template <class Items, std::size_t Size, class TextOf>
-KelpString join(Items const & items, char const (&separator)[Size], TextOf const & text_of)
+void append_joined(KelpString & text, Items const & items, char const (&separator)[Size], TextOf const & text_of)
 {
-    KelpString text;
     bool first = true;
     for (auto const & item : items) {
         if (!first)
@@ -183,6 +182,13 @@ KelpString join(Items const & items, char const (&separator)[Size], TextOf const
         first = false;
         append(text, text_of(item));
     }
+}
+
+template <class Items, std::size_t Size, class TextOf>
+KelpString join(Items const & items, char const (&separator)[Size], TextOf const & text_of)
+{
+    KelpString text;
+    append_joined(text, items, separator, text_of);
     return text;
 }
 

@@ -3,10 +3,11 @@
 #include "host/kelp_string.h"
 
 #include <atomic>
-#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <mutex>
-#include <string_view>
+#include <string>
+#include <utility>
 
 // The process-wide log of the support library. Each module has a level for each of its sub-modules, 0 at
 // first. Everything may be called from any thread.
@@ -31,14 +32,9 @@ public:
     void setSink(Sink sink, void * context);
 
 private:
-    struct Level;
-    static VerbosityType * find(Level * first, std::string_view module, KelpString const & subModule);
-
-    // Lists by a hash of the sub-module. Every new object asks for its level, so that looking one up takes no
-    // lock: entries are only ever added.
-    static constexpr std::size_t kBuckets = 64;
-    std::atomic<Level *> fLevels[kBuckets] = {};
-    std::mutex fMutex;
+    std::mutex fLevelMutex;
+    std::map<std::pair<std::string, KelpString>, VerbosityType> fLevels; // by module and sub-module
+    std::mutex fSinkMutex;
     Sink fSink = nullptr;
     void * fContext = nullptr;
 };

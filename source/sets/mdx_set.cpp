@@ -5,11 +5,11 @@
 #include "expressions/member_names.h"
 #include "frame/concat.h"
 #include "host/cube_model.h"
+#include "object_class.h"
 
-#include <atomic>
 #include <utility>
 
-static std::atomic<std::int32_t> gNextId{ 0 };
+static support::ObjectClass gClass{ u"MDXSet" };
 
 template <class Element>
 static KelpString braced_list(std::vector<Element *> const & elements)
@@ -17,7 +17,7 @@ static KelpString braced_list(std::vector<Element *> const & elements)
     return concat(" { ", join(elements, ", ", [](Element const * element) { return element->getText(); }), " } ");
 }
 
-MDXSet::MDXSet(KelpString && text) : RefCount(KelpString::Base(u"MDXSet"), gNextId++), fText(std::move(text)) {}
+MDXSet::MDXSet(KelpString && text) : RefCount(gClass), fText(std::move(text)) {}
 
 MDXSet::MDXSet(KelpString const & text) : MDXSet(KelpString(text)) {}
 

@@ -1,11 +1,9 @@
 #include "statements/mdx_query.h"
 
-#include <atomic>
+#include "object_class.h"
 
-static std::atomic<std::int32_t> gNextId{ 0 };
+static support::ObjectClass gClass{ u"MDXQuery" };
 
-MDXQuery::MDXQuery(KelpString const & cubeName)
-    : RefCount(KelpString::Base(u"MDXQuery"), gNextId++), fCubeName(cubeName)
-{}
+MDXQuery::MDXQuery(KelpString const & cubeName) : RefCount(gClass), fCubeName(cubeName) {}
 
 MDXQuery::~MDXQuery() = default;

@@ -8,12 +8,9 @@
 #include "sets/mdx_set.h"
 #include "statements/formula_specifications.h"
 
-#include <algorithm>
-
-// Guesses that spare a text most of its growing: what most statements fit into, and the most that is taken for axes
-// as long as the first.
-static constexpr std::size_t kUsualLength = 512;
-static constexpr std::size_t kMostForAxes = 8192;
+// Room for what stands around the set of an axis, and for all that is no axis: guesses that most texts fit into.
+static constexpr std::size_t kAroundAxis = 32;
+static constexpr std::size_t kBesideAxes = 384;
 
 MDXSelectQuery::MDXAxisSpecification::MDXAxisSpecification(
     std::int32_t axis, MDXSet * set, std::vector<KelpString> const & properties, bool nonEmpty)
@@ -36,13 +33,12 @@ void MDXSelectQuery::MDXAxisSpecification::append_to(KelpString & text) const
     append(text, fSet->getText());
     if (!fProperties.empty())
         append(text, " DIMENSION PROPERTIES ", join(fProperties, ", "));
-    append(text, " ON ");
     if (fAxisNumber == 0)
-        append(text, "COLUMNS ");
+        append(text, " ON COLUMNS ");
     else if (fAxisNumber == 1)
-        append(text, "ROWS ");
+        append(text, " ON ROWS ");
     else
-        append(text, "AXIS(", decimal(fAxisNumber), ") ");
+        append(text, " ON AXIS(", decimal(fAxisNumber), ") ");
 }
 
 void MDXSelectQuery::MDXAxisSpecification::writeText(KelpString & out)
@@ -70,14 +66,24 @@ KelpString MDXSelectQuery::getText(bool multiLine) const
     if (fAxes.empty())
         throw MDXError(MDX_ERR_NO_AXES);
 
+    std::size_t room = kBesideAxes;
+    for (auto const & axis : fAxes)
+        room += axis->fSet->fText.size() + kAroundAxis;
     KelpString text;
-    text.reserve(kUsualLength);
+    text.reserve(room);
+    auto const put = [&text, multiLine](auto const & onSeveral, auto const & onOne) {
+        if (multiLine)
+            append(text, onSeveral);
+        else
+            append(text, onOne);
+    };
+
     for (auto const & formula : fFormulas) {
         bool const first = &formula == &fFormulas.front();
         if (first)
-            text += multiLine ? "WITH \n       " : "WITH ";
+            put("WITH \n       ", "WITH ");
         else
-            text += multiLine ? "\n       " : " ";
+            put("\n       ", " ");
         append(text, formula->getText());
         if (!first)
             append(text, " ");
@@ -85,20 +91,18 @@ KelpString MDXSelectQuery::getText(bool multiLine) const
     if (fDrillThrough)
         append(text, "DRILLTHROUGH ");
 
-    text += multiLine ? "\nSELECT \n       " : "SELECT ";
+    put("\nSELECT \n       ", "SELECT ");
     for (auto const & axis : fAxes) {
         if (&axis != &fAxes.front())
-            text += multiLine ? ",\n       " : ", ";
-        std::size_t const start = text.size();
+            put(",\n       ", ", ");
         axis->append_to(text);
-        if (&axis == &fAxes.front())
-            text.reserve(text.size() + std::min((text.size() - start) * fAxes.size(), kMostForAxes));
     }
-    text += multiLine ? "\nFROM " : "FROM ";
+    put("\nFROM ", "FROM ");
     append(text, fCubeName, " ");
     if (fSlicer) {
-        text += multiLine ? "\nWHERE \n      " : "WHERE ";
-        append(text, fSlicer->getText(), " ");
+        put("\nWHERE \n      ", "WHERE ");
+        fSlicer->append_to(text);
+        append(text, " ");
     }
     if (!fCellProperties.empty())
         append(text, " CELL PROPERTIES ", join(fCellProperties, ", "));

@@ -3,9 +3,7 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
-#include <numeric>
 #include <string>
-#include <string_view>
 
 namespace {
 
@@ -21,34 +19,10 @@ std::atomic<support_dll::AssertionHandler> gAssertionHandler{ nullptr };
 
 }
 
-struct CoreLog::Level {
-    std::string module;
-    KelpString subModule;
-    VerbosityType level;
-    Level * next;
-};
-
-CoreLog::VerbosityType * CoreLog::find(Level * first, std::string_view module, KelpString const & subModule)
-{
-    for (; first != nullptr; first = first->next) {
-        if (first->subModule == subModule && first->module == module)
-            return &first->level;
-    }
-    return nullptr;
-}
-
 CoreLog::VerbosityType * CoreLog::getModuleVerbosity(char const * module, KelpString const & subModule)
 {
-    auto & bucket = fLevels[std::accumulate(subModule.begin(), subModule.end(), std::size_t{ 0 }) % kBuckets];
-    if (VerbosityType * const level = find(bucket.load(std::memory_order_acquire), module, subModule))
-        return level;
-    std::lock_guard<std::mutex> const guard(fMutex);
-    Level * const first = bucket.load(std::memory_order_relaxed);
-    if (VerbosityType * const level = find(first, module, subModule))
-        return level;
-    auto * const added = new Level{ module, subModule, 0, first };
-    bucket.store(added, std::memory_order_release);
-    return &added->level;
+    std::lock_guard<std::mutex> const guard(fLevelMutex);
+    return &fLevels[{ module, subModule }];
 }
 
 void CoreLog::log(std::uint32_t code, std::int32_t level, char const * module, KelpString const & subModule,
@@ -61,14 +35,14 @@ void CoreLog::log(std::uint32_t code, std::int32_t level, char const * module, K
         line += inserts[i];
     }
     KelpString const moduleName(module);
-    std::lock_guard<std::mutex> const guard(fMutex);
+    std::lock_guard<std::mutex> const guard(fSinkMutex);
     auto const sink = fSink == nullptr ? write_to_standard_error : fSink;
     sink(fContext, code, level, moduleName, subModule, line);
 }
 
 void CoreLog::setSink(Sink sink, void * context)
 {
-    std::lock_guard<std::mutex> const guard(fMutex);
+    std::lock_guard<std::mutex> const guard(fSinkMutex);
     fSink = sink;
     fContext = context;
 }
