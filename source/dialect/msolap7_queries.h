@@ -12,6 +12,8 @@ public:
     void AddMemberFormula(MDXField * name, MDXValue * value, std::int32_t solveOrder,
         std::vector<KelpString> const & propertyNames, std::vector<KelpString> const & propertyValues) override;
     void AddSetFormula(KelpString const & name, MDXSet * set) override;
+    void AddAxisSpecification(std::int32_t axis, MDXSet * set, std::vector<KelpString> const & properties,
+        NonEmptyStatus status) override;
     // Does nothing and returns false.
     bool SpecifyDrillThrough() override;
 

@@ -206,7 +206,7 @@ protected:
     bool fQuotedTextValid = false;
 
 private:
-    friend class MDXSelectQuery; // looks at the length of the text, to have room for it
+    friend class MDXSelectQuery; // has room for the text, and may read it in place
     void translate_payload(KelpString & text, BRIM_o::Expression * expression);
     void translate_value(KelpString & text, BRIM_o::Expression * expression);
     void translate_bool(KelpString & text, BRIM_o::Expression * expression);

@@ -30,7 +30,10 @@ void MDXSelectQuery::MDXAxisSpecification::append_to(KelpString & text) const
 {
     if (fNonEmpty)
         append(text, "NON EMPTY ");
-    append(text, fSet->getText());
+    if (fReadsInPlace)
+        append(text, fSet->fText);
+    else
+        append(text, fSet->getText());
     if (!fProperties.empty())
         append(text, " DIMENSION PROPERTIES ", join(fProperties, ", "));
     if (fAxisNumber == 0)
@@ -132,6 +135,11 @@ void MDXSelectQuery::AddAxisSpecification(
     if (axis < 0 || static_cast<std::size_t>(axis) != fAxes.size())
         throw MDXError(MDX_ERR_AXIS_OUT_OF_ORDER);
     fAxes.push_back(std::make_unique<MDXAxisSpecification>(axis, set, properties, status == NES_NON_EMPTY));
+}
+
+void MDXSelectQuery::read_last_axis_in_place()
+{
+    fAxes.back()->fReadsInPlace = true;
 }
 
 void MDXSelectQuery::AddSlicerSpecification(MDXField * field)

@@ -42,6 +42,7 @@ public:
         RefPtr<MDXSet> fSet;
         std::int32_t fAxisNumber;
         std::vector<KelpString> fProperties;
+        bool fReadsInPlace = false;
     };
 
     explicit MDXSelectQuery(KelpString const & cubeName);
@@ -72,6 +73,10 @@ public:
 
 protected:
     ~MDXSelectQuery() override;
+
+    // Has the last axis read the text of its set in place, without a copy by getText: for a set whose class is known to
+    // leave getText as it is.
+    void read_last_axis_in_place();
 
     std::vector<std::unique_ptr<MDXSingleFormulaSpecification>> fFormulas;
 
