@@ -204,6 +204,9 @@ TEST(MDXSet, AsksArgumentsForTheirTextAtOnceAndWrapsItsOwn)
     f.other->Empty();
     EXPECT_EQ("DRILLUPMEMBER( Hierarchize( EXCEPT( [Store].[Geo].MEMBERS, UNION( {A}, {mask} ) )  ) , {B} ) ", mdx_of(*f.set));
     EXPECT_EQ("CROSSJOIN( {M}, {mask} )", mdx_of(*masked));
+    RefPtr<MDXSelectQuery> const query(static_cast<MDXSelectQuery *>(f.generator->GenerateQuery(MDXQuery::QT_SELECT, nullptr)));
+    query->AddAxisSpecification(0, masked.get(), {}, MDXSelectQuery::NES_ALL);
+    EXPECT_EQ("SELECT {mask} ON COLUMNS FROM [Sales] ", mdx_of(*query));
 }
 
 // A hierarchy that answers one question by an error.
