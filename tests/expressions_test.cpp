@@ -21,8 +21,11 @@ TEST(Expressions, GeneralOnly)
 TEST(MDXField, Navigation)
 {
     check<MDXField, kBoth>({
-        { CALL(f.field->MoveToParent()->MoveToChild("x]'y")->MoveToFirstChild()), "[F].PARENT.[x]'y].FIRSTCHILD " },
-        { CALL(f.field->MoveToRootNode(&f.dimension, "x]y")->MoveToFirstSibling()), "[Store].[x]y].LEVEL.MEMBERS( 0 )" },
+        { CALL(f.field->MoveToChild("x]'y")), "[F].[x]'y]" },
+        { CALL(f.field->MoveToRootNode(&f.dimension, "x]y")), "[Store].[x]y]" },
+        { CALL(f.field->MoveToParent()->MoveToFirstChild()), "[F].PARENT.FIRSTCHILD " },
+        { CALL(f.field->MoveToParent()), "[F].PARENT" },
+        { CALL(f.field->MoveToFirstSibling()), "[F].LEVEL.MEMBERS( 0 )" },
         { CALL(f.field->MoveToLastSibling()), "[F].LEVEL.MEMBERS( COUNT( [F].LEVEL.MEMBERS ) - 1 ) " },
         { CALL(f.field->MoveToRoot(nullptr)), "ANCESTOR( [F],[F].DIMENSION.LEVELS( 0 ) ) " },
         { CALL(f.field->DrillUp(nullptr)), "{ [F].PARENT, [F] }.ITEM(0) " },

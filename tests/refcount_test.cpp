@@ -74,8 +74,13 @@ TEST(RefCount, WritesItsLifeToTheLog)
     thing->unuse();
     EXPECT_EQ(Strings{}, lines.take());
     counts.fLevel = 6;
+    thing->use();
+    EXPECT_EQ(Strings{ "c2011000 6 INTERFACE/Thing: " + whole + " Refcount raised to 2" }, lines.take());
+    counts.fLevel = 5;
     thing->unuse();
-    EXPECT_EQ((Strings{ "c2011000 6 INTERFACE/Thing: " + whole + " Refcount lowered to 0", "c2011000 4 MEMORY/Thing: " + whole + " destroyed" }), lines.take());
+    EXPECT_EQ(Strings{ "c2011000 5 INTERFACE/Thing: " + whole + " Refcount lowered to 1" }, lines.take());
+    thing->unuse();
+    EXPECT_EQ((Strings{ "c2011000 5 INTERFACE/Thing: " + whole + " Refcount lowered to 0", "c2011000 4 MEMORY/Thing: " + whole + " destroyed" }), lines.take());
     memory.fLevel = 3;
     (new Thing([](Thing &) {}))->unuse();
     EXPECT_EQ(1u, lines.take().size());
