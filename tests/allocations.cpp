@@ -9,11 +9,9 @@ thread_local std::size_t gFailAt = 0;
 void * operator new(std::size_t size)
 {
     ++gAllocations;
-    if (gFailAt > 0 && --gFailAt == 0)
-        throw std::bad_alloc();
-    if (void * const memory = std::malloc(size == 0 ? 1 : size))
-        return memory;
-    throw std::bad_alloc();
+    bool const fails = gFailAt > 0 && --gFailAt == 0;
+    void * const memory = fails ? nullptr : std::malloc(size + (size == 0));
+    return memory != nullptr ? memory : throw std::bad_alloc();
 }
 
 void operator delete(void * memory) noexcept

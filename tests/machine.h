@@ -1,14 +1,15 @@
 #pragma once
+#include "host/registry.h"
+
 #include <cstdint>
 #include <filesystem>
-#include <functional>
-#include <map>
-#include <memory>
+#include <fstream>
+#include <random>
+#include <sstream>
 #include <string>
-#include <utility>
 
-// A machine for one test: with settings, a folder for temporary files and an empty folder of its own. All is as before
-// at the end. In a process that run_processes started, the machine of the process that started it.
+// A machine for one test: with settings of its own, a folder for temporary files and one that is empty. After it the
+// process has its folder for temporary files back, but never again settings that are not a test's.
 class Machine {
 public:
     Machine();
@@ -23,18 +24,24 @@ public:
     // Puts a setting under a key of the local machine; all in UTF-8.
     void set(std::string const & key, std::string const & name, std::string const & text);
     void set(std::string const & key, std::string const & name, std::uint32_t number);
-    void clear_settings();
 
 private:
-    struct Rest; // what a system needs besides
-    std::filesystem::path fFolder;
-    std::unique_ptr<Rest> fRest;
+    std::filesystem::path fBefore = std::filesystem::temp_directory_path(); // for temporary files
+    std::filesystem::path fFolder = fBefore / ("machine-" + std::to_string(std::random_device()()));
 };
 
-// The file's text, each line ended by "\n" alone, and its bytes as they are.
-std::string text_of(std::filesystem::path const & file);
-std::string bytes_of(std::filesystem::path const & file);
+// The file's text, with each line ended by "\n" alone; its bytes as they are in the mode std::ios::binary.
+inline std::string text_of(std::filesystem::path const & file, std::ios::openmode mode = std::ios::in)
+{
+    return (std::ostringstream() << std::ifstream(file, mode).rdbuf()).str();
+}
 
-// Runs `work` in several processes at once, with a number from 0 on. True when it returned true in all of them. To be
-// called once by a test whose Machine exists, with nothing before that a second run of it could disturb.
-bool run_processes(int count, std::function<bool(int)> const & work);
+// The setting as the library reads it: its text in UTF-8, "true" or "false" for a number, "none" for none.
+inline std::string setting(KelpString const & name, KelpString const & key = "Software\\Log", RegistryWrapper::RootKey root = RegistryWrapper::LocalMachine)
+{
+    KelpString text("none"); // which stays when no text is found
+    bool on = false;
+    bool const isText = RegistryWrapper::readRegKeyValue(root, key, name, text);
+    bool const isNumber = RegistryWrapper::readRegKeyValue(root, key, name, on);
+    return isText && isNumber ? "both" : !isNumber ? text.toUTF8() : on ? "true" : "false";
+}

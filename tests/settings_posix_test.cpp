@@ -1,14 +1,10 @@
 #include "machine.h"
 
 #include "host/file.h"
-#include "host/registry.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -18,142 +14,95 @@ namespace {
 
 class SettingsFiles : public testing::Test {
 protected:
-    void write(fs::path const & folder, std::string const & bytes) const
-    {
-        fs::create_directories(machine.folder() / folder / "odbomodule");
-        std::ofstream(machine.folder() / folder / "odbomodule/registry.reg", std::ios::binary) << bytes;
-    }
+    fs::path file(char const * folder = "settings") const { return machine.folder() / folder / "odbomodule/registry.reg"; }
 
     Machine machine;
 };
 
-std::string text_value(char const * name, char const * key = "Software\\Log")
+std::string const kSection = "[HKEY_LOCAL_MACHINE\\Software\\Log]\r\n";
+
+void write(fs::path const & file, std::string const & bytes)
 {
-    KelpString text("unset");
-    bool const found = RegistryWrapper::readRegKeyValue(RegistryWrapper::LocalMachine, key, KelpString::fromUTF8(name), text);
-    return found ? text.toUTF8() : text == KelpString("unset") ? "none" : "none, but changed";
+    fs::create_directories(file.parent_path());
+    std::ofstream(file, std::ios::binary) << bytes;
 }
 
-std::string bool_value(char const * name)
+TEST_F(SettingsFiles, LinesAreValuesOrPassedOver)
 {
-    bool value = true;
-    bool const found = RegistryWrapper::readRegKeyValue(RegistryWrapper::LocalMachine, "Software\\Log", name, value);
-    return found ? (value ? "true" : "false") : "none";
-}
-
-char const kFile[] = "Windows Registry Editor Version 5.00\r\n\r\n"
-                     "; \"Comment\"=\"no\" \\\r\n"
-                     "[HKEY_LOCAL_MACHINE\\Software]\r\n\"File\"=\"other key\"\r\n"
-                     "[HKEY_LOCAL_MACHINE\\SOFTWARE\\log]\r\n"
-                     "@=\"default\"\r\n"
-                     "\"File\"=\"C:\\\\logs\\\\a \\\"b\\\".txt\"\r\n"
-                     " \"Spaced\" = \"yes\" \r\n"
-                     "\"On\"=dword:00000001\r\n\"Off\"=DWORD:0\r\n\"High\"=dword:fFfFfFfF\r\n"
-                     "\"Gone\"=-\r\n"
-                     "\"Bytes\"=hex(2):25,00,\\\r\n  00,\\\r\n\"Inside\"=\"no\"\r\n"
-                     "\"Twice\"=\"first\"\r\n\"Twice\"=\"second\"\r\n"
-                     "\"\xC3\xA9\"=\"\xF0\x9F\x98\x80\"\r\n"
-                     "\"Unended\"=\"text\r\n\"Escape\"=\"a\\b\"\r\n\"Behind\"=\"a\"b\r\n\"Long\"=dword:123456789\r\n"
-                     "\"Digits\"=dword:12x\r\n\"NoDigits\"=dword:\r\n\"Bare\r\nBare\r\n\"Bare\"\r\n=\r\n\"End\\\r\n"
-                     "\"After\"=\"found\"\r\n"
-                     "[HKEY_LOCAL_MACHINE\\Software\\Log)\r\n\"Lost\"=\"broken section\"\r\n"
-                     "[HKEY_CURRENT_USER\\Software\\Log]\r\n\"User\"=\"no\"\r\n"
-                     "[HKEY_LOCAL_MACHINE\\Software\\Log]\r\n\"Last\"=\"no line end\"";
-
-// The file's text in 16-bit characters of either byte order.
-std::string as_utf16(std::string_view bytes, bool little)
-{
-    std::string result;
-    for (char16_t const character : u"\uFEFF" + KelpString::fromUTF8(bytes)) {
-        char const halves[] = { static_cast<char>(character & 0xFF), static_cast<char>(character >> 8) };
-        result += { halves[little ? 0 : 1], halves[little ? 1 : 0] };
+    std::pair<char const *, char const *> const rows[] = { { R"("name"="C:\\a \"b\"")", R"(C:\a "b")" }, { "\t\"Name\" = \"yes\" ", "yes" },
+        { R"("Name"=dword: fFfFfFfF)", "true" }, { "\"Name\"=\"first\"\n\n\"Name\"=\"second\"\n\"Name\"=broken", "second" }, { R"("Name"=DWORD:0)", "false" },
+        { R"("Name"=dword:123456789)", "none" }, { R"("Name"=dword:12g)", "none" }, { R"("Name"=dword:)", "none" }, { R"("Name"=-)", "none" }, { R"(; "Name"="no")", "none" },
+        { R"("Name"="no)", "none" }, { R"("Name"="a\b")", "none" }, { R"("Name"="a"b)", "none" }, { R"("Name="no")", "none" }, { R"("Name\)", "none" }, { R"("Name")", "none" },
+        { R"(Name="no")", "none" }, { R"(@="no")", "none" }, { R"(="no")", "none" }, { "@=HEX(2):25,\\\r\n  00,\\\r\n\"Name\"=\"inside\"", "none" },
+        { "@=hex:25\n\"Name\"=\"behind\"", "behind" }, { "[hkey_local_machine\\software\\LOG]\n\"Name\"=\"yes\"", "yes" },
+        { "[HKEY_LOCAL_MACHINE\\Software\\Log)\n\"Name\"=\"no\"", "none" }, { "[HKEY_CURRENT_USER\\Software\\Log]\n\"Name\"=\"no\"", "none" } };
+    for (auto const & [lines, want] : rows) {
+        write(file(), kSection + lines);
+        EXPECT_EQ(setting("Name"), want) << lines;
+        EXPECT_EQ(setting(""), "none");
     }
-    return result;
 }
 
-TEST_F(SettingsFiles, ReadsValuesInEveryEncoding)
+TEST_F(SettingsFiles, MayBeInSeveralEncodings)
 {
-    std::string unixEnds = kFile;
-    std::erase(unixEnds, '\r');
-    for (auto const & bytes : { std::string(kFile), unixEnds, std::string("\xEF\xBB\xBF") + kFile, as_utf16(kFile, true), as_utf16(kFile, false) }) {
-        write("settings", bytes);
-        EXPECT_EQ(text_value("file"), "C:\\logs\\a \"b\".txt");
-        EXPECT_EQ(text_value("File", "software"), "other key");
-        EXPECT_EQ(text_value("Spaced"), "yes");
-        EXPECT_EQ(text_value("Twice"), "second");
-        EXPECT_EQ(text_value("\xC3\xA9"), "\xF0\x9F\x98\x80");
-        EXPECT_EQ(text_value("After"), "found");
-        EXPECT_EQ(text_value("Last"), "no line end");
-        EXPECT_EQ(bool_value("On"), "true");
-        EXPECT_EQ(bool_value("Off"), "false");
-        EXPECT_EQ(bool_value("High"), "true");
-        for (char const * name : { "Comment", "", "On", "Gone", "Bytes", "Inside", "Unended", "Escape", "Behind", "Bare", "End", "Lost", "User", "Missing" })
-            EXPECT_EQ(text_value(name), "none") << name;
-        for (char const * name : { "File", "Long", "Digits", "NoDigits" })
-            EXPECT_EQ(bool_value(name), "none") << name;
+    std::u16string const text = u"\uFEFF[HKEY_LOCAL_MACHINE\\Software\\Log]\r\n\"Name\"=\"\u00e9\U0001F600\"";
+    std::string const wide(reinterpret_cast<char const *>(text.data()), 2 * text.size());
+    std::string swapped = wide;
+    for (std::size_t i = 0; i < wide.size(); i += 2)
+        std::swap(swapped[i], swapped[i + 1]);
+    std::string const marked = KelpString(text).toUTF8();
+    for (auto const & bytes : { wide, swapped, wide + '\n', marked, marked.substr(3) }) {
+        write(file(), bytes);
+        EXPECT_EQ(setting("Name"), "\xC3\xA9\xF0\x9F\x98\x80");
     }
-    KelpString text;
-    EXPECT_FALSE(RegistryWrapper::readRegKeyValue(RegistryWrapper::RootKey(2), "Software\\Log", "File", text));
 }
 
 TEST_F(SettingsFiles, FirstFileWithTheValueWins)
 {
-    std::string const section = "[HKEY_LOCAL_MACHINE\\Software\\Log]\n";
-    write("home/.config", section + "\"Both\"=\"home\"\n\"Home\"=\"home\"\n\"Kind\"=\"home\"\n");
-    EXPECT_EQ(text_value("Both"), "home"); // no file in the first folder
-    write("settings", section + "\"Both\"=\"xdg\"\n\"Kind\"=dword:1\n");
-    EXPECT_EQ(text_value("Both"), "xdg");
-    EXPECT_EQ(text_value("Home"), "home");
-    EXPECT_EQ(text_value("Kind"), "none"); // the first one has it, of another type
-    fs::current_path(machine.folder());
-    ::setenv("XDG_CONFIG_HOME", "settings", 1); // not absolute
-    EXPECT_EQ(text_value("Both"), "home");
+    write(file("home/.config"), kSection + "\"Both\"=\"home\"\n\"Home\"=\"home\"\n\"Kind\"=\"home\"\n");
+    EXPECT_EQ(setting("Both"), "home"); // no file in the first folder
+    write(file(), "\"Home\"=\"in no key\"\n" + kSection + "\"Both\"=\"first\"\n\"Kind\"=dword:1\n");
+    EXPECT_EQ(setting("Both"), "first");
+    EXPECT_EQ(setting("Home"), "home");
+    EXPECT_EQ(setting("Kind"), "true");
+    ::setenv("XDG_CONFIG_HOME", fs::relative(machine.folder() / "settings").c_str(), 1); // not absolute
+    EXPECT_EQ(setting("Both"), "home");
+    ::setenv("HOME", fs::relative(machine.folder() / "home").c_str(), 1);
+    EXPECT_EQ(setting("Both"), "none");
 }
 
-TEST_F(SettingsFiles, PassesOverFilesThatAreNone)
+TEST_F(SettingsFiles, AreOrdinaryFilesUpToASize)
 {
-    std::string const value = "[HKEY_LOCAL_MACHINE\\Software\\Log]\n\"File\"=\"text\"\n";
-    for (auto const & bytes : { std::string(), std::string("\xFF\xFE"), std::string("\xFF\xFE["), std::string("[\n\"\n\\"), value + std::string(1024 * 1024, ' ') }) {
-        write("settings", bytes);
-        EXPECT_EQ(text_value("File"), "none") << bytes.size() << " bytes";
-    }
-    fs::path const file = machine.folder() / "settings/odbomodule/registry.reg";
-    fs::remove(file);
-    ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
-    EXPECT_EQ(text_value("File"), "none"); // and does not wait for a writer
-    fs::remove(file);
-    fs::create_directory(file);
-    EXPECT_EQ(text_value("File"), "none");
+    std::string bytes = kSection + "\"Name\"=\"yes\"\n";
+    bytes.resize(1024 * 1024, ' ');
+    write(file(), bytes);
+    EXPECT_EQ(setting("Name"), "yes");
+    write(file(), bytes + ' ');
+    EXPECT_EQ(setting("Name"), "none");
+    fs::remove(file());
+    ASSERT_EQ(::mkfifo(file().c_str(), 0600), 0);
+    EXPECT_EQ(setting("Name"), "none"); // and does not wait for a writer
 }
 
-TEST_F(SettingsFiles, TemporaryFolderIsNotTrusted)
+TEST_F(SettingsFiles, OfOthersAreNotWrittenTo)
 {
-    FileLocator locator("log.txt");
-    locator.setLocationToTemp();
-    fs::path const file = machine.temporary_folder() / "log.txt";
-    EXPECT_TRUE(File(locator).open("a+"));
-    EXPECT_EQ(fs::status(file).permissions(), fs::perms(0600));
-    EXPECT_TRUE(File(locator).open("a+")) << "again";
-
-    fs::path const mine = machine.folder() / "mine.txt";
-    std::ofstream(mine) << "mine";
-    fs::remove(file);
-    fs::create_symlink(mine, file);
-    EXPECT_FALSE(File(locator).open("a+")) << "symbolic link";
-    FileLocator const named(KelpString::fromUTF8(file.string()));
-    EXPECT_TRUE(File(named).open("a+")) << "a link at a place of its own";
-    fs::permissions(file.parent_path(), fs::perms(0777));
+    FileLocator shared("log.txt");
+    shared.setLocationToTemp();
+    FileLocator const named(shared.path().u16string());
+    EXPECT_TRUE(File(shared).open("a+"));
+    EXPECT_EQ(fs::status(shared.path()).permissions(), fs::perms(0600));
+    fs::rename(shared.path(), machine.folder() / "mine.txt");
+    fs::create_symlink("../mine.txt", shared.path());
+    EXPECT_FALSE(File(shared).open("a+")) << "a link";
+    EXPECT_TRUE(File(named).open("a+")) << "a link at a place of one's own";
+    fs::permissions(machine.temporary_folder(), fs::perms(0777));
     EXPECT_FALSE(File(named).open("a+")) << "a link where all may write";
-    fs::permissions(file.parent_path(), fs::perms(0700));
-    fs::remove(file);
-    fs::create_hard_link(mine, file);
-    EXPECT_FALSE(File(locator).open("a+")) << "hard link";
-    fs::remove(file);
-    if (::geteuid() == 0) {
-        std::ofstream(file).flush();
-        ASSERT_EQ(::chown(file.c_str(), 65534, 65534), 0);
-        EXPECT_FALSE(File(locator).open("a+")) << "of another user";
+    fs::rename(machine.folder() / "mine.txt", shared.path());
+    EXPECT_TRUE(File(named).open("a+"));
+    if (::chown(shared.path().c_str(), 65534, 65534) == 0) { // as the administrator alone may
+        EXPECT_FALSE(File(named).open("a+")) << "a file of another user";
     }
+    EXPECT_FALSE(File(FileLocator("/dev/null")).open("a+"));
 }
 
 }
