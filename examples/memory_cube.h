@@ -59,6 +59,7 @@ struct Hierarchy : BRIM_o::Hierarchy {
     Hierarchy(Dimension const * dimension, KelpString const & name, KelpString const & uniqueName)
         : fDimension(dimension), fName(name), fUniqueName(uniqueName)
     {}
+    virtual ~Hierarchy() = default;
     KelpString const & getName() const override { return fName; }
     KelpString const & getUniqueName() const override { return fUniqueName; }
     BRIM_o::Level * getLevel(std::int32_t index) const override

@@ -149,7 +149,7 @@ BaseError error(std::uint32_t code, std::initializer_list<char const *> inserts)
 
 TEST(BaseError, HasAMessageWithItsInserts)
 {
-    for (std::uint32_t const code : { 0x201706B, 0x201706C, 0x201706D, 0x201706E, 0x201706F, 0x2017070, 0x2017077, 0x2017078, 0x2017079 })
+    for (auto const code : std::initializer_list<std::uint32_t>{ 0x201706B, 0x201706C, 0x201706D, 0x201706E, 0x201706F, 0x2017070, 0x2017077, 0x2017078, 0x2017079 })
         EXPECT_EQ(error(code, {}).getText().find(u"Error 0x"), KelpString::npos) << code;
     auto const failure = error(0x2017076, { "%2", "Sort::direction" });
     expect_texts({ { failure.getText(), "The value %2 is out of range for the enumeration Sort::direction." },
