@@ -85,7 +85,7 @@ std::string error_of(std::function<void()> const & body);
 // The count of an object, which a reference to and fro tells.
 std::int32_t count_of(support::RefCount & object);
 
-std::string doubled_quotes(std::string const & text);
+std::string doubled_quotes(std::string text);
 
 // The texts and counts of all but one object.
 std::string state_of(Fixture & f, support::RefCount const * but);
