@@ -4,19 +4,19 @@ TEST(Dialect, Factories)
 {
     Fixture f(kDialect);
     MDXQueryGenerator & g = *f.generator;
-    EXPECT_EQ("AddCalculatedMembers([Store].[Geo].members)", made(g.GenerateSet(&f.hierarchy)));
+    EXPECT_EQ("AddCalculatedMembers([H].members)", made(g.GenerateSet(&f.h)));
     EXPECT_EQ(" { [G], [F], [G] } ", made(g.GenerateSet(std::vector{ f.second, f.field, f.second })));
     EXPECT_EQ(" {  } ", made(g.GenerateSet(std::vector<MDXField *>{})));
     EXPECT_EQ(" { ( [F], [G] ) , [F] } ", made(g.GenerateSet(std::vector{ f.tuple, f.single })));
     EXPECT_EQ(raises(MDX_ERR_EMPTY_TUPLE), error_of([&] { g.GenerateSet(std::vector{ f.single, f.empty }); }));
-    EXPECT_EQ("[Store].[Geo].[City].MEMBERS ", made(g.GenerateSet(&f.city)));
+    EXPECT_EQ("[H].[City].MEMBERS ", made(g.GenerateSet(&f.city)));
     EXPECT_EQ(" 'x' ", made(g.GenerateSet(" 'x' ")));
     EXPECT_EQ("{A}", made(g.GenerateSet(f.set)));
     EXPECT_EQ("{  }", made(g.GenerateSet()));
     EXPECT_EQ("-2147483648", made(g.GenerateValue(INT32_MIN)));
     EXPECT_EQ(" 1 ", made(g.GenerateValue(" 1 ")));
-    RefPtr<MDXMemberProperty> const property(g.GenerateMemberProperty("[Store]", "Size]"));
-    EXPECT_EQ("[Store].[Size]]", mdx_of(*property));
+    RefPtr<MDXMemberProperty> const property(g.GenerateMemberProperty("[D]", "Size]"));
+    EXPECT_EQ("[D].[Size]]", mdx_of(*property));
     EXPECT_EQ("[Size]]", property->getPropertyUniqueName().toUTF8());
 }
 
@@ -29,29 +29,29 @@ TEST(Dialect, FieldFactories)
         memory_cube::Calculation const under(&unnamed, "[C]", "[P]");
         EXPECT_EQ("A.[x]y]", made(g.GenerateField("A", "x]y")));
         EXPECT_EQ("[F]", made(g.GenerateField(f.field)));
-        EXPECT_EQ("[Store].[Geo].[City].[x]y]", made(g.GenerateField(&f.city, "x]y")));
-        EXPECT_EQ("[Store].DEFAULTMEMBER", made(g.GenerateField(&f.dimension)));
-        EXPECT_EQ("[Store].[Geo].[Japan]", made(g.GenerateField(&f.member)));
+        EXPECT_EQ("[H].[City].[x]y]", made(g.GenerateField(&f.city, "x]y")));
+        EXPECT_EQ("[D].DEFAULTMEMBER", made(g.GenerateField(&f.dimension)));
+        EXPECT_EQ("[H].[Japan]", made(g.GenerateField(&f.member)));
         EXPECT_EQ(" 'x' ", made(g.GenerateField(" 'x' ")));
-        EXPECT_EQ("[Store].[Geo].DEFAULTMEMBER", made(g.GenerateField(&f.hierarchy)));
-        EXPECT_EQ(flat ? "[Store.Geo].[x]]y]" : "[Store].[Geo].[x]]y]", made(g.GenerateField(&f.hierarchy, "x]y")));
-        EXPECT_EQ(flat ? "[Store].[]" : "[Unnamed].[]", made(g.GenerateField(&unnamed, "")));
-        EXPECT_EQ(flat ? "[Store.Geo].[x]y]" : "[Store].[Geo].[x]y]", made(g.GenerateField(&f.calculation, "x]y")));
-        EXPECT_EQ(flat ? "[Store.Geo].[x]" : "[Store].[Geo].[x]", made(g.GenerateField(&f.child, "x")));
-        EXPECT_EQ(flat ? "[Store].[x]" : "[Unnamed].[x]", made(g.GenerateField(&under, "x")));
+        EXPECT_EQ("[H].DEFAULTMEMBER", made(g.GenerateField(&f.h)));
+        EXPECT_EQ(flat ? "[D.H].[x]]y]" : "[H].[x]]y]", made(g.GenerateField(&f.h, "x]y")));
+        EXPECT_EQ(flat ? "[D].[]" : "[Unnamed].[]", made(g.GenerateField(&unnamed, "")));
+        EXPECT_EQ(flat ? "[D.H].[x]y]" : "[H].[x]y]", made(g.GenerateField(&f.calculation, "x]y")));
+        EXPECT_EQ(flat ? "[D.H].[x]" : "[H].[x]", made(g.GenerateField(&f.child, "x")));
+        EXPECT_EQ(flat ? "[D].[x]" : "[Unnamed].[x]", made(g.GenerateField(&under, "x")));
         EXPECT_EQ(flat ? 0 : 4, g.GetServerType());
     }
 }
 
 // What a row changes about the cube comes before the comma.
-TEST(Dialect, FieldsAndValues)
+TEST(Dialect, Operations)
 {
     check<MDXField, kFlatDialect>({
-        { CALL(f.field->TakeParentOfCalculation(&f.child)), "[Store.Geo]" },
-        { CALL(f.dimension.fName = "S]", f.hierarchy.fName = "[G]", f.field->TakeParentOfCalculation(&f.child)), "[S].[G]]" },
+        { CALL(f.field->TakeParentOfCalculation(&f.child)), "[D.H]" },
+        { CALL(f.dimension.fName = "S]", f.h.fName = "[G]", f.field->TakeParentOfCalculation(&f.child)), "[S].[G]]" },
     });
     check<MDXField, kDialect>({
-        { CALL(f.field->TakeParentOfCalculation(&f.child)), "[Store].[Geo]" },
+        { CALL(f.field->TakeParentOfCalculation(&f.child)), "[H]" },
         { CALL(f.child.fHierarchy = nullptr, f.field->TakeParentOfCalculation(&f.child)), "[F]" },
     });
     check<MDXValue, kDialect>({
@@ -59,38 +59,30 @@ TEST(Dialect, FieldsAndValues)
         { CALL(f.value->TakeProperty(f.field, "dESCRIPTION")), "[F].Name" },
         { CALL(f.value->TakeProperty(f.field, "Captions")), "[F].Properties(\"Captions\")" },
     });
-}
-
-TEST(Dialect, Sets)
-{
     check<MDXSet, kDialect>({
         { CALL(f.set->StripCalculations(nullptr, false)), "STRIPCALCULATEDMEMBERS( {A} ) " },
-        { CALL(f.set->StripCalculations(&f.hierarchy, true)), "{A}" },
-        { CALL(f.hierarchy.fCalculations = { { 7, &f.calculation }, { -3, &f.child } }, f.set->StripCalculations(&f.hierarchy, true)),
-            "EXCEPT( {A}, { [Store].[Geo].[North], [Store].[Geo].[Japan].[South] } ) " },
+        { CALL(f.set->StripCalculations(&f.h, true)), "{A}" },
+        { CALL(f.h.fCalculations = { { 7, &f.calculation }, { -3, &f.child } }, f.set->StripCalculations(&f.h, true)), "EXCEPT( {A}, { [H].[North], [H].[Japan].[South] } ) " },
         { CALL(f.set->Hierarchize(true, nullptr, true, { &f.child })), "HIERARCHIZE( {A} ) " },
-        { CALL(f.set->Hierarchize(false, &f.hierarchy, false, { &f.child })), "UNION( HIERARCHIZE( STRIPCALCULATEDMEMBERS( {A} )  ) , { [Store].[Geo].[Japan].[South] } )" },
-        { CALL(f.hierarchy.fCalculations = { { 1, &f.child } }, f.set->Hierarchize(true, &f.hierarchy, true, { &f.child, &f.calculation })),
-            "UNION( HIERARCHIZE( EXCEPT( {A}, { [Store].[Geo].[Japan].[South] } )  ) , { [Store].[Geo].[Japan].[South], [Store].[Geo].[North] } )" },
-        { CALL(f.set->Hierarchize(true, &f.hierarchy, true, {})), "UNION( HIERARCHIZE( {A} ) , {  } )" },
+        { CALL(f.set->Hierarchize(false, &f.h, false, { &f.child })), "UNION( HIERARCHIZE( STRIPCALCULATEDMEMBERS( {A} )  ) , { [H].[Japan].[South] } )" },
+        { CALL(f.h.fCalculations = { { 1, &f.child } }, f.set->Hierarchize(true, &f.h, true, { &f.child, &f.calculation })),
+            "UNION( HIERARCHIZE( EXCEPT( {A}, { [H].[Japan].[South] } )  ) , { [H].[Japan].[South], [H].[North] } )" },
+        { CALL(f.set->Hierarchize(true, &f.h, true, {})), "UNION( HIERARCHIZE( {A} ) , {  } )" },
         { CALL(f.set->HierarchizeCalculations(true)), "{A}" },
-        { CALL(f.hierarchy.fCalculations = { { 1, &f.child } }, f.set->TakeLeafNodes(&f.hierarchy)), "[Store].[Geo].LEVELS(2).MEMBERS " },
-        { CALL(f.set->TakeAncestorsOfSet("{S}", &f.hierarchy, false, -1, 2)),
-            " GENERATE( {S} , { ANCESTOR( [Store].[Geo].CURRENTMEMBER, {[Store].[Geo].CURRENTMEMBER.PARENT.PARENT, [Store].[Geo].CURRENTMEMBER.PARENT, "
-            "[Store].[Geo].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
-        { CALL(f.set->TakeAncestorsOfSet("{S}", &f.hierarchy, true, -1, 1)),
-            " GENERATE( {S} , { { ANCESTOR( [Store].[Geo].CURRENTMEMBER.PARENT, { [Store].[Geo].CURRENTMEMBER.PARENT, [Store].[Geo].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) }, "
-            "{ ANCESTOR( [Store].[Geo].CURRENTMEMBER.PARENT, { [Store].[Geo].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) } } ) " },
-        { CALL(f.set->TakeAncestorsOfSet("{S}", &f.hierarchy, false, -1, -1)),
-            " GENERATE( {S} , { ANCESTOR( [Store].[Geo].CURRENTMEMBER, {[Store].[Geo].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
+        { CALL(f.h.fCalculations = { { 1, &f.child } }, f.set->TakeLeafNodes(&f.h)), "[H].LEVELS(2).MEMBERS " },
+        { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, -1, 2)),
+            " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER.PARENT.PARENT, [H].CURRENTMEMBER.PARENT, [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
+        { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, true, -1, 1)),
+            " GENERATE( {S} , { { ANCESTOR( [H].CURRENTMEMBER.PARENT, { [H].CURRENTMEMBER.PARENT, [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) }, "
+            "{ ANCESTOR( [H].CURRENTMEMBER.PARENT, { [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) } } ) " },
+        { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, -1, -1)), " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
         { CALL(f.set->TakeSiblings(f.field, nullptr)),
             "STRTOSET( IIF( [F].LEVEL.UNIQUENAME = [F].HIERARCHY.LEVELS(0).UNIQUENAME, \"[F].HIERARCHY.LEVELS(0).MEMBERS\", \"[F].PARENT.CHILDREN\" ) ) " },
-        { CALL(f.set->TakeChildren(f.other, &f.hierarchy, true, -1, "[L]")),
-            "GENERATE( {B}, GENERATE( [Store].[Geo].CURRENTMEMBER.CHILDREN, DESCENDANTS( [Store].[Geo].CURRENTMEMBER, [L], SELF_AND_BEFORE ) ) )" },
-        { CALL(f.set->TakeChildren(f.other, &f.hierarchy, false, 3, "[L]")),
-            "GENERATE( {B}, GENERATE( [Store].[Geo].CURRENTMEMBER.CHILDREN, DESCENDANTS( [Store].[Geo].CURRENTMEMBER, [L], SELF ) ) )" },
-        { CALL(f.set->TakeChildren(f.other, &f.hierarchy, false, -1, "")), "GENERATE( {B}, [Store].[Geo].CURRENTMEMBER.CHILDREN )" },
-        { CALL(f.set->TakeChildren(f.set, &f.hierarchy, true, 0, "")), "GENERATE( {A}, [Store].[Geo].CURRENTMEMBER.CHILDREN )+{A}" },
+        { CALL(f.set->TakeChildren(f.other, &f.h, true, -1, "[L]")),
+            "GENERATE( {B}, GENERATE( [H].CURRENTMEMBER.CHILDREN, DESCENDANTS( [H].CURRENTMEMBER, [L], SELF_AND_BEFORE ) ) )" },
+        { CALL(f.set->TakeChildren(f.other, &f.h, false, 3, "[L]")), "GENERATE( {B}, GENERATE( [H].CURRENTMEMBER.CHILDREN, DESCENDANTS( [H].CURRENTMEMBER, [L], SELF ) ) )" },
+        { CALL(f.set->TakeChildren(f.other, &f.h, false, -1, "")), "GENERATE( {B}, [H].CURRENTMEMBER.CHILDREN )" },
+        { CALL(f.set->TakeChildren(f.set, &f.h, true, 0, "")), "GENERATE( {A}, [H].CURRENTMEMBER.CHILDREN )+{A}" },
     });
 }
 
@@ -114,15 +106,15 @@ TEST(Dialect, Statements)
     select->AddSlicerSpecification(f.field->TakeParentOfCalculation(&f.child));
     select->AddSlicerSpecification(f.second);
     select->AddCellProperties({ "FORMATTED_VALUE" });
-    EXPECT_EQ("WITH MEMBER [Store.Geo] AS ' ''v'' ' , SOLVE_ORDER = 3, FORMAT_STRING = '#,#'  MEMBER [G] AS ' W '    SET N AS ' {''A''} '  "
-              "SELECT NON EMPTY {'A'} ON COLUMNS , {B} DIMENSION PROPERTIES P, Q ON ROWS FROM [Sales] WHERE ( [Store.Geo], [G] )   CELL PROPERTIES FORMATTED_VALUE",
+    EXPECT_EQ("WITH MEMBER [D.H] AS ' ''v'' ' , SOLVE_ORDER = 3, FORMAT_STRING = '#,#'  MEMBER [G] AS ' W '    SET N AS ' {''A''} '  "
+              "SELECT NON EMPTY {'A'} ON COLUMNS , {B} DIMENSION PROPERTIES P, Q ON ROWS FROM [Sales] WHERE ( [D.H], [G] )   CELL PROPERTIES FORMATTED_VALUE",
         mdx_of(*select));
     select->AddMemberFormula(f.field, f.value, -1, { "P" }, {});
     EXPECT_EQ(raises(MDX_ERR_PROPERTY_COUNT_MISMATCH), error_of([&] { select->getText(false); }));
 
     create->AddMemberFormula(f.field, value.get(), 0, {}, {});
     create->AddSetFormula("N", f.set);
-    EXPECT_EQ("CREATE MEMBER [Sales].[Store.Geo] AS ' ''v'' ' , SOLVE_ORDER = 0 SET [Sales].N AS ' {''A''} ' ", create->getText(true).toUTF8());
+    EXPECT_EQ("CREATE MEMBER [Sales].[D.H] AS ' ''v'' ' , SOLVE_ORDER = 0 SET [Sales].N AS ' {''A''} ' ", create->getText(true).toUTF8());
     drop->AddSetToDrop("S");
     EXPECT_EQ("DROP SET [Sales].S ", mdx_of(*drop));
 }

@@ -5,60 +5,46 @@
 // What the dialect's classes replace; its factories show the constructors that they share.
 TEST(Expressions, GeneralOnly)
 {
-    check<MDXField, kGeneral>({ { CALL(f.field->TakeParentOfCalculation(&f.child)), "[Store].[Geo].[Japan]" } });
+    check<MDXField, kGeneral>({ { CALL(f.field->TakeParentOfCalculation(&f.child)), "[H].[Japan]" } });
     check<MDXValue, kGeneral>({ { CALL(f.value->TakeProperty(f.field, "Caption")), "[F].Properties(\"Caption\")" } });
     Fixture f;
-    memory_cube::Calculation const nested(nullptr, "[N]", "[Store].[Geo].[Japan]"); // its hierarchy is not asked for
-    EXPECT_EQ("[Store].[Geo].[x]y]", made(new General<MDXField>(&f.hierarchy, "x]y")));
-    EXPECT_EQ("[Store].[Geo].[x]y]", made(new General<MDXField>(&f.calculation, "x]y")));
-    EXPECT_EQ("[Store].[Geo].[Japan].[x]y]", made(new General<MDXField>(&nested, "x]y")));
-    EXPECT_EQ("{[Store].[Geo].allmembers}", made(new General<MDXSet>(&f.hierarchy)));
-    MDXMemberProperty const property(" [Store] ", "Size]");
-    EXPECT_EQ(" [Store] .Size]", mdx_of(property));
+    memory_cube::Calculation const nested(nullptr, "[N]", "[H].[Japan]"); // its hierarchy is not asked for
+    EXPECT_EQ("[H].[x]y]", made(new General<MDXField>(&f.h, "x]y")));
+    EXPECT_EQ("[H].[x]y]", made(new General<MDXField>(&f.calculation, "x]y")));
+    EXPECT_EQ("[H].[Japan].[x]y]", made(new General<MDXField>(&nested, "x]y")));
+    EXPECT_EQ("{[H].allmembers}", made(new General<MDXSet>(&f.h)));
+    MDXMemberProperty const property(" [D] ", "Size]");
+    EXPECT_EQ(" [D] .Size]", mdx_of(property));
     EXPECT_EQ("Size]", property.getPropertyUniqueName().toUTF8());
 }
 
-TEST(MDXField, Navigation)
+TEST(MDXField, Operations)
 {
     check<MDXField, kBoth>({
         { CALL(f.field->MoveToChild("x]'y")), "[F].[x]'y]" },
-        { CALL(f.field->MoveToRootNode(&f.dimension, "x]y")), "[Store].[x]y]" },
+        { CALL(f.field->MoveToRootNode(&f.dimension, "x]y")), "[D].[x]y]" },
         { CALL(f.field->MoveToParent()->MoveToFirstChild()), "[F].PARENT.FIRSTCHILD " },
         { CALL(f.field->MoveToParent()), "[F].PARENT" },
         { CALL(f.field->MoveToFirstSibling()), "[F].LEVEL.MEMBERS( 0 )" },
         { CALL(f.field->MoveToLastSibling()), "[F].LEVEL.MEMBERS( COUNT( [F].LEVEL.MEMBERS ) - 1 ) " },
         { CALL(f.field->MoveToRoot(nullptr)), "ANCESTOR( [F],[F].DIMENSION.LEVELS( 0 ) ) " },
         { CALL(f.field->DrillUp(nullptr)), "{ [F].PARENT, [F] }.ITEM(0) " },
-        { CALL(f.field->TakeCurrentMember(&f.dimension)), "[Store].CURRENTMEMBER " },
-        { CALL(f.field->TakeCurrentMember(&f.hierarchy)), "[Store].[Geo].CURRENTMEMBER " },
-        { CALL(f.field->TakeDefaultMember(&f.hierarchy)), "[Store].[Geo].DEFAULTMEMBER " },
+        { CALL(f.field->TakeCurrentMember(&f.dimension)), "[D].CURRENTMEMBER " },
+        { CALL(f.field->TakeCurrentMember(&f.h)), "[H].CURRENTMEMBER " },
+        { CALL(f.field->TakeDefaultMember(&f.h)), "[H].DEFAULTMEMBER " },
         { CALL(f.field->TakeAncestorAtLevel(nullptr, INT32_MIN)), " ANCESTOR( [F], [F].DIMENSION.LEVELS(-2147483648) ) " },
-        { CALL(f.field->TakeParentOfCalculation(&f.calculation)), "[Store].[Geo]" },
-        { CALL(f.field->TakeNameOfCalculation(&f.child)), "[Store].[Geo].[Japan].[South]" },
+        { CALL(f.field->TakeParentOfCalculation(&f.calculation)), "[H]" },
+        { CALL(f.field->TakeNameOfCalculation(&f.child)), "[H].[Japan].[South]" },
         { CALL(f.field->LoopLeft()),
             " { [F].PREVMEMBER, ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ).ITEM( COUNT( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 1 ), [F] }.ITEM(0) " },
         { CALL(f.field->LoopRight()), " { [F].NEXTMEMBER, EXCEPT( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ), [F].LEVEL.MEMBERS ), [F].LEVEL.MEMBERS( 0 ), [F] }.ITEM(0)" },
         { CALL(f.field->ReplaceName(" a'b] ")), " a'b] " },
-    });
-}
-
-// Twice, which changes nothing more.
-static MDXField * delimited(Fixture & f, char const * text)
-{
-    f.field->ReplaceName(text)->Delimit();
-    f.field->Delimit();
-    return f.field;
-}
-
-TEST(MDXField, Delimit)
-{
-    check<MDXField, kBoth>({
-        { CALL(delimited(f, "a'b")), "[a'b]" },
-        { CALL(delimited(f, "  a b ")), "[a b]" },
-        { CALL(delimited(f, "\tabc")), "[\tabc]" },
-        { CALL(delimited(f, "[a")), "[[a]" },
-        { CALL(delimited(f, "]")), "]" },
-        { CALL(delimited(f, " [a].[b] ")), " [a].[b] " },
+        { CALL(f.field->ReplaceName("a'b")->Delimit(), f.field->Delimit(), f.field), "[a'b]" },
+        { CALL(f.field->ReplaceName("  a b ")->Delimit(), f.field), "[a b]" },
+        { CALL(f.field->ReplaceName("\tabc")->Delimit(), f.field), "[\tabc]" },
+        { CALL(f.field->ReplaceName("[a")->Delimit(), f.field), "[[a]" },
+        { CALL(f.field->ReplaceName("]")->Delimit(), f.field), "]" },
+        { CALL(f.field->ReplaceName(" [a].[b] ")->Delimit(), f.field), " [a].[b] " },
     });
     Fixture f;
     f.field->ReplaceName("   ");
@@ -77,7 +63,7 @@ TEST(MemberNames, DoubledCharacters)
     EXPECT_EQ("", text.toUTF8());
 }
 
-TEST(MDXValue, Functions)
+TEST(MDXValue, Operations)
 {
     check<MDXValue, kBoth>({
         { CALL(f.value->TakeCount(f.set)), "COUNT( {A} )" },

@@ -30,6 +30,13 @@ std::string mdx_of(Object && object)
     return text.toUTF8();
 }
 
+// The count of an object, which a reference to and fro tells.
+inline std::int32_t count_of(support::RefCount & object)
+{
+    object.use();
+    return object.unuse();
+}
+
 // The general classes, which the generator does not hand out, as a host could derive them.
 template <class Base>
 struct General final : Base {
@@ -40,32 +47,50 @@ enum Classes { kGeneral, kDialect, kFlatDialect, kBoth };
 
 // What a row works on, made afresh for each. Sets, fields and values are of the classes that it is made for.
 struct Fixture {
-    explicit Fixture(Classes classes = kGeneral);
-    ~Fixture();
-    Fixture(Fixture const &) = delete;
-    Fixture & operator=(Fixture const &) = delete;
-
-    // With a reference for the caller.
-    MDXSet * makeSet(KelpString const & text) const { return fGeneral ? new General<MDXSet>(text) : generator->GenerateSet(text); }
-    MDXField * makeField(KelpString const & text) const { return fGeneral ? new General<MDXField>(text) : generator->GenerateField(text); }
-    MDXValue * makeValue(KelpString const & text) const { return fGeneral ? new General<MDXValue>(text) : generator->GenerateValue(text); }
-
     bool fGeneral;
     std::unique_ptr<MDXQueryGenerator> generator; // on the cube [Sales]
 
-    // The cube's parts; the hierarchy has three levels and no calculated member at first.
-    memory_cube::Dimension dimension{ "Store", "[Store]" };
-    memory_cube::Hierarchy hierarchy{ &dimension, "Geo", "[Store].[Geo]" };
-    memory_cube::Level country{ "[Store].[Geo].[Country]" }, city{ "[Store].[Geo].[City]" }, shop{ "[Store].[Geo].[Shop]" };
-    memory_cube::Member member{ "[Store].[Geo].[Japan]" };
-    memory_cube::Calculation calculation{ &hierarchy, "[Store].[Geo].[North]" };
-    memory_cube::Calculation child{ &hierarchy, "[Store].[Geo].[Japan].[South]", "[Store].[Geo].[Japan]" };
+    // The cube's parts; the hierarchy `h` has three levels and no calculated member at first.
+    memory_cube::Dimension dimension{ "D", "[D]" };
+    memory_cube::Hierarchy h{ &dimension, "H", "[H]" };
+    memory_cube::Level country{ "[H].[Country]" }, city{ "[H].[City]" }, shop{ "[H].[Shop]" };
+    memory_cube::Member member{ "[H].[Japan]" };
+    memory_cube::Calculation calculation{ &h, "[H].[North]" };
+    memory_cube::Calculation child{ &h, "[H].[Japan].[South]", "[H].[Japan]" };
+    KelpString condition = " c ";
 
     MDXSet *const set = makeSet("{A}"), *const other = makeSet("{B}");
     MDXField *const field = makeField("[F]"), *const second = makeField("[G]");
     MDXValue *const value = makeValue("V"), *const weight = makeValue("W"), *const third = makeValue("X");
     // Of [F] and [G]; of [F]; of no field.
     MDXTuple *const tuple = generator->GenerateTuple(), *const single = generator->GenerateTuple(), *const empty = generator->GenerateTuple();
+
+    explicit Fixture(Classes classes = kGeneral) : fGeneral(classes == kGeneral), generator(createMSOLAP7QueryGenerator("[Sales]", classes == kFlatDialect))
+    {
+        h.fLevels = { &country, &city, &shop };
+        tuple->AddField(field)->AddField(second);
+        single->AddField(field);
+    }
+    ~Fixture()
+    {
+        for (support::RefCount * const object : std::initializer_list<support::RefCount *>{ set, other, field, second, value, weight, third, tuple, single, empty })
+            object->unuse();
+    }
+    // With a reference for the caller.
+    MDXSet * makeSet(KelpString const & text) const { return fGeneral ? new General<MDXSet>(text) : generator->GenerateSet(text); }
+    MDXField * makeField(KelpString const & text) const { return fGeneral ? new General<MDXField>(text) : generator->GenerateField(text); }
+    MDXValue * makeValue(KelpString const & text) const { return fGeneral ? new General<MDXValue>(text) : generator->GenerateValue(text); }
+
+    // The texts and counts of all but one object. A tuple's text is left out, which may be that of the very object.
+    std::string state(support::RefCount const * but) const
+    {
+        std::string all = condition.toUTF8();
+        auto const add = [&](auto *... objects) { ((all += objects == but ? "" : mdx_of(*objects) + std::to_string(count_of(*objects)) + "; "), ...); };
+        add(set, other, field, second, value, weight, third);
+        for (MDXTuple * const each : { tuple, single })
+            all += std::to_string(each->FieldCount()) + "/" + std::to_string(count_of(*each)) + "; ";
+        return all;
+    }
 };
 
 // A row: an operation on one of the fixture's objects (told by its own words) that returns what the operation returns,
@@ -79,16 +104,30 @@ struct Row {
 #define CALL(...) #__VA_ARGS__, []([[maybe_unused]] Fixture & f) { return __VA_ARGS__; }
 
 // An MDXError with its inserts, and what `body` throws of it, as one text; empty when it throws none.
-std::string raises(std::uint32_t code, std::string const & inserts = "");
-std::string error_of(std::function<void()> const & body);
+inline std::string raises(std::uint32_t code, std::string const & inserts = "")
+{
+    return "error " + std::to_string(code) + " (" + inserts + ")";
+}
 
-// The count of an object, which a reference to and fro tells.
-std::int32_t count_of(support::RefCount & object);
+inline std::string error_of(std::function<void()> const & body)
+{
+    try {
+        body();
+        return "";
+    } catch (MDXError const & error) {
+        std::string inserts;
+        for (std::int32_t i = 0; i < error.numInserts(); ++i)
+            inserts += (i == 0 ? "" : ", ") + error.getInsert(i)->getText().toUTF8();
+        return raises(error.code(), inserts);
+    }
+}
 
-std::string doubled_quotes(std::string text);
-
-// The texts and counts of all but one object.
-std::string state_of(Fixture & f, support::RefCount const * but);
+inline std::string doubled_quotes(std::string text)
+{
+    for (std::size_t at = 0; (at = text.find('\'', at)) != std::string::npos; at += 2)
+        text.insert(at, 1, '\'');
+    return text;
+}
 
 // Runs each row on a fresh fixture and checks what holds for all: the text, the quoted text (read before the call
 // too), that the object itself is returned with its count as it was, that the other objects keep text and count, and
@@ -103,7 +142,7 @@ void check(std::vector<Row<Object>> const & rows)
             Object & object = *std::get<Object *>(std::tuple(f.set, f.field, f.value));
             std::string const old = mdx_of(object);
             std::int32_t const count = count_of(object);
-            std::string const others = state_of(f, &object);
+            std::string const others = f.state(&object);
             EXPECT_EQ(doubled_quotes(old), object.getQuotedText().toUTF8());
 
             std::string const error = error_of([&] { EXPECT_EQ(&object, row.call(f)); });
@@ -112,7 +151,7 @@ void check(std::vector<Row<Object>> const & rows)
             EXPECT_EQ(error.empty() ? have : old, object.getText().toUTF8());
             EXPECT_EQ(doubled_quotes(have), object.getQuotedText().toUTF8());
             EXPECT_EQ(count, count_of(object));
-            EXPECT_EQ(others, state_of(f, &object)) << "other objects";
+            EXPECT_EQ(others, f.state(&object)) << "other objects";
         }
     }
 }
@@ -132,10 +171,15 @@ using Strings = std::vector<std::string>;
 struct LogLines {
     Strings fAll;
 
-    LogLines();
+    LogLines()
+    {
+        support_dll::getLogObject()->setSink(
+            [](void * lines, std::uint32_t code, std::int32_t level, KelpString const & module, KelpString const & part, KelpString const & line) {
+                static_cast<LogLines *>(lines)->fAll.push_back(KelpString(format_text("%x %d %s/%s: %s", code, level, module, part, line)).toUTF8());
+            },
+            this);
+    }
     ~LogLines() { support_dll::getLogObject()->setSink(nullptr, nullptr); }
-    LogLines(LogLines const &) = delete;
-    LogLines & operator=(LogLines const &) = delete;
     Strings take() { return std::exchange(fAll, {}); }
 };
 
