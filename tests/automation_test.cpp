@@ -38,10 +38,7 @@ VARIANT of(int type, Bits bits = 0)
     return value;
 }
 
-VARIANT text(std::u16string const & characters)
-{
-    return of(VT_BSTR, SysAllocStringLen(ole_characters(characters.data()), static_cast<unsigned>(characters.size())));
-}
+VARIANT text(std::u16string const & characters) { return of(VT_BSTR, SysAllocStringLen(ole_characters(characters.data()), static_cast<unsigned>(characters.size()))); }
 
 // An answer in words: the value, or behind a "!" why there is none.
 std::string shown(HRESULT code, VARIANT const & value)

@@ -21,15 +21,9 @@ struct Tree {
     Expression * get() const { return fNode.get(); }
 };
 
-Tree text(std::u16string const & characters, ExpressionType type = ET_STRING)
-{
-    return { std::make_shared<Node>(type, characters) };
-}
+Tree text(std::u16string const & characters, ExpressionType type = ET_STRING) { return { std::make_shared<Node>(type, characters) }; }
 
-Tree real(double number)
-{
-    return { std::make_shared<Node>(number) };
-}
+Tree real(double number) { return { std::make_shared<Node>(number) }; }
 
 // A value that is a text.
 Tree written(char16_t const * characters, ExpressionType type = ET_VALUE)
@@ -46,16 +40,10 @@ struct Valueless final : Node {
     VARIANT const * getValue() override { return nullptr; }
 };
 
-ExpressionType kind(std::int32_t number)
-{
-    return static_cast<ExpressionType>(number);
-}
+ExpressionType kind(std::int32_t number) { return static_cast<ExpressionType>(number); }
 
 // The text of [F] goes in for the current tuple.
-MDXSet * filter(Fixture & f, Tree const & tree)
-{
-    return f.set->Filter(tree.get(), f.single);
-}
+MDXSet * filter(Fixture & f, Tree const & tree) { return f.set->Filter(tree.get(), f.single); }
 
 #define TREE(...) CALL(filter(f, __VA_ARGS__))
 

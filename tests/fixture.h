@@ -16,10 +16,7 @@
 #include <vector>
 
 // GoogleTest shows texts through this.
-inline void PrintTo(KelpString const & text, std::ostream * out)
-{
-    *out << '|' << text << '|';
-}
+inline void PrintTo(KelpString const & text, std::ostream * out) { *out << '|' << text << '|'; }
 
 // The text of an expression or statement, in UTF-8 as all texts of tests.
 template <class Object>
@@ -104,10 +101,7 @@ struct Row {
 #define CALL(...) #__VA_ARGS__, []([[maybe_unused]] Fixture & f) { return __VA_ARGS__; }
 
 // An MDXError with its inserts, and what `body` throws of it, as one text; empty when it throws none.
-inline std::string raises(std::uint32_t code, std::string const & inserts = "")
-{
-    return "error " + std::to_string(code) + " (" + inserts + ")";
-}
+inline std::string raises(std::uint32_t code, std::string const & inserts = "") { return "error " + std::to_string(code) + " (" + inserts + ")"; }
 
 inline std::string error_of(std::function<void()> const & body)
 {

@@ -27,12 +27,6 @@ static std::ofstream begin_setting(fs::path const & folder, std::string const & 
     return file;
 }
 
-void Machine::set(std::string const & key, std::string const & name, std::string const & text)
-{
-    begin_setting(fFolder, key, name) << std::quoted(text) << '\n';
-}
+void Machine::set(std::string const & key, std::string const & name, std::string const & text) { begin_setting(fFolder, key, name) << std::quoted(text) << '\n'; }
 
-void Machine::set(std::string const & key, std::string const & name, std::uint32_t number)
-{
-    begin_setting(fFolder, key, name) << "dword:" << std::hex << number << '\n';
-}
+void Machine::set(std::string const & key, std::string const & name, std::uint32_t number) { begin_setting(fFolder, key, name) << "dword:" << std::hex << number << '\n'; }

@@ -6,16 +6,10 @@
 
 namespace fs = std::filesystem;
 
-static std::wstring wide(std::string const & text)
-{
-    return fs::path(std::u8string(text.begin(), text.end())).wstring();
-}
+static std::wstring wide(std::string const & text) { return fs::path(std::u8string(text.begin(), text.end())).wstring(); }
 
 // The local machine is, for this process, a key of the user's: no rights are needed, and tests may run side by side.
-static std::wstring local_machine(fs::path const & folder)
-{
-    return L"Software\\odbomodule tests\\" + folder.filename().wstring();
-}
+static std::wstring local_machine(fs::path const & folder) { return L"Software\\odbomodule tests\\" + folder.filename().wstring(); }
 
 Machine::Machine()
 {
@@ -45,7 +39,4 @@ void Machine::set(std::string const & key, std::string const & name, std::string
     put(key, name, REG_SZ, wide(text).c_str(), (wide(text).size() + 1) * sizeof(wchar_t));
 }
 
-void Machine::set(std::string const & key, std::string const & name, std::uint32_t number)
-{
-    put(key, name, REG_DWORD, &number, sizeof number);
-}
+void Machine::set(std::string const & key, std::string const & name, std::uint32_t number) { put(key, name, REG_DWORD, &number, sizeof number); }

@@ -6,25 +6,6 @@ namespace {
 
 constexpr auto kAll = MDXSelectQuery::NES_ALL;
 
-// A general statement.
-template <class Query>
-RefPtr<Query> make()
-{
-    return RefPtr<Query>(new General<Query>("[Sales]"));
-}
-
-// A statement in a single line; it is what writeText gives, too.
-std::string single_line(MDXQuery const & query)
-{
-    EXPECT_EQ(mdx_of(query), query.getText(false).toUTF8());
-    return mdx_of(query);
-}
-
-std::string several_lines(MDXQuery const & query)
-{
-    return query.getText(true).toUTF8();
-}
-
 // An object that tells when it ends.
 template <class Base>
 struct Watched final : Base {
@@ -39,22 +20,23 @@ struct Watched final : Base {
 TEST(MDXSelectQuery, Text)
 {
     Fixture f;
-    RefPtr<MDXSelectQuery> const plain = make<MDXSelectQuery>();
+    RefPtr const plain(new General<MDXSelectQuery>("[Sales]"));
     plain->AddAxisSpecification(0, f.set, {}, kAll);
     plain->AddMemberFormula(f.field, f.value, -1, {}, {});
     plain->AddSlicerSpecification(f.field);
-    EXPECT_EQ("WITH MEMBER [F] AS V SELECT {A} ON COLUMNS FROM [Sales] WHERE [F] ", single_line(*plain));
-    EXPECT_EQ("WITH \n       MEMBER [F] AS V \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \nWHERE \n      [F] ", several_lines(*plain));
+    EXPECT_EQ("WITH MEMBER [F] AS V SELECT {A} ON COLUMNS FROM [Sales] WHERE [F] ", mdx_of(*plain));
+    EXPECT_EQ(mdx_of(*plain), plain->getText(false).toUTF8());
+    EXPECT_EQ("WITH \n       MEMBER [F] AS V \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \nWHERE \n      [F] ", plain->getText(true).toUTF8());
 
-    RefPtr<MDXSelectQuery> const full = make<MDXSelectQuery>();
+    RefPtr const full(new General<MDXSelectQuery>("[Sales]"));
     full->AddAxisSpecification(0, f.set, {}, kAll);
     EXPECT_TRUE(full->SpecifyDrillThrough());
     full->AddAxisSpecification(1, f.other, { "P", "Q", "R" }, MDXSelectQuery::NES_NON_EMPTY);
     full->AddAxisSpecification(2, f.set, { "P" }, static_cast<MDXSelectQuery::NonEmptyStatus>(2));
-    EXPECT_EQ("DRILLTHROUGH SELECT {A} ON COLUMNS , NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS , {A} DIMENSION PROPERTIES P ON AXIS(2) FROM [Sales] ", single_line(*full));
+    EXPECT_EQ("DRILLTHROUGH SELECT {A} ON COLUMNS , NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS , {A} DIMENSION PROPERTIES P ON AXIS(2) FROM [Sales] ", mdx_of(*full));
     EXPECT_EQ("DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS ,\n       NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS ,\n       {A} DIMENSION PROPERTIES P ON AXIS(2) "
               "\nFROM [Sales] ",
-        several_lines(*full));
+        full->getText(true).toUTF8());
     full->AddMemberFormula(f.field, f.value, 7, {}, {});
     full->AddSetFormula("N", f.other);
     full->AddSetFormula("O", f.set);
@@ -65,17 +47,17 @@ TEST(MDXSelectQuery, Text)
     full->AddCellProperties({ "Q", "R" });
     EXPECT_EQ("WITH MEMBER [F] AS V, SOLVE_ORDER = 7  SET N AS {B}   SET O AS {A}  DRILLTHROUGH SELECT {A} ON COLUMNS , NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS , "
               "{A} DIMENSION PROPERTIES P ON AXIS(2) FROM [Sales] WHERE ( [F], [G] )   CELL PROPERTIES P, Q, R",
-        single_line(*full));
+        mdx_of(*full));
     EXPECT_EQ("WITH \n       MEMBER [F] AS V, SOLVE_ORDER = 7 \n       SET N AS {B}  \n       SET O AS {A}  DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS ,\n"
               "       NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS ,\n       {A} DIMENSION PROPERTIES P ON AXIS(2) \nFROM [Sales] "
               "\nWHERE \n      ( [F], [G] )   CELL PROPERTIES P, Q, R",
-        several_lines(*full));
+        full->getText(true).toUTF8());
 }
 
 TEST(MDXSelectQuery, Refusals)
 {
     Fixture f;
-    RefPtr<MDXSelectQuery> const query = make<MDXSelectQuery>();
+    RefPtr const query(new General<MDXSelectQuery>("[Sales]"));
     EXPECT_EQ(raises(MDX_ERR_NO_AXES), error_of([&] { query->getText(true); }));
     auto const add = [&](std::int32_t axis) { return error_of([&] { query->AddAxisSpecification(axis, f.set, {}, kAll); }); };
     EXPECT_EQ(raises(MDX_ERR_AXIS_OUT_OF_ORDER), add(-1));
@@ -84,7 +66,7 @@ TEST(MDXSelectQuery, Refusals)
     EXPECT_EQ(raises(MDX_ERR_AXIS_OUT_OF_ORDER), add(0));
     EXPECT_EQ(raises(MDX_ERR_AXIS_OUT_OF_ORDER), add(2));
     EXPECT_EQ(2, count_of(*f.set));
-    EXPECT_EQ("\nSELECT \n       {A} ON COLUMNS \nFROM [Sales] ", several_lines(*query));
+    EXPECT_EQ("\nSELECT \n       {A} ON COLUMNS \nFROM [Sales] ", query->getText(true).toUTF8());
     query->AddMemberFormula(f.field, f.value, -1, { "no value" }, {});
     EXPECT_EQ(raises(MDX_ERR_PROPERTY_COUNT_MISMATCH), error_of([&] { query->getText(true); }));
     for (KelpString text : { " stored\n", "" }) { // stands for all else, even when it is empty
@@ -113,30 +95,30 @@ TEST(Statements, PartsByThemselves)
 TEST(MDXCreateQuery, Text)
 {
     Fixture f;
-    RefPtr<MDXCreateQuery> const query = make<MDXCreateQuery>();
+    RefPtr const query(new General<MDXCreateQuery>("[Sales]"));
     EXPECT_EQ(raises(MDX_ERR_NO_FORMULAS), error_of([&] { query->getText(false); }));
     query->AddSetFormula("N", f.set->SetExpression("{'A'}"));
     query->AddMemberFormula(f.field, f.value, 0, { "P" }, { "1" });
-    EXPECT_EQ("CREATE SET [Sales].N AS {'A'} MEMBER [Sales].[F] AS V, SOLVE_ORDER = 0, P = 1 ", several_lines(*query));
+    EXPECT_EQ("CREATE SET [Sales].N AS {'A'} MEMBER [Sales].[F] AS V, SOLVE_ORDER = 0, P = 1 ", query->getText(true).toUTF8());
     query->AddMemberFormula(f.field, f.value, 0, { "P" }, {});
     EXPECT_EQ(raises(MDX_ERR_PROPERTY_COUNT_MISMATCH), error_of([&] { query->getText(false); }));
     query->AddRawMemberFormula("CREATE MEMBER 'x'");
-    EXPECT_EQ("CREATE MEMBER 'x'", single_line(*query));
+    EXPECT_EQ("CREATE MEMBER 'x'", mdx_of(*query));
     query->AddRawMemberFormula("");
-    EXPECT_EQ("", several_lines(*query));
+    EXPECT_EQ("", query->getText(true).toUTF8());
 }
 
 TEST(MDXDropQuery, Text)
 {
-    RefPtr<MDXDropQuery> const members = make<MDXDropQuery>();
-    RefPtr<MDXDropQuery> const sets = make<MDXDropQuery>();
+    RefPtr const members(new General<MDXDropQuery>("[Sales]"));
+    RefPtr const sets(new General<MDXDropQuery>("[Sales]"));
     EXPECT_EQ(raises(MDX_ERR_NOTHING_TO_DROP), error_of([&] { members->getText(false); }));
     EXPECT_TRUE(members->AddMemberToDrop("M") && members->AddMemberToDrop("M"));
     EXPECT_TRUE(sets->AddSetToDrop("S'") && sets->AddSetToDrop(""));
     EXPECT_EQ(raises(MDX_ERR_MIXED_DROP), error_of([&] { members->AddSetToDrop("S"); }));
     EXPECT_EQ(raises(MDX_ERR_MIXED_DROP), error_of([&] { sets->AddMemberToDrop("M"); }));
-    EXPECT_EQ("DROP MEMBER [Sales].M [Sales].M ", single_line(*members));
-    EXPECT_EQ("DROP SET [Sales].S' [Sales]. ", several_lines(*sets));
+    EXPECT_EQ("DROP MEMBER [Sales].M [Sales].M ", mdx_of(*members));
+    EXPECT_EQ("DROP SET [Sales].S' [Sales]. ", sets->getText(true).toUTF8());
 }
 
 // A statement reads its parts afresh. Formulas end in their order, then axes, then the slicer; a member formula gives
@@ -161,7 +143,7 @@ TEST(Statements, HoldTheirPartsAndGiveThemBackInOrder)
     member->ReplaceName("[O]");
     value->Add(1);
     named->Empty();
-    EXPECT_EQ("WITH MEMBER [O] AS 1 + V  SET N AS {  }  SELECT TAIL( {A} )  ON COLUMNS FROM [Sales] WHERE [S].PARENT ", single_line(*query));
+    EXPECT_EQ("WITH MEMBER [O] AS 1 + V  SET N AS {  }  SELECT TAIL( {A} )  ON COLUMNS FROM [Sales] WHERE [S].PARENT ", mdx_of(*query));
     EXPECT_EQ("", ended);
     query->unuse();
     EXPECT_EQ("1 + V[O]{  }TAIL( {A} ) [S].PARENT", ended);

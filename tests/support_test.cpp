@@ -134,10 +134,7 @@ TEST(CoreLog, KeepsALevelForEachSubModule)
     EXPECT_NE(support_dll::getLogObject()->getModuleVerbosity("OTHER", "1"), level(1));
 }
 
-TEST(AssertionFailure, EndsTheProcess)
-{
-    EXPECT_DEATH(support_dll::AssertionFailure("a > b", "file.cpp"), "assertion failed: a > b, in file.cpp\n");
-}
+TEST(AssertionFailure, EndsTheProcess) { EXPECT_DEATH(support_dll::AssertionFailure("a > b", "file.cpp"), "assertion failed: a > b, in file.cpp\n"); }
 
 BaseError error(std::uint32_t code, std::initializer_list<char const *> inserts)
 {
