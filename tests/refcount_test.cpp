@@ -96,7 +96,15 @@ TEST(RefCount, NumbersTheObjectsOfAClass)
 {
     Fixture f;
     MDXQueryGenerator & g = *f.generator;
-    auto const expect_numbers = [](std::string const & name, std::function<support::RefCount *()> const & first, std::function<support::RefCount *()> const & second) {
+    std::tuple<std::string, std::function<support::RefCount *()>, std::function<support::RefCount *()>> const rows[] = {
+        { "MDXField", [] { return new General<MDXField>(KelpString("F")); }, [&] { return g.GenerateField("F"); } },
+        { "MDXSet", [] { return new General<MDXSet>; }, [&] { return g.GenerateSet(); } },
+        { "MDXValue", [] { return new General<MDXValue>(1); }, [&] { return g.GenerateValue(1); } },
+        { "MDXTuple", [] { return new General<MDXTuple>; }, [&] { return g.GenerateTuple(); } },
+        { "MDXMemberProperty", [] { return new MDXMemberProperty("a", "b"); }, [&] { return g.GenerateMemberProperty("a", "b"); } },
+        { "MDXQuery", [&] { return g.GenerateQuery(MDXQuery::QT_SELECT, nullptr); }, [&] { return g.GenerateQuery(MDXQuery::QT_DROP, nullptr); } },
+    };
+    for (auto const & [name, first, second] : rows) {
         LogLines lines;
         Level const memory("MEMORY", name.c_str(), 4);
         RefPtr<support::RefCount> const objects[] = { RefPtr(first()), RefPtr(second()) };
@@ -104,19 +112,7 @@ TEST(RefCount, NumbersTheObjectsOfAClass)
         ASSERT_EQ(2u, lines.fAll.size()) << name;
         ASSERT_EQ(start + start, lines.fAll[0].substr(0, start.size()) + lines.fAll[1].substr(0, start.size()));
         EXPECT_EQ(std::stoi(lines.fAll[0].substr(start.size())) + 1, std::stoi(lines.fAll[1].substr(start.size()))) << name;
-    };
-    expect_numbers(
-        "MDXField", [] { return new General<MDXField>(KelpString("F")); }, [&] { return g.GenerateField("F"); });
-    expect_numbers(
-        "MDXSet", [] { return new General<MDXSet>; }, [&] { return g.GenerateSet(); });
-    expect_numbers(
-        "MDXValue", [] { return new General<MDXValue>(1); }, [&] { return g.GenerateValue(1); });
-    expect_numbers(
-        "MDXTuple", [] { return new General<MDXTuple>; }, [&] { return g.GenerateTuple(); });
-    expect_numbers(
-        "MDXMemberProperty", [] { return new MDXMemberProperty("a", "b"); }, [&] { return g.GenerateMemberProperty("a", "b"); });
-    expect_numbers(
-        "MDXQuery", [&] { return g.GenerateQuery(MDXQuery::QT_SELECT, nullptr); }, [&] { return g.GenerateQuery(MDXQuery::QT_DROP, nullptr); });
+    }
 }
 
 TEST(RefPtr, TakesAndGivesBack)

@@ -1,9 +1,24 @@
-#include "allocations.h"
 #include "fixture.h"
 
 #include "frame/concat.h"
 
+#include <cstdlib>
 #include <new>
+
+// Every allocation that the test makes on this thread goes through here, so that it can be counted or fail: also those
+// of the libraries, except on Windows, where a DLL brings its own.
+static thread_local std::size_t gAllocations = 0;
+static thread_local std::size_t gFailAt = 0; // 1 fails the next one; 0 none
+
+[[gnu::noinline]] void * operator new(std::size_t size) // since gcc takes an inlined pair for a mismatch
+{
+    ++gAllocations;
+    bool const fails = gFailAt > 0 && --gFailAt == 0;
+    void * const memory = fails ? nullptr : std::malloc(size + (size == 0));
+    return memory != nullptr ? memory : throw std::bad_alloc();
+}
+[[gnu::noinline]] void operator delete(void * memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void * memory, std::size_t) noexcept { std::free(memory); }
 
 static std::size_t allocations_of(std::function<void()> const & work)
 {
@@ -35,7 +50,7 @@ TEST(Text, OneAllocationForAText)
     KelpString text;
     EXPECT_EQ(1u, allocations_of([&] { text = concat("{ ", member, ", ", member, " }.ITEM(", decimal(123456789), ") ", member); }));
     f.set->TakeName(member);
-    EXPECT_EQ(kCountsLibraries ? 1u : 0u, allocations_of([&] { f.set->DrillUp(member); }));
+    EXPECT_GE(1u, allocations_of([&] { f.set->DrillUp(member); }));
     // A chain of wraps finds room most of the time.
     EXPECT_GE(20u, allocations_of([&] {
         for (int i = 0; i < 1000; ++i)
@@ -49,7 +64,7 @@ TEST(Text, OneAllocationForAText)
 static void fail_each(char const * name, MDXSet * (*call)(Fixture &))
 {
     for (std::size_t nth = 1; nth < 100; ++nth) {
-        Fixture f;
+        Fixture f(kDialect);
         f.set->TakeName(KelpString("a set whose text is too long for a string's own room"));
         KelpString const old = f.set->getText();
         gFailAt = nth;
@@ -70,21 +85,7 @@ TEST(Text, AFailedAllocationLeavesTheOldText)
     fail_each(CALL(f.set->TakeSubset(f.tuple, f.single)));
     fail_each(CALL(f.set->TakeAncestorsOfMember(KelpString("[M]"), true, 5)));
     fail_each(CALL(f.set->TakeFilter(f.value)));
-}
-
-TEST(Text, AFactoryThatRunsOutOfMemoryLeavesNothingBehind)
-{
-    Fixture f(kDialect);
-    KelpString const text("a text that is too long for a string's own room");
-    bool made = false;
-    for (std::size_t nth = 1; !made; ++nth) {
-        gFailAt = nth;
-        try {
-            f.generator->GenerateField(text)->unuse();
-            made = std::exchange(gFailAt, 0u) > 0;
-        } catch (std::bad_alloc const &) {
-        }
-    }
+    fail_each(CALL(f.makeField(f.set->getText())->unuse(), f.set)); // nor does it leave anything behind, which a leak checker sees
 }
 
 #endif
