@@ -1,6 +1,10 @@
 #include "fuzz.h"
+#include "host/automation.h"
+#include "host/string_converters.h"
 #include "odbomodule.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstring>
 
 static KelpString with_doubled(char16_t mark, KelpString const & text)
@@ -11,7 +15,8 @@ static KelpString with_doubled(char16_t mark, KelpString const & text)
     return result;
 }
 
-// A quote doubles its mark and nothing else; UTF-8 there and back changes nothing that was well formed.
+// A quote doubles its mark and nothing else; UTF-8 there and back changes nothing that was well formed; any text converts
+// or is refused; a number that is written reads back as itself.
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size)
 {
     KelpString text(KelpString::Base(size / 2, u'\0'));
@@ -26,5 +31,21 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t siz
     require(back.size() == text.size() && back.toUTF8() == text.toUTF8());
     KelpString const read = KelpString::fromUTF8({ reinterpret_cast<char const *>(data), size });
     require(KelpString::fromUTF8(read.toUTF8()) == read);
+
+    VARIANT source{};
+    source.vt = VT_BSTR;
+    source.bstrVal = SysAllocStringLen(read.data(), static_cast<unsigned>(read.size()));
+    for (VARTYPE const type : { VT_R8, VT_I4, VT_BOOL, VT_BSTR }) {
+        VARIANT result{};
+        HRESULT const code = VariantChangeType(&result, &source, 0, type);
+        require(result.vt == (code == S_OK ? type : VT_EMPTY));
+        VariantClear(&result);
+    }
+    VariantClear(&source);
+
+    double value = 0;
+    std::memcpy(&value, data, std::min(size, sizeof value));
+    StringConverters::convertRealToString(value, text, 10, 17, false);
+    require(!std::isfinite(value) || std::strtod(text.toUTF8().c_str(), nullptr) == value);
     return 0;
 }

@@ -186,15 +186,4 @@ TEST(Conditions, Kinds)
     }
 }
 
-TEST(Conditions, LongChains)
-{
-    Tree left = a, right = a;
-    for (int i = 0; i < 2000; ++i) {
-        left = Tree(ET_AND, { left, a });
-        right = Tree(ET_AND, { a, right });
-    }
-    Fixture f;
-    EXPECT_EQ(mdx_of(*filter(f, left)), mdx_of(*filter(f, right)));
-}
-
 }

@@ -8,8 +8,7 @@ namespace {
 
 char const kKey[] = R"(Software\Quarry Lane\Fieldstone 11.0\Tideline\BRIM(o)\Log\Modules\ODBOMODULE)";
 
-class QueryLog : public testing::Test {
-protected:
+struct QueryLog : testing::Test {
     QueryLog() { query->AddAxisSpecification(0, f.set, {}, MDXSelectQuery::NES_ALL); }
 
     Machine machine;

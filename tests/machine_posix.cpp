@@ -7,7 +7,8 @@ namespace fs = std::filesystem;
 
 Machine::Machine()
 {
-    fs::create_directories(temporary_folder());
+    for (char const * const folder : { "temporary", "settings/odbomodule", "home/.config/odbomodule" })
+        fs::create_directories(fFolder / folder);
     ::setenv("XDG_CONFIG_HOME", (fFolder / "settings").c_str(), 1);
     ::setenv("HOME", (fFolder / "home").c_str(), 1);
     ::setenv("TMPDIR", temporary_folder().c_str(), 1);
@@ -21,7 +22,6 @@ Machine::~Machine()
 
 static std::ofstream begin_setting(fs::path const & folder, std::string const & key, std::string const & name)
 {
-    fs::create_directories(folder / "settings/odbomodule");
     std::ofstream file(folder / "settings/odbomodule/registry.reg", std::ios::app);
     file << "[HKEY_LOCAL_MACHINE\\" << key << "]\n" << std::quoted(name) << '=';
     return file;

@@ -6,16 +6,11 @@
 
 CoreLog * gCoreLog = nullptr;
 
-namespace {
-
-struct Thing final : support::RefCount {
-    using RefCount::RefCount;
-};
-
-}
-
 TEST(RefCountWithoutLog, CountsAllTheSame)
 {
+    struct Thing final : support::RefCount {
+        using RefCount::RefCount;
+    };
     support::RefCount * const thing = new Thing("Thing", 0);
     EXPECT_EQ(2, thing->use());
     EXPECT_EQ(1, thing->unuse());

@@ -12,20 +12,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-class SettingsFiles : public testing::Test {
-protected:
+struct SettingsFiles : testing::Test {
     fs::path file(char const * folder = "settings") const { return machine.folder() / folder / "odbomodule/registry.reg"; }
 
     Machine machine;
 };
 
 std::string const kSection = "[HKEY_LOCAL_MACHINE\\Software\\Log]\r\n";
-
-void write(fs::path const & file, std::string const & bytes)
-{
-    fs::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary) << bytes;
-}
 
 TEST_F(SettingsFiles, LinesAreValuesOrPassedOver)
 {
@@ -37,7 +30,7 @@ TEST_F(SettingsFiles, LinesAreValuesOrPassedOver)
         { "@=hex:25\n\"Name\"=\"behind\"", "behind" }, { "[hkey_local_machine\\software\\LOG]\n\"Name\"=\"yes\"", "yes" },
         { "[HKEY_LOCAL_MACHINE\\Software\\Log)\n\"Name\"=\"no\"", "none" }, { "[HKEY_CURRENT_USER\\Software\\Log]\n\"Name\"=\"no\"", "none" } };
     for (auto const & [lines, want] : rows) {
-        write(file(), kSection + lines);
+        std::ofstream(file(), std::ios::binary) << kSection + lines;
         EXPECT_EQ(setting("Name"), want) << lines;
         EXPECT_EQ(setting(""), "none");
     }
@@ -52,16 +45,16 @@ TEST_F(SettingsFiles, MayBeInSeveralEncodings)
         std::swap(swapped[i], swapped[i + 1]);
     std::string const marked = KelpString(text).toUTF8();
     for (auto const & bytes : { wide, swapped, wide + '\n', marked, marked.substr(3) }) {
-        write(file(), bytes);
+        std::ofstream(file(), std::ios::binary) << bytes;
         EXPECT_EQ(setting("Name"), "\xC3\xA9\xF0\x9F\x98\x80");
     }
 }
 
 TEST_F(SettingsFiles, FirstFileWithTheValueWins)
 {
-    write(file("home/.config"), kSection + "\"Both\"=\"home\"\n\"Home\"=\"home\"\n\"Kind\"=\"home\"\n");
+    std::ofstream(file("home/.config"), std::ios::binary) << kSection + "\"Both\"=\"home\"\n\"Home\"=\"home\"\n\"Kind\"=\"home\"\n";
     EXPECT_EQ(setting("Both"), "home"); // no file in the first folder
-    write(file(), "\"Home\"=\"in no key\"\n" + kSection + "\"Both\"=\"first\"\n\"Kind\"=dword:1\n");
+    std::ofstream(file(), std::ios::binary) << "\"Home\"=\"in no key\"\n" + kSection + "\"Both\"=\"first\"\n\"Kind\"=dword:1\n";
     EXPECT_EQ(setting("Both"), "first");
     EXPECT_EQ(setting("Home"), "home");
     EXPECT_EQ(setting("Kind"), "true");
@@ -75,9 +68,9 @@ TEST_F(SettingsFiles, AreOrdinaryFilesUpToASize)
 {
     std::string bytes = kSection + "\"Name\"=\"yes\"\n";
     bytes.resize(1024 * 1024, ' ');
-    write(file(), bytes);
+    std::ofstream(file(), std::ios::binary) << bytes;
     EXPECT_EQ(setting("Name"), "yes");
-    write(file(), bytes + ' ');
+    std::ofstream(file(), std::ios::binary) << bytes + ' ';
     EXPECT_EQ(setting("Name"), "none");
     fs::remove(file());
     ASSERT_EQ(::mkfifo(file().c_str(), 0600), 0);

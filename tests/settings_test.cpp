@@ -8,8 +8,7 @@
 
 namespace {
 
-class Settings : public testing::Test {
-protected:
+struct Settings : testing::Test {
     FileLocator place(std::u16string const & name) const { return FileLocator(machine.folder().u16string() + u"/" + name); }
 
     Machine machine;

@@ -27,15 +27,11 @@ TEST(KelpString, AssignsAndAppends)
     text += static_cast<char const *>(nullptr);
     text += static_cast<char16_t const *>(nullptr);
     EXPECT_EQ(text, u"ab\u00e9c\u4e2ddab\u00e9c\u4e2dd\u4e2dd");
-    text = text.c_str() + 12;
-    EXPECT_EQ(text, u"\u4e2dd");
-    text = "a longer text than fits in place";
-    EXPECT_EQ(text, u"a longer text than fits in place");
-    text = static_cast<char16_t const *>(nullptr);
-    EXPECT_EQ(text, u"");
+    EXPECT_EQ(text = text.c_str() + 12, u"\u4e2dd");
+    EXPECT_EQ(text = "a longer text than fits in place", u"a longer text than fits in place");
+    EXPECT_EQ(text = static_cast<char16_t const *>(nullptr), u"");
     text = "b";
-    text = static_cast<char const *>(nullptr);
-    EXPECT_EQ(text, u"");
+    EXPECT_EQ(text = static_cast<char const *>(nullptr), u"");
 }
 
 TEST(KelpString, FindsAndCompares)
