@@ -1,10 +1,12 @@
-#include "fuzz.h"
+#undef NDEBUG // the invariants are assertions
 #include "host/automation.h"
 #include "host/string_converters.h"
 #include "odbomodule.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 
 static KelpString with_doubled(char16_t mark, KelpString const & text)
@@ -23,14 +25,14 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t siz
     std::memcpy(text.data(), data, text.size() * sizeof(char16_t));
     KelpString doubled;
     quote_member_name(doubled, text);
-    require(doubled == with_doubled(u'\'', text));
+    assert(doubled == with_doubled(u'\'', text));
     double_sqaure_brackets(doubled, text);
-    require(doubled == with_doubled(u']', text));
+    assert(doubled == with_doubled(u']', text));
 
     KelpString const back = KelpString::fromUTF8(text.toUTF8());
-    require(back.size() == text.size() && back.toUTF8() == text.toUTF8());
+    assert(back.size() == text.size() && back.toUTF8() == text.toUTF8());
     KelpString const read = KelpString::fromUTF8({ reinterpret_cast<char const *>(data), size });
-    require(KelpString::fromUTF8(read.toUTF8()) == read);
+    assert(KelpString::fromUTF8(read.toUTF8()) == read);
 
     VARIANT source{};
     source.vt = VT_BSTR;
@@ -38,7 +40,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t siz
     for (VARTYPE const type : { VT_R8, VT_I4, VT_BOOL, VT_BSTR }) {
         VARIANT result{};
         HRESULT const code = VariantChangeType(&result, &source, 0, type);
-        require(result.vt == (code == S_OK ? type : VT_EMPTY));
+        assert(result.vt == (code == S_OK ? type : VT_EMPTY));
         VariantClear(&result);
     }
     VariantClear(&source);
@@ -46,6 +48,6 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t siz
     double value = 0;
     std::memcpy(&value, data, std::min(size, sizeof value));
     StringConverters::convertRealToString(value, text, 10, 17, false);
-    require(!std::isfinite(value) || std::strtod(text.toUTF8().c_str(), nullptr) == value);
+    assert(!std::isfinite(value) || std::strtod(text.toUTF8().c_str(), nullptr) == value);
     return 0;
 }

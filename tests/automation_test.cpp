@@ -1,18 +1,11 @@
+#include "fixture.h"
+
 #include "host/automation.h"
-#include "host/kelp_string.h"
 #include "host/string_converters.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <map>
-#include <string>
-#include <tuple>
-#include <utility>
-#include <vector>
 
 using namespace std::string_literals;
 
@@ -30,8 +23,7 @@ bool const kWine = false;
 
 // A value by its type and its bits. Bits beyond those of the type are noise.
 template <class Bits = int>
-VARIANT of(int type, Bits bits = 0)
-{
+VARIANT of(int type, Bits bits = 0) {
     VARIANT value{};
     value.vt = static_cast<VARTYPE>(type);
     std::memcpy(&value.llVal, &bits, sizeof bits);
@@ -41,8 +33,7 @@ VARIANT of(int type, Bits bits = 0)
 VARIANT text(std::u16string const & characters) { return of(VT_BSTR, SysAllocStringLen(ole_characters(characters.data()), static_cast<unsigned>(characters.size()))); }
 
 // An answer in words: the value, or behind a "!" why there is none.
-std::string shown(HRESULT code, VARIANT const & value)
-{
+std::string shown(HRESULT code, VARIANT const & value) {
     static std::map<HRESULT, std::string> const refusals = { { DISP_E_TYPEMISMATCH, "!mismatch" }, { DISP_E_OVERFLOW, "!overflow" }, { DISP_E_BADVARTYPE, "!type" },
         { E_INVALIDARG, "!argument" } };
     if (code != S_OK)
@@ -59,8 +50,7 @@ std::string shown(HRESULT code, VARIANT const & value)
 }
 
 // Converts to another value, which holds a text before, then in place. The source is used up.
-void check(VARIANT source, VARTYPE type, std::string const & want, std::uint16_t flags = 0)
-{
+void check(VARIANT source, VARTYPE type, std::string const & want, std::uint16_t flags = 0) {
     SCOPED_TRACE(shown(S_OK, source) + " of bits " + std::to_string(source.llVal) + " to type " + std::to_string(type));
     VARIANT other = text(u"old");
     for (VARIANT * const destination : { &other, &source })
@@ -80,8 +70,7 @@ struct ValueRow {
     std::string truth = real[0] == '!' ? real : real == "0" || real == "-0" ? "0" : "-1";
 };
 
-TEST(VariantChangeType, Values)
-{
+TEST(VariantChangeType, Values) {
     std::int32_t whole = -12;
     VARIANT pointed = of(VT_BSTR, SysAllocString(ole_characters(u"7.5")));
     VARIANT nested = of(VT_BYREF | VT_VARIANT, &nested);
@@ -129,8 +118,7 @@ TEST(VariantChangeType, Values)
 }
 
 // Texts that read as one number, or are refused in one way. A text is as whole and as true as its number.
-TEST(VariantChangeType, Texts)
-{
+TEST(VariantChangeType, Texts) {
     std::u16string const zeros(400, u'0');
     std::vector<std::pair<std::string, std::vector<std::u16string>>> const rows = {
         { "12", { u" 12 ", u"\t12\r\n", u"\u00A012\u3000", u"12\0x"s, u"+12", u"00012", u"12.", u"1,2.,0,", u"$12", u"12 $", u"1.2E+1", u"120e-1", u"&hC ", u"&O14" } },
@@ -155,8 +143,7 @@ TEST(VariantChangeType, Texts)
         }
 }
 
-TEST(VariantChangeType, OtherPairs)
-{
+TEST(VariantChangeType, OtherPairs) {
     // Words are no numbers. Bits have a sign, for which Wine finds no real
     std::vector<std::tuple<VARIANT, VARTYPE, std::string>> const rows = { { text(u"tRUE"), VT_R8, "!mismatch" }, { text(u"tRUE"), VT_BOOL, "-1" },
         { text(u"False"), VT_I4, "!mismatch" }, { text(u"False"), VT_BOOL, "0" }, { text(u"#TRUE#"), VT_BOOL, "-1" }, { text(u"&HFFFFFFFF"), VT_I4, "-1" },
@@ -175,8 +162,7 @@ TEST(VariantChangeType, OtherPairs)
     check(of(VT_BOOL, VARIANT_FALSE), VT_BSTR, "False", VARIANT_ALPHABOOL);
 }
 
-TEST(VariantChangeType, DestinationsThatAreNone)
-{
+TEST(VariantChangeType, DestinationsThatAreNone) {
     VARIANT none = of(99);
     VARIANT one = of(VT_I4, 1);
     EXPECT_EQ(VariantChangeType(&none, &one, 0, VT_BSTR), DISP_E_BADVARTYPE);
@@ -185,8 +171,7 @@ TEST(VariantChangeType, DestinationsThatAreNone)
     EXPECT_TRUE(!kPortable || VariantChangeType(&one, nullptr, 0, VT_I4) == E_INVALIDARG);
 }
 
-TEST(SystemString, CarriesItsLength)
-{
+TEST(SystemString, CarriesItsLength) {
     BSTR const string = SysAllocStringLen(ole_characters(u"a\0bc"), 3);
     EXPECT_EQ(SysStringLen(string), 3u);
     EXPECT_EQ(std::u16string(plain_characters(string), 4), u"a\0b\0"s);

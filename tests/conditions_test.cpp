@@ -13,8 +13,7 @@ struct Tree {
     std::shared_ptr<Node> fNode;
 
     Tree(std::shared_ptr<Node> node) : fNode(std::move(node)) {}
-    Tree(ExpressionType type, std::vector<Tree> const & operands = {}) : fNode(new Node(type), [operands](Node * node) { delete node; })
-    {
+    Tree(ExpressionType type, std::vector<Tree> const & operands = {}) : fNode(new Node(type), [operands](Node * node) { delete node; }) {
         for (Tree const & operand : operands)
             fNode->fOperands.push_back(operand.get());
     }
@@ -26,8 +25,7 @@ Tree text(std::u16string const & characters, ExpressionType type = ET_STRING) { 
 Tree real(double number) { return { std::make_shared<Node>(number) }; }
 
 // A value that is a text.
-Tree written(char16_t const * characters, ExpressionType type = ET_VALUE)
-{
+Tree written(char16_t const * characters, ExpressionType type = ET_VALUE) {
     auto const node = std::make_shared<Node>(type);
     node->fValue.vt = VT_BSTR;
     node->fValue.bstrVal = SysAllocString(ole_characters(characters));
@@ -49,8 +47,7 @@ std::string const kBad = raises(MDX_ERR_BAD_EXPRESSION);
 
 Tree const a = text(u"a"), b = text(u"b"), c = text(u"c"), x(ET_TUPLE_VALUE, { text(u"x") });
 
-TEST(Conditions, Texts)
-{
+TEST(Conditions, Texts) {
     check<MDXSet, kBoth>({
         { TREE(text(u"it's [", ET_NATIVE)), "it's [" },
         { TREE(text(u" it's \"[ ")), " it's \"[ " },
@@ -107,14 +104,12 @@ struct Watching final : MDXSet {
     std::int32_t fWrites = -1;
 
 protected:
-    void translate_condition(KelpString & out, BRIM_o::Expression * expression, MDXTuple const * tuple) override
-    {
+    void translate_condition(KelpString & out, BRIM_o::Expression * expression, MDXTuple const * tuple) override {
         EXPECT_TRUE(out.empty());
         fVisited.push_back(expression->getType());
         MDXSet::translate_condition(out, expression, tuple);
     }
-    bool server_translate(KelpString & out, BRIM_o::Expression * expression, MDXTuple const *) override
-    {
+    bool server_translate(KelpString & out, BRIM_o::Expression * expression, MDXTuple const *) override {
         EXPECT_TRUE(out.empty());
         fAsked.push_back(expression->getType());
         if (expression->getType() == fWrites)
@@ -123,8 +118,7 @@ protected:
     }
 };
 
-TEST(Conditions, HookOrder)
-{
+TEST(Conditions, HookOrder) {
     Fixture f;
     RefPtr<Watching> const set(new Watching(KelpString("{A}")));
     Tree const tree(
@@ -135,37 +129,31 @@ TEST(Conditions, HookOrder)
     EXPECT_EQ(Kinds({ 151, 158, 124, 42, 153, 19, 140, 124, 3 }), set->fAsked);
 
     // The null test looks at the kind beneath behind the hook and ahead of the operand.
-    RefPtr<Watching> const failing(new Watching(KelpString("{A}")));
     Tree const test(ET_TUPLE_IS_NULL, { a });
-    EXPECT_EQ(kBad, error_of([&] { failing->Filter(test.get(), nullptr); }));
-    EXPECT_EQ(Kinds{ 19 }, failing->fVisited);
-    EXPECT_EQ(Kinds{ 19 }, failing->fAsked);
-    failing->fWrites = 19;
-    EXPECT_EQ("ours", mdx_of(*failing->Filter(test.get(), nullptr)));
+    set->fVisited = set->fAsked = {};
+    EXPECT_EQ(kBad, error_of([&] { set->Filter(test.get(), nullptr); }));
+    EXPECT_EQ(Kinds{ 19 }, set->fVisited);
+    EXPECT_EQ(Kinds{ 19 }, set->fAsked);
+    set->fWrites = 19;
+    EXPECT_EQ("ours", mdx_of(*set->Filter(test.get(), nullptr)));
 }
 
 // The number of each kind, the operands that it reads, and whether the hook may write it.
-struct KindRow {
-    ExpressionType kind;
-    std::int32_t number;
-    std::size_t operands;
-    bool asked;
-};
-KindRow const kKinds[] = { { ET_BETWEEN, 0, 3, true }, { ET_OUTSIDE, 1, 3, true }, { ET_NATIVE, 2, 0, false }, { ET_CURRENTSET, 3, 0, true }, { ET_TUPLE_IS_NULL, 19, 1, true },
-    { ET_FILTER, 37, 2, true }, { ET_TOPSUM, 38, 2, true }, { ET_BOTTOMSUM, 39, 2, true }, { ET_TOPPERCENT, 40, 2, true }, { ET_BOTTOMPERCENT, 41, 2, true },
-    { ET_CURRENT, 42, 0, true }, { ET_TUPLE_VALUE, 52, 1, false }, { ET_EXCEPT, 64, 2, true }, { ET_BOTTOMCOUNT, 71, 2, true }, { ET_TOPCOUNT, 72, 2, true },
-    { ET_MEMBER_VALUE, 86, 1, false }, { ET_STRING, 124, 0, true }, { ET_TUPLE, 140, 1, true }, { ET_UNDEFINED, 141, 0, false }, { ET_VALUE, 142, 0, true },
-    { ET_BOOLVAL, 143, 0, false }, { ET_EQUALTO, 145, 2, false }, { ET_NOTEQUALTO, 146, 2, false }, { ET_LESSTHAN, 147, 2, false }, { ET_LESSTHANOREQUALTO, 148, 2, false },
-    { ET_GREATERTHAN, 149, 2, false }, { ET_GREATERTHANOREQUALTO, 150, 2, false }, { ET_AND, 151, 2, true }, { ET_OR, 152, 2, true }, { ET_NOT, 153, 1, true },
-    { ET_NEGATE, 157, 1, false }, { ET_ADD, 158, 2, true }, { ET_SUBTRACT, 159, 2, true }, { ET_TIMES, 160, 2, true }, { ET_DIVIDE, 161, 2, true }, { ET_INTDIVIDE, 162, 2, true },
-    { ET_GROUP_190, 190, 1, false }, { ET_TEXT_193, 193, 0, true }, { ET_TEXT_199, 199, 0, true }, { ET_GROUP_206, 206, 1, false } };
+std::tuple<ExpressionType, std::int32_t, std::size_t, bool> const kKinds[] = { { ET_BETWEEN, 0, 3, true }, { ET_OUTSIDE, 1, 3, true }, { ET_NATIVE, 2, 0, false },
+    { ET_CURRENTSET, 3, 0, true }, { ET_TUPLE_IS_NULL, 19, 1, true }, { ET_FILTER, 37, 2, true }, { ET_TOPSUM, 38, 2, true }, { ET_BOTTOMSUM, 39, 2, true },
+    { ET_TOPPERCENT, 40, 2, true }, { ET_BOTTOMPERCENT, 41, 2, true }, { ET_CURRENT, 42, 0, true }, { ET_TUPLE_VALUE, 52, 1, false }, { ET_EXCEPT, 64, 2, true },
+    { ET_BOTTOMCOUNT, 71, 2, true }, { ET_TOPCOUNT, 72, 2, true }, { ET_MEMBER_VALUE, 86, 1, false }, { ET_STRING, 124, 0, true }, { ET_TUPLE, 140, 1, true },
+    { ET_UNDEFINED, 141, 0, false }, { ET_VALUE, 142, 0, true }, { ET_BOOLVAL, 143, 0, false }, { ET_EQUALTO, 145, 2, false }, { ET_NOTEQUALTO, 146, 2, false },
+    { ET_LESSTHAN, 147, 2, false }, { ET_LESSTHANOREQUALTO, 148, 2, false }, { ET_GREATERTHAN, 149, 2, false }, { ET_GREATERTHANOREQUALTO, 150, 2, false },
+    { ET_AND, 151, 2, true }, { ET_OR, 152, 2, true }, { ET_NOT, 153, 1, true }, { ET_NEGATE, 157, 1, false }, { ET_ADD, 158, 2, true }, { ET_SUBTRACT, 159, 2, true },
+    { ET_TIMES, 160, 2, true }, { ET_DIVIDE, 161, 2, true }, { ET_INTDIVIDE, 162, 2, true }, { ET_GROUP_190, 190, 1, false }, { ET_TEXT_193, 193, 0, true },
+    { ET_TEXT_199, 199, 0, true }, { ET_GROUP_206, 206, 1, false } };
 
-TEST(Conditions, Kinds)
-{
+TEST(Conditions, Kinds) {
     std::int32_t unknown = -1;
-    for (KindRow const & row : kKinds) {
-        EXPECT_EQ(row.number, row.kind);
-        for (; unknown < row.number; ++unknown) {
+    for (auto const & [kind, number, operands, asked] : kKinds) {
+        EXPECT_EQ(number, kind);
+        for (; unknown < number; ++unknown) {
             RefPtr<Watching> const set(new Watching(KelpString("{A}")));
             Tree const tree(ET_AND, { a, { ExpressionType{ unknown }, { a } } });
             EXPECT_EQ(kBad, error_of([&] { set->Filter(tree.get(), nullptr); })) << unknown;
@@ -173,14 +161,14 @@ TEST(Conditions, Kinds)
         }
         ++unknown;
         RefPtr<Watching> const set(new Watching(KelpString("{A}")));
-        set->fWrites = row.number;
-        Tree const tree(row.kind, std::vector<Tree>(row.operands, row.asked ? ExpressionType{ 300 } : ET_UNDEFINED));
+        set->fWrites = number;
+        Tree const tree(kind, std::vector<Tree>(operands, asked ? ExpressionType{ 300 } : ET_UNDEFINED));
         set->Filter(tree.get(), nullptr);
-        EXPECT_EQ(row.asked, set->getText() == KelpString("ours")) << row.number;
-        EXPECT_EQ(row.asked ? Kinds{ row.number } : Kinds{}, set->fAsked);
+        EXPECT_EQ(asked, set->getText() == KelpString("ours")) << number;
+        EXPECT_EQ(asked ? Kinds{ number } : Kinds{}, set->fAsked);
         Fixture f;
-        if (row.operands > 0) {
-            EXPECT_THROW(filter(f, { row.kind, std::vector<Tree>(row.operands - 1, a) }), std::out_of_range) << row.number;
+        if (operands > 0) {
+            EXPECT_THROW(filter(f, { kind, std::vector<Tree>(operands - 1, a) }), std::out_of_range) << number;
         }
         EXPECT_EQ("{A}", mdx_of(*f.set));
     }

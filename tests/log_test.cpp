@@ -20,8 +20,7 @@ struct QueryLog : testing::Test {
 
 }
 
-TEST_F(QueryLog, SettingsAreReadOnceForAGenerator)
-{
+TEST_F(QueryLog, SettingsAreReadOnceForAGenerator) {
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());
     machine.set(kKey, "MDX Query Log", "log.txt");
     machine.set(kKey, "MDX Query Clock", "1"); // which is no number
@@ -38,8 +37,7 @@ TEST_F(QueryLog, SettingsAreReadOnceForAGenerator)
     EXPECT_EQ(&own, timer);
 }
 
-TEST_F(QueryLog, EntriesAndDurations)
-{
+TEST_F(QueryLog, EntriesAndDurations) {
     machine.set(kKey, "MDX Query Log", (machine.folder() / "log.txt").string());
     machine.set(kKey, "MDX Query Clock", 1u);
     MDXQueryLog * const log = f.generator->GetMDXQueryLog();
@@ -69,8 +67,7 @@ TEST_F(QueryLog, EntriesAndDurations)
     EXPECT_LE(std::stod(seconds), most.count() + 0.002);
 }
 
-TEST_F(QueryLog, ClosedLogDoesNothing)
-{
+TEST_F(QueryLog, ClosedLogDoesNothing) {
     auto const file = machine.folder() / "missing/log.txt";
     machine.set(kKey, "MDX Query Log", file.string());
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());

@@ -5,8 +5,7 @@
 
 namespace fs = std::filesystem;
 
-Machine::Machine()
-{
+Machine::Machine() {
     for (char const * const folder : { "temporary", "settings/odbomodule", "home/.config/odbomodule" })
         fs::create_directories(fFolder / folder);
     ::setenv("XDG_CONFIG_HOME", (fFolder / "settings").c_str(), 1);
@@ -14,14 +13,12 @@ Machine::Machine()
     ::setenv("TMPDIR", temporary_folder().c_str(), 1);
 }
 
-Machine::~Machine()
-{
+Machine::~Machine() {
     ::setenv("TMPDIR", fBefore.c_str(), 1);
     fs::remove_all(fFolder);
 }
 
-static std::ofstream begin_setting(fs::path const & folder, std::string const & key, std::string const & name)
-{
+static std::ofstream begin_setting(fs::path const & folder, std::string const & key, std::string const & name) {
     std::ofstream file(folder / "settings/odbomodule/registry.reg", std::ios::app);
     file << "[HKEY_LOCAL_MACHINE\\" << key << "]\n" << std::quoted(name) << '=';
     return file;

@@ -11,8 +11,7 @@ static std::wstring wide(std::string const & text) { return fs::path(std::u8stri
 // The local machine is, for this process, a key of the user's: no rights are needed, and tests may run side by side.
 static std::wstring local_machine(fs::path const & folder) { return L"Software\\odbomodule tests\\" + folder.filename().wstring(); }
 
-Machine::Machine()
-{
+Machine::Machine() {
     HKEY key = nullptr;
     if (::RegCreateKeyW(HKEY_CURRENT_USER, local_machine(fFolder).c_str(), &key) != ERROR_SUCCESS || ::RegOverridePredefKey(HKEY_LOCAL_MACHINE, key) != ERROR_SUCCESS)
         throw std::runtime_error("no registry for a test");
@@ -21,21 +20,18 @@ Machine::Machine()
     ::SetEnvironmentVariableW(L"TMP", temporary_folder().c_str());
 }
 
-Machine::~Machine()
-{
+Machine::~Machine() {
     ::SetEnvironmentVariableW(L"TMP", fBefore.c_str());
     ::RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
     ::RegDeleteTreeW(HKEY_CURRENT_USER, local_machine(fFolder).c_str());
     fs::remove_all(fFolder);
 }
 
-static void put(std::string const & key, std::string const & name, DWORD type, void const * value, std::size_t size)
-{
+static void put(std::string const & key, std::string const & name, DWORD type, void const * value, std::size_t size) {
     ::RegSetKeyValueW(HKEY_LOCAL_MACHINE, wide(key).c_str(), wide(name).c_str(), type, value, static_cast<DWORD>(size));
 }
 
-void Machine::set(std::string const & key, std::string const & name, std::string const & text)
-{
+void Machine::set(std::string const & key, std::string const & name, std::string const & text) {
     put(key, name, REG_SZ, wide(text).c_str(), (wide(text).size() + 1) * sizeof(wchar_t));
 }
 

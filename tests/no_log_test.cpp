@@ -6,8 +6,7 @@
 
 CoreLog * gCoreLog = nullptr;
 
-TEST(RefCountWithoutLog, CountsAllTheSame)
-{
+TEST(RefCountWithoutLog, CountsAllTheSame) {
     struct Thing final : support::RefCount {
         using RefCount::RefCount;
     };

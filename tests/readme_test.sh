@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# readme_test.sh PROGRAM: README.md shows the text of examples/readme_example.cpp and what PROGRAM, built from it, prints.
+# readme_test.sh COMMAND...: README.md shows the text of examples/readme_example.cpp and what the command, which runs a
+# program built from it, prints.
 # Blanks at the ends of lines, and empty lines ahead of the output, do not count: the README has none.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -23,5 +24,5 @@ compare() {
 shown=$(block cpp)
 compare program "$shown" "$(cat "$root/examples/readme_example.cpp")"
 shown=$(block text)
-printed=$("$1")
+printed=$("$@")
 compare output "$shown" "$(plain <<< "$printed")"

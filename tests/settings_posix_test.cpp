@@ -20,8 +20,7 @@ struct SettingsFiles : testing::Test {
 
 std::string const kSection = "[HKEY_LOCAL_MACHINE\\Software\\Log]\r\n";
 
-TEST_F(SettingsFiles, LinesAreValuesOrPassedOver)
-{
+TEST_F(SettingsFiles, LinesAreValuesOrPassedOver) {
     std::pair<char const *, char const *> const rows[] = { { R"("name"="C:\\a \"b\"")", R"(C:\a "b")" }, { "\t\"Name\" = \"yes\" ", "yes" },
         { R"("Name"=dword: fFfFfFfF)", "true" }, { "\"Name\"=\"first\"\n\n\"Name\"=\"second\"\n\"Name\"=broken", "second" }, { R"("Name"=DWORD:0)", "false" },
         { R"("Name"=dword:123456789)", "none" }, { R"("Name"=dword:12g)", "none" }, { R"("Name"=dword:)", "none" }, { R"("Name"=-)", "none" }, { R"(; "Name"="no")", "none" },
@@ -36,8 +35,7 @@ TEST_F(SettingsFiles, LinesAreValuesOrPassedOver)
     }
 }
 
-TEST_F(SettingsFiles, MayBeInSeveralEncodings)
-{
+TEST_F(SettingsFiles, MayBeInSeveralEncodings) {
     std::u16string const text = u"\uFEFF[HKEY_LOCAL_MACHINE\\Software\\Log]\r\n\"Name\"=\"\u00e9\U0001F600\"";
     std::string const wide(reinterpret_cast<char const *>(text.data()), 2 * text.size());
     std::string swapped = wide;
@@ -50,8 +48,7 @@ TEST_F(SettingsFiles, MayBeInSeveralEncodings)
     }
 }
 
-TEST_F(SettingsFiles, FirstFileWithTheValueWins)
-{
+TEST_F(SettingsFiles, FirstFileWithTheValueWins) {
     std::ofstream(file("home/.config"), std::ios::binary) << kSection + "\"Both\"=\"home\"\n\"Home\"=\"home\"\n\"Kind\"=\"home\"\n";
     EXPECT_EQ(setting("Both"), "home"); // no file in the first folder
     std::ofstream(file(), std::ios::binary) << "\"Home\"=\"in no key\"\n" + kSection + "\"Both\"=\"first\"\n\"Kind\"=dword:1\n";
@@ -64,8 +61,7 @@ TEST_F(SettingsFiles, FirstFileWithTheValueWins)
     EXPECT_EQ(setting("Both"), "none");
 }
 
-TEST_F(SettingsFiles, AreOrdinaryFilesUpToASize)
-{
+TEST_F(SettingsFiles, AreOrdinaryFilesUpToASize) {
     std::string bytes = kSection + "\"Name\"=\"yes\"\n";
     bytes.resize(1024 * 1024, ' ');
     std::ofstream(file(), std::ios::binary) << bytes;
@@ -77,8 +73,7 @@ TEST_F(SettingsFiles, AreOrdinaryFilesUpToASize)
     EXPECT_EQ(setting("Name"), "none"); // and does not wait for a writer
 }
 
-TEST_F(SettingsFiles, OfOthersAreNotWrittenTo)
-{
+TEST_F(SettingsFiles, OfOthersAreNotWrittenTo) {
     FileLocator shared("log.txt");
     shared.setLocationToTemp();
     FileLocator const named(shared.path().u16string());

@@ -17,8 +17,7 @@ struct Watched final : Base {
 
 }
 
-TEST(MDXSelectQuery, Text)
-{
+TEST(MDXSelectQuery, Text) {
     Fixture f;
     RefPtr const plain(new General<MDXSelectQuery>("[Sales]"));
     plain->AddAxisSpecification(0, f.set, {}, kAll);
@@ -54,17 +53,13 @@ TEST(MDXSelectQuery, Text)
         full->getText(true).toUTF8());
 }
 
-TEST(MDXSelectQuery, Refusals)
-{
+TEST(MDXSelectQuery, Refusals) {
     Fixture f;
     RefPtr const query(new General<MDXSelectQuery>("[Sales]"));
     EXPECT_EQ(raises(MDX_ERR_NO_AXES), error_of([&] { query->getText(true); }));
     auto const add = [&](std::int32_t axis) { return error_of([&] { query->AddAxisSpecification(axis, f.set, {}, kAll); }); };
-    EXPECT_EQ(raises(MDX_ERR_AXIS_OUT_OF_ORDER), add(-1));
-    EXPECT_EQ(raises(MDX_ERR_AXIS_OUT_OF_ORDER), add(1));
-    EXPECT_EQ("", add(0));
-    EXPECT_EQ(raises(MDX_ERR_AXIS_OUT_OF_ORDER), add(0));
-    EXPECT_EQ(raises(MDX_ERR_AXIS_OUT_OF_ORDER), add(2));
+    std::string const outOfOrder = raises(MDX_ERR_AXIS_OUT_OF_ORDER);
+    EXPECT_EQ((Strings{ outOfOrder, outOfOrder, "", outOfOrder, outOfOrder }), (Strings{ add(-1), add(1), add(0), add(0), add(2) }));
     EXPECT_EQ(2, count_of(*f.set));
     EXPECT_EQ("\nSELECT \n       {A} ON COLUMNS \nFROM [Sales] ", query->getText(true).toUTF8());
     query->AddMemberFormula(f.field, f.value, -1, { "no value" }, {});
@@ -75,12 +70,10 @@ TEST(MDXSelectQuery, Refusals)
     }
 }
 
-TEST(Statements, PartsByThemselves)
-{
+TEST(Statements, PartsByThemselves) {
     Fixture f;
-    using Texts = std::vector<KelpString>;
     RefPtr<MDXValue> const value(f.makeValue("'v'"));
-    auto const member = [&](std::int32_t solveOrder, Texts const & names, Texts const & values, bool qualified) {
+    auto const member = [&](std::int32_t solveOrder, std::vector<KelpString> const & names, std::vector<KelpString> const & values, bool qualified) {
         return mdx_of(MDXMemberSpecification(f.field, value.get(), solveOrder, names, values, qualified, "[Sales]"));
     };
     EXPECT_EQ("MEMBER [Sales].[F] AS 'v' ", member(INT32_MIN, {}, {}, true));
@@ -92,8 +85,7 @@ TEST(Statements, PartsByThemselves)
     MDXMemberSpecification const holdsNone(nullptr, nullptr, 0, {}, {}, false, "[Sales]");
 }
 
-TEST(MDXCreateQuery, Text)
-{
+TEST(MDXCreateQuery, Text) {
     Fixture f;
     RefPtr const query(new General<MDXCreateQuery>("[Sales]"));
     EXPECT_EQ(raises(MDX_ERR_NO_FORMULAS), error_of([&] { query->getText(false); }));
@@ -108,8 +100,7 @@ TEST(MDXCreateQuery, Text)
     EXPECT_EQ("", query->getText(true).toUTF8());
 }
 
-TEST(MDXDropQuery, Text)
-{
+TEST(MDXDropQuery, Text) {
     RefPtr const members(new General<MDXDropQuery>("[Sales]"));
     RefPtr const sets(new General<MDXDropQuery>("[Sales]"));
     EXPECT_EQ(raises(MDX_ERR_NOTHING_TO_DROP), error_of([&] { members->getText(false); }));
@@ -123,8 +114,7 @@ TEST(MDXDropQuery, Text)
 
 // A statement reads its parts afresh. Formulas end in their order, then axes, then the slicer; a member formula gives
 // back its value first.
-TEST(Statements, HoldTheirPartsAndGiveThemBackInOrder)
-{
+TEST(Statements, HoldTheirPartsAndGiveThemBackInOrder) {
     std::string ended;
     auto * const axis = new Watched<MDXSet>("{A}", ended);
     auto * const slice = new Watched<MDXField>("[S]", ended);

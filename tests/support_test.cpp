@@ -10,14 +10,12 @@
 
 namespace {
 
-void expect_texts(std::initializer_list<std::pair<KelpString, char const *>> rows)
-{
+void expect_texts(std::initializer_list<std::pair<KelpString, char const *>> rows) {
     for (auto const & [have, want] : rows)
         EXPECT_EQ(have.toUTF8(), want);
 }
 
-TEST(KelpString, AssignsAndAppends)
-{
+TEST(KelpString, AssignsAndAppends) {
     KelpString text("ab\xE9"); // which is widened without a sign
     text += "c";
     text += u"\u4e2d";
@@ -34,8 +32,7 @@ TEST(KelpString, AssignsAndAppends)
     EXPECT_EQ(text = static_cast<char const *>(nullptr), u"");
 }
 
-TEST(KelpString, FindsAndCompares)
-{
+TEST(KelpString, FindsAndCompares) {
     KelpString const text(std::u16string(u"\u7474t\u0174t")); // with bytes of a "t" in other characters
     EXPECT_EQ(text.find('t'), 1u);
     EXPECT_EQ(text.find('t', 3), 3u);
@@ -47,8 +44,7 @@ TEST(KelpString, FindsAndCompares)
         EXPECT_EQ(KelpString(one).strcmp(other, ignoreCase), want) << KelpString(one);
 }
 
-TEST(KelpString, ReadsAndWritesUTF8)
-{
+TEST(KelpString, ReadsAndWritesUTF8) {
     auto const read = [](std::string_view bytes) { return KelpString::fromUTF8(bytes); };
     char const * const all = "\U00010000a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF"; // one to four bytes
     EXPECT_EQ(read(all), u"\U00010000a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF");
@@ -60,22 +56,19 @@ TEST(KelpString, ReadsAndWritesUTF8)
     EXPECT_EQ((std::ostringstream() << halves).str(), "x\U0001F600\uFFFD\uFFFDy\uFFFD");
 }
 
-KelpString real(double value, int digits = 16, bool alwaysExponent = false)
-{
+KelpString real(double value, int digits = 16, bool alwaysExponent = false) {
     KelpString text("old");
     StringConverters::convertRealToString(value, text, 10, digits, alwaysExponent);
     return text;
 }
 
-KelpString whole(std::int32_t value, std::int32_t radix)
-{
+KelpString whole(std::int32_t value, std::int32_t radix) {
     KelpString text("old");
     StringConverters::convertIntegerToString(value, text, radix);
     return text;
 }
 
-TEST(StringConverters, RealsAndWholeNumbers)
-{
+TEST(StringConverters, RealsAndWholeNumbers) {
     using Real = std::numeric_limits<double>;
     expect_texts({ { real(-0.0), "-0" }, { real(9.2), "9.2" }, { real(-1234.5), "-1234.5" }, { real(100000), "100000" }, { real(0.1 + 0.2), "0.3" },
         { real(0.1 + 0.2, 17), "0.30000000000000004" }, { real(1.0 / 3), "0.3333333333333333" }, { real(1e15), "1000000000000000" }, { real(1e16), "1e+16" },
@@ -83,19 +76,16 @@ TEST(StringConverters, RealsAndWholeNumbers)
         { real(Real::max(), 99), "1.7976931348623157e+308" }, { real(9.96, 2), "10" }, { real(99.6, 2), "1e+02" }, { real(123456, 3), "1.23e+05" }, { real(0.56, 0), "0.6" },
         { real(2.5, 16, true), "2.5e+00" }, { real(0, 16, true), "0e+00" }, { real(Real::infinity()), "inf" }, { real(-Real::infinity(), 16, true), "-inf" },
         { real(Real::quiet_NaN()), "nan" } });
-    std::int32_t const lowest = std::numeric_limits<std::int32_t>::min();
-    expect_texts({ { whole(0, 10), "0" }, { whole(lowest, 10), "-2147483648" }, { whole(lowest, 2), "-10000000000000000000000000000000" }, { whole(255, 16), "ff" },
+    expect_texts({ { whole(0, 10), "0" }, { whole(INT32_MIN, 10), "-2147483648" }, { whole(INT32_MIN, 2), "-10000000000000000000000000000000" }, { whole(255, 16), "ff" },
         { whole(35, 36), "z" }, { whole(12, 1), "12" }, { whole(12, 37), "12" }, { whole(-12, -10), "-12" } });
 }
 
-TEST(FormatText, Conversions)
-{
-    std::int64_t const lowest = std::numeric_limits<std::int64_t>::min();
+TEST(FormatText, Conversions) {
     expect_texts({ { format_text("Query duration: %.3f seconds", 1234 * 0.001), "Query duration: 1.234 seconds" },
         { format_text("Query duration: %.3f seconds", 5 * 0.001), "Query duration: 0.005 seconds" },
         { format_text("%.3f %.3f %.0f %f", 0.0005, 0.0015, 2.5, -1.5), "0.001 0.002 2 -1.500000" }, { format_text("%.1f", 1e22), "10000000000000000000000.0" },
         { format_text("%x %X %u", -1, -86, -1), "ffffffff FFFFFFAA 4294967295" }, { format_text("%x %u", std::int64_t{ -1 }, std::int8_t{ -1 }), "ffffffffffffffff 255" },
-        { format_text("%d %i", lowest, true), "-9223372036854775808 1" },
+        { format_text("%d %i", INT64_MIN, true), "-9223372036854775808 1" },
         { format_text("|%5d|%-5d|%05d|%-05d|%06.4d|", -42, -42, -42, -42, -42), "|  -42|-42  |-0042|-42  | -0042|" },
         { format_text("|%10s|%-9s|%.2s|%.0s|", u"wide", "nar", "cut off", "no"), "|      wide|nar      |cu||" }, { format_text("%c%3c%c", u'x', 'y', "text"), "x  ytext" },
         { format_text("%ld %lld %hu", 0, 2, 3), "0 2 3" }, { format_text("100%% %"), "100% %" }, { format_text("%d and %d", 1), "1 and %d" },
@@ -107,16 +97,14 @@ TEST(FormatText, Conversions)
     EXPECT_EQ(std::u16string(buffer, 6), std::u16string(u"ab-1\0006", 6));
 }
 
-TEST(CoreLog, WritesToStandardErrorAtFirst)
-{
+TEST(CoreLog, WritesToStandardErrorAtFirst) {
     char16_t const * const inserts[] = { u"one", nullptr, u"three" };
     testing::internal::CaptureStderr();
     support_dll::getLogObject()->log(1, 2, "MODULE", "Part", 3, inserts);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "MODULE Part [00000001, level 2] one  three\n");
 }
 
-TEST(CoreLog, KeepsALevelForEachSubModule)
-{
+TEST(CoreLog, KeepsALevelForEachSubModule) {
     auto const level = [](int n) { return support_dll::getLogObject()->getModuleVerbosity("MODULE", KelpString(std::to_string(n).c_str())); };
     auto const raise = [&] {
         for (int n = 0; n < 500; ++n)
@@ -132,16 +120,14 @@ TEST(CoreLog, KeepsALevelForEachSubModule)
 
 TEST(AssertionFailure, EndsTheProcess) { EXPECT_DEATH(support_dll::AssertionFailure("a > b", "file.cpp"), "assertion failed: a > b, in file.cpp\n"); }
 
-BaseError error(std::uint32_t code, std::initializer_list<char const *> inserts)
-{
+BaseError error(std::uint32_t code, std::initializer_list<char const *> inserts) {
     BaseError result(code, "ODBOMODULE", BRIM_o::AnyError::SeverityError, BRIM_o::AnyError::NotCompleted);
     for (auto const insert : inserts)
         result.addInsert(insert);
     return result;
 }
 
-TEST(BaseError, HasAMessageWithItsInserts)
-{
+TEST(BaseError, HasAMessageWithItsInserts) {
     for (auto const code : std::initializer_list<std::uint32_t>{ 0x201706B, 0x201706C, 0x201706D, 0x201706E, 0x201706F, 0x2017070, 0x2017077, 0x2017078, 0x2017079 })
         EXPECT_EQ(error(code, {}).getText().find(u"Error 0x"), KelpString::npos) << code;
     auto const failure = error(0x2017076, { "%2", "Sort::direction" });

@@ -20,15 +20,13 @@ static thread_local std::size_t gFailAt = 0; // 1 fails the next one; 0 none
 [[gnu::noinline]] void operator delete(void * memory) noexcept { std::free(memory); }
 [[gnu::noinline]] void operator delete(void * memory, std::size_t) noexcept { std::free(memory); }
 
-static std::size_t allocations_of(std::function<void()> const & work)
-{
+static std::size_t allocations_of(std::function<void()> const & work) {
     std::size_t const before = gAllocations;
     work();
     return gAllocations - before;
 }
 
-TEST(Text, PiecesAreJoinedAndRewrittenAsTheyAre)
-{
+TEST(Text, PiecesAreJoinedAndRewrittenAsTheyAre) {
     EXPECT_EQ(KelpString("a -5, [b]"), concat("a ", decimal(-5), KelpString(", "), std::string_view("[b]")));
     EXPECT_EQ(KelpString("-2147483649-9223372036854775808"), concat(decimal(std::int64_t{ INT32_MIN } - 1), decimal(INT64_MIN)));
     KelpString text("{A}");
@@ -43,8 +41,7 @@ TEST(Text, PiecesAreJoinedAndRewrittenAsTheyAre)
     EXPECT_EQ(KelpString("only this-only this"), text);
 }
 
-TEST(Text, OneAllocationForAText)
-{
+TEST(Text, OneAllocationForAText) {
     Fixture f(kDialect);
     KelpString const member("[Store].[Geography].[All Stores].[O'Brien & Sons]");
     KelpString text;
@@ -61,8 +58,7 @@ TEST(Text, OneAllocationForAText)
 #if !defined(_WIN32) // where the libraries' allocations do not fail by gFailAt
 
 // Makes each allocation that an operation could want fail in turn, until it gets all that it wants.
-static void fail_each(char const * name, MDXSet * (*call)(Fixture &))
-{
+static void fail_each(char const * name, MDXSet * (*call)(Fixture &)) {
     for (std::size_t nth = 1; nth < 100; ++nth) {
         Fixture f(kDialect);
         f.set->TakeName(KelpString("a set whose text is too long for a string's own room"));
@@ -79,8 +75,7 @@ static void fail_each(char const * name, MDXSet * (*call)(Fixture &))
     ADD_FAILURE() << name << " goes on failing";
 }
 
-TEST(Text, AFailedAllocationLeavesTheOldText)
-{
+TEST(Text, AFailedAllocationLeavesTheOldText) {
     fail_each(CALL(*f.set *= *f.other));
     fail_each(CALL(f.set->TakeSubset(f.tuple, f.single)));
     fail_each(CALL(f.set->TakeAncestorsOfMember(KelpString("[M]"), true, 5)));
