@@ -22,7 +22,7 @@ std::string const kSection = "[HKEY_LOCAL_MACHINE\\Software\\Log]\r\n";
 
 TEST_F(SettingsFiles, LinesAreValuesOrPassedOver) {
     std::pair<char const *, char const *> const rows[] = { { R"("name"="C:\\a \"b\"")", R"(C:\a "b")" }, { "\t\"Name\" = \"yes\" ", "yes" },
-        { R"("Name"=dword: fFfFfFfF)", "true" }, { "\"Name\"=\"first\"\n\n\"Name\"=\"second\"\n\"Name\"=broken", "second" }, { R"("Name"=DWORD:0)", "false" },
+        { R"("Name"=dword: fFfFfFfF )", "true" }, { "\"Name\"=\"first\"\n\n\"Name\"=\"second\"\n\"Name\"=broken", "second" }, { R"("Name"=DWORD:0)", "false" },
         { R"("Name"=dword:123456789)", "none" }, { R"("Name"=dword:12g)", "none" }, { R"("Name"=dword:)", "none" }, { R"("Name"=-)", "none" }, { R"(; "Name"="no")", "none" },
         { R"("Name"="no)", "none" }, { R"("Name"="a\b")", "none" }, { R"("Name"="a"b)", "none" }, { R"("Name="no")", "none" }, { R"("Name\)", "none" }, { R"("Name")", "none" },
         { R"(Name="no")", "none" }, { R"(@="no")", "none" }, { R"(="no")", "none" }, { "@=HEX(2):25,\\\r\n  00,\\\r\n\"Name\"=\"inside\"", "none" },
