@@ -24,19 +24,16 @@ Tree text(std::u16string const & characters, ExpressionType type = ET_STRING) { 
 
 Tree real(double number) { return { std::make_shared<Node>(number) }; }
 
-// A value that is a text.
-Tree written(char16_t const * characters, ExpressionType type = ET_VALUE) {
-    auto const node = std::make_shared<Node>(type);
-    node->fValue.vt = VT_BSTR;
-    node->fValue.bstrVal = SysAllocString(ole_characters(characters));
-    return { node };
-}
-
-// A node whose value the host does not have.
-struct Valueless final : Node {
-    using Node::Node;
-    VARIANT const * getValue() override { return nullptr; }
+// A value that is a text, or that the host does not have.
+struct Written final : Node {
+    Written(ExpressionType type, char16_t const * characters) : Node(type) {
+        fValue.vt = VT_BSTR;
+        fValue.bstrVal = SysAllocString(ole_characters(characters));
+    }
+    VARIANT const * getValue() override { return fValue.bstrVal == nullptr ? nullptr : &fValue; }
 };
+
+Tree written(char16_t const * characters, ExpressionType type = ET_VALUE) { return { std::make_shared<Written>(type, characters) }; }
 
 // The text of [F] goes in for the current tuple.
 MDXSet * filter(Fixture & f, Tree const & tree) { return f.set->Filter(tree.get(), f.single); }
@@ -52,18 +49,14 @@ TEST(Conditions, Texts) {
         { TREE(text(u"it's [", ET_NATIVE)), "it's [" },
         { TREE(text(u" it's \"[ ")), " it's \"[ " },
         { TREE({ ET_EQUALTO, { text(u"it's", ET_TEXT_193), text(u"[", ET_TEXT_199) } }), "it's = [" },
-        { TREE(ET_CURRENTSET), "{A}" },
-        { TREE(ET_CURRENT), "[F]" },
         { TREE(ET_UNDEFINED), "1<2" },
         { TREE(written(u"True", ET_BOOLVAL)), "1<2" },
         { TREE(written(u"0", ET_BOOLVAL)), "1>2" },
-        { TREE(written(u"maybe", ET_BOOLVAL)), kBad },
-        { TREE({ std::make_shared<Valueless>(ET_BOOLVAL) }), kBad },
+        { TREE(written(nullptr, ET_BOOLVAL)), kBad },
         { TREE(written(u"-42")), "-42" },
         { TREE(written(u"18446744073709551615")), "1.844674407370955e+19" },
         { TREE(real(0.1 + 0.2)), "0.3" },
         { TREE(written(u"nine")), kBad },
-        { TREE({ std::make_shared<Valueless>(ET_VALUE) }), kBad },
         { TREE(real(std::numeric_limits<double>::quiet_NaN())), kBad },
         { TREE(real(-std::numeric_limits<double>::infinity())), kBad },
         { TREE({ ET_BETWEEN, { a, b, c } }), "a >= b AND a <= c" },
@@ -72,7 +65,6 @@ TEST(Conditions, Texts) {
         { TREE({ ET_OR, { { ET_OR, { { ET_LESSTHAN, { a, b } }, { ET_LESSTHANOREQUALTO, { b, c } } } }, { ET_GREATERTHANOREQUALTO, { a, c } } } }), "a < b OR b <= c OR a >= c" },
         { TREE({ ET_AND, { a, b, c } }), "a AND b" },
         { TREE({ ET_NOT, { { ET_GROUP_190, { { ET_GROUP_206, { { ET_NEGATE, { { ET_NEGATE, { x } } } } } } } } } }), "NOT( ( ( -( -( x ) ) ) ) )" },
-        { TREE({ ET_MEMBER_VALUE, { a } }), "a" },
         { TREE({ ET_ADD, { x, { ET_SUBTRACT, { a, x } } } }), "x + ( ( a ) - x )" },
         { TREE({ ET_TIMES, { { ET_MEMBER_VALUE, { a } }, real(2) } }), "( a ) * ( 2 )" },
         { TREE({ ET_DIVIDE, { x, { ET_INTDIVIDE, { a, b } } } }), "x / ( ( a ) / ( b ) )" },
@@ -86,7 +78,6 @@ TEST(Conditions, Texts) {
         { TREE({ ET_TOPSUM, { { ET_BOTTOMSUM, { a, b, c } }, b, c } }), "TOPSUM( BOTTOMSUM( a, b, c ), b, c )" },
         { TREE({ ET_TOPPERCENT, { { ET_BOTTOMPERCENT, { a, b } }, b, c, ExpressionType{ 4 } } }), "TOPPERCENT( BOTTOMPERCENT( a, b ), b, c )" },
         { TREE(ExpressionType{ 300 }), kBad },
-        { TREE({ ET_EXCEPT, { ET_CURRENTSET, { ET_TOPCOUNT, { ET_CURRENTSET, real(3), x } } } }), "EXCEPT( {A}, TOPCOUNT( {A}, 3, x ) )" },
         { CALL(f.set->Filter(Tree(ET_CURRENT).get(), f.tuple)), "( [F], [G] ) " },
         { CALL(f.set->Filter(Tree(ET_CURRENT).get(), f.empty)), raises(MDX_ERR_EMPTY_TUPLE) },
         { CALL(f.set->TakeFilter(Tree(ET_AND, { { ET_GREATERTHAN, { x, real(1.5) } }, { ET_NOT, { { ET_TUPLE_IS_NULL, { ET_CURRENT } } } } }).get(), f.single)),

@@ -8,10 +8,9 @@ namespace {
 
 char const kKey[] = R"(Software\Quarry Lane\Fieldstone 11.0\Tideline\BRIM(o)\Log\Modules\ODBOMODULE)";
 
-struct QueryLog : testing::Test {
+struct QueryLog : testing::Test, Machine {
     QueryLog() { query->AddAxisSpecification(0, f.set, {}, MDXSelectQuery::NES_ALL); }
 
-    Machine machine;
     Fixture f;
     RefPtr<MDXSelectQuery> query{ static_cast<MDXSelectQuery *>(f.generator->GenerateQuery(MDXQuery::QT_SELECT, nullptr)) };
     MDXQueryLog::MDXQueryTimer own; // which nothing but this test may end
@@ -22,24 +21,24 @@ struct QueryLog : testing::Test {
 
 TEST_F(QueryLog, SettingsAreReadOnceForAGenerator) {
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());
-    machine.set(kKey, "MDX Query Log", "log.txt");
-    machine.set(kKey, "MDX Query Clock", "1"); // which is no number
+    set(kKey, "MDX Query Log", "log.txt");
+    set(kKey, "MDX Query Clock", "1"); // which is no number
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());
     Fixture const later, last;
     MDXQueryLog * const log = later.generator->GetMDXQueryLog();
     ASSERT_NE(nullptr, log);
-    EXPECT_TRUE(std::filesystem::exists(machine.temporary_folder() / "log.txt"));
-    machine.set(kKey, "MDX Query Clock", 0u);
+    EXPECT_TRUE(std::filesystem::exists(temporary_folder() / "log.txt"));
+    set(kKey, "MDX Query Clock", 0u);
     last.generator->GetMDXQueryLog()->timeQuery(&timer);
-    machine.set(kKey, "MDX Query Clock", 1u);
+    set(kKey, "MDX Query Clock", 1u);
     EXPECT_EQ(log, later.generator->GetMDXQueryLog());
     log->timeQuery(&timer);
     EXPECT_EQ(&own, timer);
 }
 
 TEST_F(QueryLog, EntriesAndDurations) {
-    machine.set(kKey, "MDX Query Log", (machine.folder() / "log.txt").string());
-    machine.set(kKey, "MDX Query Clock", 1u);
+    set(kKey, "MDX Query Log", (fFolder / "log.txt").string());
+    set(kKey, "MDX Query Clock", 1u);
     MDXQueryLog * const log = f.generator->GetMDXQueryLog();
     ASSERT_NE(nullptr, log);
     log->timeQuery(nullptr);
@@ -55,21 +54,19 @@ TEST_F(QueryLog, EntriesAndDurations) {
     log->logMessage("a message");
     log->logQuery(query.get(), nullptr);
 
-    std::string text = text_of(machine.folder() / "log.txt");
+    std::string text = text_of(fFolder / "log.txt");
     std::size_t const at = text.find("duration: ") + 10; // of the number, which varies
     std::string const seconds = text.substr(at, text.find(' ', at) - at);
     text.replace(at, seconds.size(), "?");
-    EXPECT_EQ("[Sales]: \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \nQuery duration: ? seconds\na message\n"
-              "[Sales]: \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \n",
-        text);
+    EXPECT_EQ(text, "[Sales]: \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \nQuery duration: ? seconds\na message\n[Sales]: \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \n");
     EXPECT_EQ(4u, seconds.size() - seconds.find('.'));
     EXPECT_GE(std::stod(seconds), 0.01); // the clock goes on while the process waits
     EXPECT_LE(std::stod(seconds), most.count() + 0.002);
 }
 
 TEST_F(QueryLog, ClosedLogDoesNothing) {
-    auto const file = machine.folder() / "missing/log.txt";
-    machine.set(kKey, "MDX Query Log", file.string());
+    auto const file = fFolder / "missing/log.txt";
+    set(kKey, "MDX Query Log", file.string());
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());
     MDXQueryLog log("[Sales]");
     EXPECT_FALSE(log.open(kKey));

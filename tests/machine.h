@@ -10,24 +10,19 @@
 
 // A machine for one test: with settings of its own, a folder for temporary files and one that is empty. After it the
 // process has its folder for temporary files back, but never again settings that are not a test's.
-class Machine {
-public:
+struct Machine {
+    std::filesystem::path const fBefore = std::filesystem::temp_directory_path(); // for temporary files
+    std::filesystem::path const fFolder = fBefore / ("machine-" + std::to_string(std::random_device()()));
+
     Machine();
     ~Machine();
-    Machine(Machine const &) = delete;
-    Machine & operator=(Machine const &) = delete;
 
-    std::filesystem::path const & folder() const { return fFolder; }
     // Where the library puts temporary files.
     std::filesystem::path temporary_folder() const { return fFolder / "temporary"; }
 
     // Puts a setting under a key of the local machine; all in UTF-8.
     void set(std::string const & key, std::string const & name, std::string const & text);
     void set(std::string const & key, std::string const & name, std::uint32_t number);
-
-private:
-    std::filesystem::path fBefore = std::filesystem::temp_directory_path(); // for temporary files
-    std::filesystem::path fFolder = fBefore / ("machine-" + std::to_string(std::random_device()()));
 };
 
 // The file's text, with each line ended by "\n" alone; its bytes as they are in the mode std::ios::binary.

@@ -3,11 +3,9 @@
 #include <cstdlib>
 #include <iomanip>
 
-namespace fs = std::filesystem;
-
 Machine::Machine() {
     for (char const * const folder : { "temporary", "settings/odbomodule", "home/.config/odbomodule" })
-        fs::create_directories(fFolder / folder);
+        std::filesystem::create_directories(fFolder / folder);
     ::setenv("XDG_CONFIG_HOME", (fFolder / "settings").c_str(), 1);
     ::setenv("HOME", (fFolder / "home").c_str(), 1);
     ::setenv("TMPDIR", temporary_folder().c_str(), 1);
@@ -15,10 +13,10 @@ Machine::Machine() {
 
 Machine::~Machine() {
     ::setenv("TMPDIR", fBefore.c_str(), 1);
-    fs::remove_all(fFolder);
+    std::filesystem::remove_all(fFolder);
 }
 
-static std::ofstream begin_setting(fs::path const & folder, std::string const & key, std::string const & name) {
+static std::ofstream begin_setting(std::filesystem::path const & folder, std::string const & key, std::string const & name) {
     std::ofstream file(folder / "settings/odbomodule/registry.reg", std::ios::app);
     file << "[HKEY_LOCAL_MACHINE\\" << key << "]\n" << std::quoted(name) << '=';
     return file;

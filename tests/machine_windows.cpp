@@ -4,19 +4,17 @@
 
 #include <stdexcept>
 
-namespace fs = std::filesystem;
-
-static std::wstring wide(std::string const & text) { return fs::path(std::u8string(text.begin(), text.end())).wstring(); }
+static std::wstring wide(std::string const & text) { return std::filesystem::path(std::u8string(text.begin(), text.end())).wstring(); }
 
 // The local machine is, for this process, a key of the user's: no rights are needed, and tests may run side by side.
-static std::wstring local_machine(fs::path const & folder) { return L"Software\\odbomodule tests\\" + folder.filename().wstring(); }
+static std::wstring local_machine(std::filesystem::path const & folder) { return L"Software\\odbomodule tests\\" + folder.filename().wstring(); }
 
 Machine::Machine() {
     HKEY key = nullptr;
     if (::RegCreateKeyW(HKEY_CURRENT_USER, local_machine(fFolder).c_str(), &key) != ERROR_SUCCESS || ::RegOverridePredefKey(HKEY_LOCAL_MACHINE, key) != ERROR_SUCCESS)
         throw std::runtime_error("no registry for a test");
     ::RegCloseKey(key);
-    fs::create_directories(temporary_folder());
+    std::filesystem::create_directories(temporary_folder());
     ::SetEnvironmentVariableW(L"TMP", temporary_folder().c_str());
 }
 
@@ -24,7 +22,7 @@ Machine::~Machine() {
     ::SetEnvironmentVariableW(L"TMP", fBefore.c_str());
     ::RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
     ::RegDeleteTreeW(HKEY_CURRENT_USER, local_machine(fFolder).c_str());
-    fs::remove_all(fFolder);
+    std::filesystem::remove_all(fFolder);
 }
 
 static void put(std::string const & key, std::string const & name, DWORD type, void const * value, std::size_t size) {

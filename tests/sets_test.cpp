@@ -68,15 +68,12 @@ TEST(MDXSet, Operations) {
         { CALL(f.set->TakeDescendants("[M]", nullptr, true, 0, "[X]")), "DESCENDANTS( [M], 0, SELF_AND_BEFORE )" },
         { CALL(f.set->TakeDescendants("[M]", nullptr, false, INT32_MIN, "")), "DESCENDANTS( [M], -2147483648, LEAVES )" },
         { CALL(f.set->TakeSubset(2, -1)->TakeSubset(3, INT32_MIN)->TakeSubset(4, 0)), "SUBSET( SUBSET( SUBSET( {A}, 2 ) , 3 ) , 4, 0 ) " },
-        { CALL(f.set->TakeSubset(INT32_MIN, INT32_MAX)), "SUBSET( {A}, -2147483648, 2147483647 ) " },
-        { CALL(f.set->Rank(f.field, f.other)), "Rank([F],{B})" },
         { CALL(f.set->Rank(f.field, f.set)), "Rank([F],{A})" },
         { CALL(f.set->TakeRank(f.field)), "Rank([F],{A})" },
         { CALL(f.set->generate("{S}", "")), "Generate( {S},  ) " },
         { CALL(f.set->TakeSubset(f.single, f.tuple)), "SUBSET( {A}, IIF( RANK( [F], {A} ) < RANK( ( [F], [G] ) , {A} ), RANK([F], {A} ) - 1, RANK( ( [F], [G] ) , {A} ) - 1) , "
                                                       "IIF( RANK ( [F], {A} ) < RANK( ( [F], [G] ) , {A} ), RANK(( [F], [G] ) , {A} ) - RANK([F], {A} ) + 1, "
                                                       "RANK([F], {A} ) - RANK(( [F], [G] ) , {A} ) + 1 ) )" },
-        { CALL(f.set->TakeSubset(f.empty, f.single)), raises(MDX_ERR_EMPTY_TUPLE) },
         { CALL(f.set->TakeSubset(f.single, f.empty)), raises(MDX_ERR_EMPTY_TUPLE) },
         { CALL(f.set->TakeSubset(f.single, 3, 0)),
             "SUBSET( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ), (RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) + 0 - 1 ), "

@@ -12,10 +12,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct SettingsFiles : testing::Test {
-    fs::path file(char const * folder = "settings") const { return machine.folder() / folder / "odbomodule/registry.reg"; }
-
-    Machine machine;
+struct SettingsFiles : testing::Test, Machine {
+    fs::path file(char const * home = "settings") const { return fFolder / home / "odbomodule/registry.reg"; }
 };
 
 std::string const kSection = "[HKEY_LOCAL_MACHINE\\Software\\Log]\r\n";
@@ -55,9 +53,9 @@ TEST_F(SettingsFiles, FirstFileWithTheValueWins) {
     EXPECT_EQ(setting("Both"), "first");
     EXPECT_EQ(setting("Home"), "home");
     EXPECT_EQ(setting("Kind"), "true");
-    ::setenv("XDG_CONFIG_HOME", fs::relative(machine.folder() / "settings").c_str(), 1); // not absolute
+    ::setenv("XDG_CONFIG_HOME", fs::relative(fFolder / "settings").c_str(), 1); // not absolute
     EXPECT_EQ(setting("Both"), "home");
-    ::setenv("HOME", fs::relative(machine.folder() / "home").c_str(), 1);
+    ::setenv("HOME", fs::relative(fFolder / "home").c_str(), 1);
     EXPECT_EQ(setting("Both"), "none");
 }
 
@@ -79,18 +77,19 @@ TEST_F(SettingsFiles, OfOthersAreNotWrittenTo) {
     FileLocator const named(shared.path().u16string());
     EXPECT_TRUE(File(shared).open("a+"));
     EXPECT_EQ(fs::status(shared.path()).permissions(), fs::perms(0600));
-    fs::rename(shared.path(), machine.folder() / "mine.txt");
+    fs::rename(shared.path(), fFolder / "mine.txt");
     fs::create_symlink("../mine.txt", shared.path());
     EXPECT_FALSE(File(shared).open("a+")) << "a link";
     EXPECT_TRUE(File(named).open("a+")) << "a link at a place of one's own";
-    fs::permissions(machine.temporary_folder(), fs::perms(0777));
+    fs::permissions(temporary_folder(), fs::perms(0777));
     EXPECT_FALSE(File(named).open("a+")) << "a link where all may write";
-    fs::rename(machine.folder() / "mine.txt", shared.path());
+    fs::rename(fFolder / "mine.txt", shared.path());
     EXPECT_TRUE(File(named).open("a+"));
-    if (::chown(shared.path().c_str(), 65534, 65534) == 0) { // as the administrator alone may
-        EXPECT_FALSE(File(named).open("a+")) << "a file of another user";
-    }
+    EXPECT_TRUE(::chown(shared.path().c_str(), 65534, 65534) != 0 || !File(named).open("a+")) << "a file of another user"; // which an administrator alone can make
     EXPECT_FALSE(File(FileLocator("/dev/null")).open("a+"));
+    ::setenv("TMPDIR", "temporary", 1); // not absolute
+    shared.setLocationToTemp();
+    EXPECT_EQ(shared.path(), "/tmp/log.txt");
 }
 
 }

@@ -27,12 +27,12 @@ TEST(SettingsRegistry, HasTextsOfTwoKinds) {
 
 TEST(SettingsFiles, ArePlainAndInNobodysWay) {
     Machine const machine;
-    FileLocator const named((machine.folder() / "log.txt").u16string());
+    FileLocator const named((machine.fFolder / "log.txt").u16string());
     File file(named);
     ASSERT_TRUE(file.open("a+"));
     file.writeLine("one\ntwo\r\n");
     EXPECT_EQ(text_of(named.path(), std::ios::binary), "one\r\ntwo\r\n\r\n");
-    auto const moved = machine.folder() / "moved.txt";
+    auto const moved = machine.fFolder / "moved.txt";
     EXPECT_TRUE(::MoveFileExW(named.path().c_str(), moved.c_str(), 0)) << ::GetLastError();
     file.writeLine("three");
     EXPECT_EQ(text_of(moved), "one\ntwo\n\nthree\n");

@@ -33,9 +33,9 @@ TEST(MDXSelectQuery, Text) {
     full->AddAxisSpecification(1, f.other, { "P", "Q", "R" }, MDXSelectQuery::NES_NON_EMPTY);
     full->AddAxisSpecification(2, f.set, { "P" }, static_cast<MDXSelectQuery::NonEmptyStatus>(2));
     EXPECT_EQ("DRILLTHROUGH SELECT {A} ON COLUMNS , NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS , {A} DIMENSION PROPERTIES P ON AXIS(2) FROM [Sales] ", mdx_of(*full));
-    EXPECT_EQ("DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS ,\n       NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS ,\n       {A} DIMENSION PROPERTIES P ON AXIS(2) "
-              "\nFROM [Sales] ",
-        full->getText(true).toUTF8());
+    EXPECT_EQ(full->getText(true).toUTF8(),
+        "DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS ,\n       NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS ,\n       {A} DIMENSION PROPERTIES P ON AXIS(2) "
+        "\nFROM [Sales] ");
     full->AddMemberFormula(f.field, f.value, 7, {}, {});
     full->AddSetFormula("N", f.other);
     full->AddSetFormula("O", f.set);
@@ -44,13 +44,13 @@ TEST(MDXSelectQuery, Text) {
     full->AddCellProperty("P");
     full->AddCellProperties({});
     full->AddCellProperties({ "Q", "R" });
-    EXPECT_EQ("WITH MEMBER [F] AS V, SOLVE_ORDER = 7  SET N AS {B}   SET O AS {A}  DRILLTHROUGH SELECT {A} ON COLUMNS , NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS , "
-              "{A} DIMENSION PROPERTIES P ON AXIS(2) FROM [Sales] WHERE ( [F], [G] )   CELL PROPERTIES P, Q, R",
-        mdx_of(*full));
-    EXPECT_EQ("WITH \n       MEMBER [F] AS V, SOLVE_ORDER = 7 \n       SET N AS {B}  \n       SET O AS {A}  DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS ,\n"
-              "       NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS ,\n       {A} DIMENSION PROPERTIES P ON AXIS(2) \nFROM [Sales] "
-              "\nWHERE \n      ( [F], [G] )   CELL PROPERTIES P, Q, R",
-        full->getText(true).toUTF8());
+    EXPECT_EQ(mdx_of(*full),
+        "WITH MEMBER [F] AS V, SOLVE_ORDER = 7  SET N AS {B}   SET O AS {A}  DRILLTHROUGH SELECT {A} ON COLUMNS , NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS , "
+        "{A} DIMENSION PROPERTIES P ON AXIS(2) FROM [Sales] WHERE ( [F], [G] )   CELL PROPERTIES P, Q, R");
+    EXPECT_EQ(full->getText(true).toUTF8(),
+        "WITH \n       MEMBER [F] AS V, SOLVE_ORDER = 7 \n       SET N AS {B}  \n       SET O AS {A}  DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS ,\n"
+        "       NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS ,\n       {A} DIMENSION PROPERTIES P ON AXIS(2) \nFROM [Sales] "
+        "\nWHERE \n      ( [F], [G] )   CELL PROPERTIES P, Q, R");
 }
 
 TEST(MDXSelectQuery, Refusals) {

@@ -135,8 +135,7 @@ TEST(BaseError, HasAMessageWithItsInserts) {
         { error(0x2017076, { "7" }).getText(), "The value 7 is out of range for the enumeration ." },
         { error(0x2017071, { "7" }).getText(), "Error 0x02017071 of the module ODBOMODULE." } });
     EXPECT_EQ(failure.hResult(), static_cast<std::int32_t>(0x82017076));
-    EXPECT_EQ(failure.getInsert(2), nullptr);
-    EXPECT_EQ(failure.getInsert(-1), nullptr);
+    EXPECT_TRUE(failure.getInsert(2) == nullptr && failure.getInsert(-1) == nullptr);
     LogLines lines;
     failure.log();
     EXPECT_EQ(lines.fAll, std::vector<std::string>{ "2017076 1 ODBOMODULE/: The value %2 is out of range for the enumeration Sort::direction." });
