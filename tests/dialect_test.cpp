@@ -1,5 +1,7 @@
 #include "fixture.h"
 
+#include <stdexcept>
+
 TEST(Dialect, Factories) {
     Fixture f(kDialect);
     MDXQueryGenerator & g = *f.generator;
@@ -28,14 +30,14 @@ TEST(Dialect, FieldFactories) {
         EXPECT_EQ("A.[x]y]", made(g.GenerateField("A", "x]y")));
         EXPECT_EQ("[F]", made(g.GenerateField(f.field)));
         EXPECT_EQ("[H].[City].[x]y]", made(g.GenerateField(&f.city, "x]y")));
-        EXPECT_EQ("[D].DEFAULTMEMBER", made(g.GenerateField(&f.dimension)));
+        EXPECT_EQ("[Dim].DEFAULTMEMBER", made(g.GenerateField(&f.dimension)));
         EXPECT_EQ("[H].[Japan]", made(g.GenerateField(&f.member)));
         EXPECT_EQ(" 'x' ", made(g.GenerateField(" 'x' ")));
         EXPECT_EQ("[H].DEFAULTMEMBER", made(g.GenerateField(&f.h)));
-        EXPECT_EQ(flat ? "[D.H].[x]]y]" : "[H].[x]]y]", made(g.GenerateField(&f.h, "x]y")));
+        EXPECT_EQ(flat ? "[D.N].[x]]y]" : "[H].[x]]y]", made(g.GenerateField(&f.h, "x]y")));
         EXPECT_EQ(flat ? "[D].[]" : "[Unnamed].[]", made(g.GenerateField(&unnamed, "")));
-        EXPECT_EQ(flat ? "[D.H].[x]y]" : "[H].[x]y]", made(g.GenerateField(&f.calculation, "x]y")));
-        EXPECT_EQ(flat ? "[D.H].[x]" : "[H].[x]", made(g.GenerateField(&f.child, "x")));
+        EXPECT_EQ(flat ? "[D.N].[x]y]" : "[H].[x]y]", made(g.GenerateField(&f.calculation, "x]y")));
+        EXPECT_EQ(flat ? "[D.N].[x]" : "[H].[x]", made(g.GenerateField(&f.child, "x")));
         EXPECT_EQ(flat ? "[D].[x]" : "[Unnamed].[x]", made(g.GenerateField(&under, "x")));
         EXPECT_EQ(flat ? 0 : 4, g.GetServerType());
     }
@@ -44,7 +46,7 @@ TEST(Dialect, FieldFactories) {
 // What a row changes about the cube comes before the comma.
 TEST(Dialect, Operations) {
     check<MDXField, kFlatDialect>({
-        { CALL(f.field->TakeParentOfCalculation(&f.child)), "[D.H]" },
+        { CALL(f.field->TakeParentOfCalculation(&f.child)), "[D.N]" },
         { CALL(f.dimension.fName = "S]", f.h.fName = "[G]", f.field->TakeParentOfCalculation(&f.child)), "[S].[G]]" },
     });
     check<MDXField, kDialect>({
@@ -69,7 +71,7 @@ TEST(Dialect, Operations) {
         { CALL(f.h.fCalculations = { { 1, &f.child } }, f.set->TakeLeafNodes(&f.h)), "[H].LEVELS(2).MEMBERS " },
         { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, -1, 2)),
             " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER.PARENT.PARENT, [H].CURRENTMEMBER.PARENT, [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
-        { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, true, -1, 1)),
+        { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, true, 1, -1)),
             " GENERATE( {S} , { { ANCESTOR( [H].CURRENTMEMBER.PARENT, { [H].CURRENTMEMBER.PARENT, [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) }, "
             "{ ANCESTOR( [H].CURRENTMEMBER.PARENT, { [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) } } ) " },
         { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, -1, -1)), " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
@@ -81,6 +83,20 @@ TEST(Dialect, Operations) {
         { CALL(f.set->TakeChildren(f.other, &f.h, false, -1, "")), "GENERATE( {B}, [H].CURRENTMEMBER.CHILDREN )" },
         { CALL(f.set->TakeChildren(f.set, &f.h, true, 0, "")), "GENERATE( {A}, [H].CURRENTMEMBER.CHILDREN )+{A}" },
     });
+}
+
+// A calculation that the host cannot name any more.
+struct Nameless final : BRIM_o::Calculation {
+    BRIM_o::Hierarchy const * getHierarchy() const override { return nullptr; }
+    KelpString getUniqueName() const override { throw std::runtime_error("host"); }
+    KelpString getParentUniqueName() const override { return {}; }
+};
+
+TEST(Dialect, HierarchizeKeepsWhatItHasDone) {
+    Fixture f(kDialect);
+    Nameless nameless;
+    EXPECT_THROW(f.set->Hierarchize(true, &f.h, false, { &nameless }), std::runtime_error);
+    EXPECT_EQ("HIERARCHIZE( STRIPCALCULATEDMEMBERS( {A} )  ) ", mdx_of(*f.set));
 }
 
 TEST(Dialect, Statements) {
@@ -95,21 +111,21 @@ TEST(Dialect, Statements) {
     f.set->SetExpression("{'A'}");
     EXPECT_FALSE(select->SpecifyDrillThrough());
     select->AddMemberFormula(f.field, value.get(), 3, { "FORMAT_STRING" }, { "'#,#'" });
-    select->AddMemberFormula(f.second, f.weight, -1, {}, {});
+    select->AddMemberFormula(f.second->ReplaceName("[G's]"), f.weight, -1, {}, {});
     select->AddSetFormula("N", f.set);
     select->AddAxisSpecification(0, f.set, {}, MDXSelectQuery::NES_NON_EMPTY);
     select->AddAxisSpecification(1, f.other, { "P", "Q" }, MDXSelectQuery::NES_ALL);
     select->AddSlicerSpecification(f.field->TakeParentOfCalculation(&f.child));
     select->AddSlicerSpecification(f.second);
     select->AddCellProperties({ "FORMATTED_VALUE" });
-    EXPECT_EQ(mdx_of(*select), "WITH MEMBER [D.H] AS ' ''v'' ' , SOLVE_ORDER = 3, FORMAT_STRING = '#,#'  MEMBER [G] AS ' W '    SET N AS ' {''A''} '  "
-                               "SELECT NON EMPTY {'A'} ON COLUMNS , {B} DIMENSION PROPERTIES P, Q ON ROWS FROM [Sales] WHERE ( [D.H], [G] )   CELL PROPERTIES FORMATTED_VALUE");
+    EXPECT_EQ(mdx_of(*select), "WITH MEMBER [D.N] AS ' ''v'' ' , SOLVE_ORDER = 3, FORMAT_STRING = '#,#'  MEMBER [G's] AS ' W '    SET N AS ' {''A''} '  "
+                               "SELECT NON EMPTY {'A'} ON COLUMNS , {B} DIMENSION PROPERTIES P, Q ON ROWS FROM [Sales] WHERE ( [D.N], [G's] )   CELL PROPERTIES FORMATTED_VALUE");
     select->AddMemberFormula(f.field, f.value, -1, { "P" }, {});
     EXPECT_EQ(raises(MDX_ERR_PROPERTY_COUNT_MISMATCH), error_of([&] { select->getText(false); }));
 
     create->AddMemberFormula(f.field, value.get(), 0, {}, {});
     create->AddSetFormula("N", f.set);
-    EXPECT_EQ("CREATE MEMBER [Sales].[D.H] AS ' ''v'' ' , SOLVE_ORDER = 0 SET [Sales].N AS ' {''A''} ' ", create->getText(true).toUTF8());
+    EXPECT_EQ("CREATE MEMBER [Sales].[D.N] AS ' ''v'' ' , SOLVE_ORDER = 0 SET [Sales].N AS ' {''A''} ' ", create->getText(true).toUTF8());
     drop->AddSetToDrop("S");
     EXPECT_EQ("DROP SET [Sales].S ", mdx_of(*drop));
 }

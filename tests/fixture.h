@@ -46,8 +46,8 @@ struct Fixture {
     std::unique_ptr<MDXQueryGenerator> generator; // on the cube [Sales]
 
     // The cube's parts; the hierarchy `h` has three levels and no calculated member at first.
-    memory_cube::Dimension dimension{ "D", "[D]" };
-    memory_cube::Hierarchy h{ &dimension, "H", "[H]" };
+    memory_cube::Dimension dimension{ "D", "[Dim]" };
+    memory_cube::Hierarchy h{ &dimension, "N", "[H]" };
     memory_cube::Level country{ "[H].[Country]" }, city{ "[H].[City]" }, shop{ "[H].[Shop]" };
     memory_cube::Member member{ "[H].[Japan]" };
     memory_cube::Calculation calculation{ &h, "[H].[North]" };

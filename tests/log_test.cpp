@@ -44,6 +44,7 @@ TEST_F(QueryLog, EntriesAndDurations) {
     log->timeQuery(nullptr);
     auto const before = std::chrono::steady_clock::now();
     log->timeQuery(&timer);
+    ASSERT_NE(&own, timer);
     // The timer stays with its holder when nothing is written.
     log->logQuery(nullptr, timer);
     RefPtr<MDXQuery> const broken(f.generator->GenerateQuery(MDXQuery::QT_DROP, nullptr));

@@ -8,7 +8,7 @@
 #include <sstream>
 #include <string>
 
-// A machine for one test: with settings of its own, a folder for temporary files and one that is empty. After it the
+// A machine for one test: with settings and a folder of its own, and in that one for temporary files. After it the
 // process has its folder for temporary files back, but never again settings that are not a test's.
 struct Machine {
     std::filesystem::path const fBefore = std::filesystem::temp_directory_path(); // for temporary files

@@ -11,6 +11,9 @@ tests=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
+# check HOW PROGRAM: the program prints what README.md shows.
+check() { "$tests/readme_test.sh" "${emulator[@]}" "$2" || { echo "this is the program that was built by $1" >&2; exit 1; }; }
+
 cmake --install "$build" --prefix "$work/first" > "$work/log"
 mv "$work/first" "$work/prefix"
 
@@ -28,7 +31,7 @@ fi
 cmake -G Ninja -S "$tests/package" -B "$work/host" "${options[@]}" \
     > "$work/log" 2>&1 && cmake --build "$work/host" >> "$work/log" 2>&1 || { cat "$work/log" >&2; exit 1; }
 suffix=$([[ -z $toolchain ]] || echo .exe)
-"$tests/readme_test.sh" "${emulator[@]}" "$work/host/host$suffix"
+check CMake "$work/host/host$suffix"
 
 PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name odbomodule.pc)")
 export PKG_CONFIG_PATH
@@ -36,4 +39,4 @@ rpath=()
 [[ -n $toolchain ]] || rpath=(-Wl,-rpath,"$(pkg-config --variable=libdir odbomodule)")
 # shellcheck disable=SC2046 # the flags are words
 "$compiler" -std=c++17 "$tests/../examples/readme_example.cpp" -o "$work/pc_host$suffix" $(pkg-config --cflags --libs odbomodule) "${rpath[@]}"
-"$tests/readme_test.sh" "${emulator[@]}" "$work/pc_host$suffix"
+check pkg-config "$work/pc_host$suffix"

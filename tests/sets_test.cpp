@@ -29,7 +29,8 @@ TEST(MDXSet, Operations) {
         { CALL(f.set->nonEmptyCrossjoin(f.other)), "CROSSJOIN( {A}, {B} )" },
         { CALL(f.set->Intersect(f.other)), "INTERSECT( {A}, {B} ) " },
         { CALL(f.set->AddField(*f.field, true)), "UNION( {A}, { [F] } )" },
-        { CALL(f.set->AddField(*f.field, false)->Delimit()), "{ {A}, [F] } " },
+        { CALL(f.set->AddField(*f.field, false)), "{A}, [F]" },
+        { CALL(f.set->Delimit()), "{ {A} } " },
         { CALL(f.set->AddCalculations()), "ADDCALCULATEDMEMBERS( {A} ) " },
         { CALL(f.set->SpecifyDistinct()), "DISTINCT( {A} ) " },
         { CALL(f.set->TakeTail()), "TAIL( {A} ) " },
@@ -68,9 +69,9 @@ TEST(MDXSet, Operations) {
         { CALL(f.set->TakeDescendants("[M]", nullptr, true, 0, "[X]")), "DESCENDANTS( [M], 0, SELF_AND_BEFORE )" },
         { CALL(f.set->TakeDescendants("[M]", nullptr, false, INT32_MIN, "")), "DESCENDANTS( [M], -2147483648, LEAVES )" },
         { CALL(f.set->TakeSubset(2, -1)->TakeSubset(3, INT32_MIN)->TakeSubset(4, 0)), "SUBSET( SUBSET( SUBSET( {A}, 2 ) , 3 ) , 4, 0 ) " },
-        { CALL(f.set->Rank(f.field, f.set)), "Rank([F],{A})" },
+        { CALL(f.set->Rank(f.field, f.other)), "Rank([F],{B})" },
         { CALL(f.set->TakeRank(f.field)), "Rank([F],{A})" },
-        { CALL(f.set->generate("{S}", "")), "Generate( {S},  ) " },
+        { CALL(f.set->generate("{S}", "[E]")), "Generate( {S}, [E] ) " },
         { CALL(f.set->TakeSubset(f.single, f.tuple)), "SUBSET( {A}, IIF( RANK( [F], {A} ) < RANK( ( [F], [G] ) , {A} ), RANK([F], {A} ) - 1, RANK( ( [F], [G] ) , {A} ) - 1) , "
                                                       "IIF( RANK ( [F], {A} ) < RANK( ( [F], [G] ) , {A} ), RANK(( [F], [G] ) , {A} ) - RANK([F], {A} ) + 1, "
                                                       "RANK([F], {A} ) - RANK(( [F], [G] ) , {A} ) + 1 ) )" },

@@ -128,7 +128,8 @@ BaseError error(std::uint32_t code, std::initializer_list<char const *> inserts)
 }
 
 TEST(BaseError, HasAMessageWithItsInserts) {
-    for (auto const code : std::initializer_list<std::uint32_t>{ 0x201706B, 0x201706C, 0x201706D, 0x201706E, 0x201706F, 0x2017070, 0x2017077, 0x2017078, 0x2017079 })
+    for (auto const code : std::initializer_list<std::uint32_t>{ MDX_ERR_NO_AXES, MDX_ERR_AXIS_OUT_OF_ORDER, MDX_ERR_NO_FORMULAS, MDX_ERR_PROPERTY_COUNT_MISMATCH,
+             MDX_ERR_NOTHING_TO_DROP, MDX_ERR_MIXED_DROP, MDX_ERR_BAD_ENUM, MDX_ERR_MISSING_TUPLE, MDX_ERR_EMPTY_TUPLE, MDX_ERR_BAD_EXPRESSION })
         EXPECT_EQ(error(code, {}).getText().find(u"Error 0x"), KelpString::npos) << code;
     auto const failure = error(0x2017076, { "%2", "Sort::direction" });
     expect_texts({ { failure.getText(), "The value %2 is out of range for the enumeration Sort::direction." },
