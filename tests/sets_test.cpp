@@ -21,6 +21,7 @@ TEST(MDXSet, CopyAndAssignment) {
 
 TEST(MDXSet, Operations) {
     check<MDXSet, kBoth>({
+        // Algebra
         { CALL(*f.set += *f.field), "UNION( {A}, { [F] } )" },
         { CALL(*f.set += *f.other), "UNION( {A}, {B} )" },
         { CALL(*f.set += *f.set), "UNION( {A}, {A} )" },
@@ -40,6 +41,7 @@ TEST(MDXSet, Operations) {
         { CALL(f.set->SetExpression("")), "" },
         { CALL(f.set->Extract("{S}", &f.h)), " { Extract( {S}, [H] ) } " },
         { CALL(f.set->removeCalculationsSpecial(nullptr)), "{A}" },
+        // Levels and drilling
         { CALL(f.set->TakeTopLevel(&f.h)), " { [H].[Country].Members  } " },
         { CALL(f.set->TakeTopLevel(nullptr)), " {  } " },
         { CALL(f.h.fLevels.clear(), f.set->TakeTopLevel(&f.h)), " {  } " },
@@ -57,6 +59,7 @@ TEST(MDXSet, Operations) {
         { CALL(f.set->DrillUpOnSet("[X]")), "DRILLUPMEMBER( Hierarchize( {A} ) , [X] ) " },
         { CALL(f.set->DrillUpOnSet(f.set)), "DRILLUPMEMBER( Hierarchize( {A} ) , {A} ) " },
         { CALL(f.set->ToggleDrillStateOnSet(f.other, false)->ToggleDrillStateOnSet(f.other, true)), "TOGGLEDRILLSTATE( TOGGLEDRILLSTATE( {A}, {B} ) , {B}, RECURSIVE )" },
+        // Ancestors and descendants
         { CALL(f.set->TakeAncestorsOfMember("[M]", true, INT32_MIN)), " { Ancestor( [M], {[M]}.Item(0).Item(0).Level ) } " },
         { CALL(f.set->TakeAncestorsOfMember("[M]", false, 2)), " { Ancestor( [M], {[M].Parent.Parent, [M].Parent, [M]}.Item(0).Item(0).Level ) } " },
         { CALL(f.set->TakeAncestorsOfMember("[M]", true, 2)), " { Ancestor( [M], {[M].Parent.Parent, [M].Parent, [M]}.Item(0).Item(0).Level ), "
@@ -68,6 +71,7 @@ TEST(MDXSet, Operations) {
         { CALL(f.set->TakeDescendants("[M]", &f.h, false, -1, "[X]")), "DESCENDANTS( [M], [H].LEVELS.COUNT - 1, LEAVES )" },
         { CALL(f.set->TakeDescendants("[M]", nullptr, true, 0, "[X]")), "DESCENDANTS( [M], 0, SELF_AND_BEFORE )" },
         { CALL(f.set->TakeDescendants("[M]", nullptr, false, INT32_MIN, "")), "DESCENDANTS( [M], -2147483648, LEAVES )" },
+        // Subsets
         { CALL(f.set->TakeSubset(2, -1)->TakeSubset(3, INT32_MIN)->TakeSubset(4, 0)), "SUBSET( SUBSET( SUBSET( {A}, 2 ) , 3 ) , 4, 0 ) " },
         { CALL(f.set->Rank(f.field, f.other)), "Rank([F],{B})" },
         { CALL(f.set->TakeRank(f.field)), "Rank([F],{A})" },
@@ -93,6 +97,7 @@ TEST(MDXSet, Operations) {
             "RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 -1 , 0 ) , RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) + 2147483647 - "
             "IIF( RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 > 0, RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 -1 , 0 )  ) " },
         { CALL(f.set->TakeSubset(f.empty, 1, 2)), raises(MDX_ERR_EMPTY_TUPLE) },
+        // Filters, orders and extremes
         { CALL(f.set->TakeFilter(f.value)), "FILTER( {A}, V)" },
         { CALL(f.set->TakeFilter(f.condition)), "FILTER( {A},  c )" },
         { CALL(f.set->Order(0, f.tuple)->Order(1, f.single)), "ORDER( ORDER( {A}, ( [F], [G] ) , ASC ) , [F], DESC ) " },
