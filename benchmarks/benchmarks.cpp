@@ -1,9 +1,9 @@
-#include "memory_cube.h"
-#include "odbomodule.h"
-#include "ratio_table.h"
+#include "benchmarks/ratio_table.h"
+#include "examples/memory_cube.h"
+#include "odbomodule/odbomodule.h"
 
-#include "frame/concat.h"
-#include "host/string_converters.h"
+#include "odbomodule/base/text.h"
+#include "odbomodule/host/string_converters.h"
 
 #include <cstdint>
 #include <deque>

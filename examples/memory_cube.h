@@ -1,7 +1,7 @@
 #pragma once
-#include "host/automation.h"
-#include "host/cube_model.h"
-#include "host/expression.h"
+#include "odbomodule/host/automation.h"
+#include "odbomodule/host/cube_model.h"
+#include "odbomodule/host/expression.h"
 
 #include <cstddef>
 #include <string>

@@ -1,4 +1,4 @@
-#include "odbomodule.h"
+#include <odbomodule/odbomodule.h>
 #include <iostream>
 
 int main()

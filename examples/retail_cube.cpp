@@ -1,6 +1,6 @@
-#include "retail_cube.h"
+#include "examples/retail_cube.h"
 
-#include "expressions/member_names.h"
+#include "odbomodule/expressions/member_names.h"
 
 #include <stdexcept>
 

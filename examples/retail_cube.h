@@ -1,5 +1,5 @@
 #pragma once
-#include "memory_cube.h"
+#include "examples/memory_cube.h"
 
 #include <deque>
 #include <map>

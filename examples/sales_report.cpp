@@ -1,6 +1,6 @@
 // Composes the statements of a small sales report and prints them. Each function shows one of them.
-#include "odbomodule.h"
-#include "retail_cube.h"
+#include "examples/retail_cube.h"
+#include "odbomodule/odbomodule.h"
 
 #include <iostream>
 #include <memory>

@@ -1,6 +1,6 @@
 #undef NDEBUG // the invariants are assertions
-#include "memory_cube.h"
-#include "odbomodule.h"
+#include "examples/memory_cube.h"
+#include "odbomodule/odbomodule.h"
 
 #include <cassert>
 #include <deque>

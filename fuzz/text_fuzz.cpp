@@ -1,7 +1,7 @@
 #undef NDEBUG // the invariants are assertions
-#include "host/automation.h"
-#include "host/string_converters.h"
-#include "odbomodule.h"
+#include "odbomodule/host/automation.h"
+#include "odbomodule/host/string_converters.h"
+#include "odbomodule/odbomodule.h"
 
 #include <algorithm>
 #include <cassert>

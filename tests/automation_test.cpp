@@ -1,7 +1,7 @@
-#include "fixture.h"
+#include "tests/fixture.h"
 
-#include "host/automation.h"
-#include "host/string_converters.h"
+#include "odbomodule/host/automation.h"
+#include "odbomodule/host/string_converters.h"
 
 #include <cmath>
 #include <cstdlib>

@@ -1,8 +1,8 @@
 #pragma once
-#include "memory_cube.h"
-#include "odbomodule.h"
+#include "examples/memory_cube.h"
+#include "odbomodule/odbomodule.h"
 
-#include "host/core_log.h"
+#include "odbomodule/host/core_log.h"
 
 #include <gtest/gtest.h>
 

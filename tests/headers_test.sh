@@ -12,15 +12,15 @@ failed=0
 for header; do
     printf '#include <%s>\n#include <%s>\n' "$header" "$header" |
         "$compiler" -std=c++17 -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror \
-            -I "$root/source" -x c++ - || { echo "does not stand alone: $header" >&2; failed=1; }
+            -I "$root" -x c++ - || { echo "does not stand alone: $header" >&2; failed=1; }
 done
 
 # The names of the macros behind the text on standard input; those with a "_" ahead are the compiler's to use.
 macros() {
-    "$compiler" -std=c++17 -I "$root/source" -x c++ -dM -E - | sed -E 's/^#define ([A-Za-z0-9_]+).*/\1/' | sort -u
+    "$compiler" -std=c++17 -I "$root" -x c++ -dM -E - | sed -E 's/^#define ([A-Za-z0-9_]+).*/\1/' | sort -u
 }
-all=$(macros <<< '#include "odbomodule.h"')
-standard=$(cd "$root/source" && grep -hE '^#include <[a-z_]+>' "$@" | sort -u | macros)
+all=$(macros <<< '#include <odbomodule/odbomodule.h>')
+standard=$(cd "$root" && grep -hE '^#include <[a-z_]+>' "$@" | sort -u | macros)
 ours=$(comm -13 <(printf '%s\n' "$standard") <(printf '%s\n' "$all") | grep -v '^_' | xargs)
 if [[ $ours != "MDX_API MDX_EXPORT MDX_IMPORT SUPPORT_API SUPPORT_TYPE" ]]; then
     echo "odbomodule.h brings these macros: $ours" >&2

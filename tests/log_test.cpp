@@ -1,5 +1,5 @@
-#include "fixture.h"
-#include "machine.h"
+#include "tests/fixture.h"
+#include "tests/machine.h"
 
 #include <chrono>
 #include <thread>

@@ -1,4 +1,4 @@
-#include "machine.h"
+#include "tests/machine.h"
 
 #include <cstdlib>
 #include <iomanip>

@@ -1,6 +1,6 @@
-#include "machine.h"
+#include "tests/machine.h"
 
-#include "host/automation.h"
+#include "odbomodule/host/automation.h"
 
 #include <stdexcept>
 

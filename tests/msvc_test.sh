@@ -19,15 +19,15 @@ failed=0
 # check WHAT ARGUMENT...
 check() {
     "$clang" --target=x86_64-pc-windows-msvc -fno-ms-compatibility -U_MSC_VER -fgnuc-version=12.2.0 -D__MINGW32__ \
-        -D__MINGW64__ -D__declspec=__declspec -nostdinc++ "${includes[@]}" -I "$root/source" -I "$root/support" \
+        -D__MINGW64__ -D__declspec=__declspec -nostdinc++ "${includes[@]}" -I "$root" \
         -Wall -Wextra -Wpedantic -Werror -fsyntax-only -x c++ "${@:2}" || { echo "not as it should be: $1" >&2; failed=1; }
 }
-cd "$root/source"
-host=$(printf '#include "%s"\n' odbomodule.h dialect/*.h host/*.h)
+cd "$root"
+host=$(printf '#include "%s"\n' odbomodule/odbomodule.h odbomodule/dialect/*.h odbomodule/host/*.h)
 check "the headers for a host" -std=c++17 - <<< "$host"
 check "the headers for the module" -std=c++20 -DODBOMODULE_BUILD - <<< "$host"
-check "the headers for the support library" -std=c++20 -DSUPPORT_DLL_BUILD - <<< "$(printf '#include "%s"\n' host/*.h)"
-check library_entry.cpp -std=c++20 -DODBOMODULE_BUILD frame/library_entry.cpp
+check "the headers for the support library" -std=c++20 -DSUPPORT_DLL_BUILD - <<< "$(printf '#include "%s"\n' odbomodule/host/*.h)"
+check library_entry.cpp -std=c++20 -DODBOMODULE_BUILD odbomodule/base/library_entry.cpp
 for source in "$root"/support/windows/*.cpp; do
     check "$source" -std=c++20 -DSUPPORT_DLL_BUILD "$source"
 done

@@ -13,8 +13,8 @@ rows=$(awk -F '` [|] `' '/^## / { inside = $0 == "## Calls and texts" }
 [[ $rows ]] || { echo "README.md has no table of calls and texts" >&2; exit 1; }
 
 cat > "$folder/texts.cpp" <<END
-#include "memory_cube.h"
-#include "odbomodule.h"
+#include "examples/memory_cube.h"
+#include "odbomodule/odbomodule.h"
 #include <iostream>
 
 static bool good = true;
@@ -51,5 +51,5 @@ libraries=()
 for library; do
     libraries+=("$library" "-Wl,-rpath,$(dirname "$library")")
 done
-"$compiler" -std=c++17 -I "$root/source" -I "$root/examples" "$folder/texts.cpp" "${libraries[@]}" -o "$folder/texts"
+"$compiler" -std=c++17 -I "$root" "$folder/texts.cpp" "${libraries[@]}" -o "$folder/texts"
 "$folder/texts"

@@ -1,4 +1,4 @@
-#include "fixture.h"
+#include "tests/fixture.h"
 
 #include <stdexcept>
 

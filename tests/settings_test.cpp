@@ -1,6 +1,6 @@
-#include "machine.h"
+#include "tests/machine.h"
 
-#include "host/file.h"
+#include "odbomodule/host/file.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "machine.h"
+#include "tests/machine.h"
 
-#include "host/automation.h"
-#include "host/file.h"
+#include "odbomodule/host/automation.h"
+#include "odbomodule/host/file.h"
 
 #include <gtest/gtest.h>
 

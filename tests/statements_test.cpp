@@ -1,6 +1,6 @@
-#include "fixture.h"
+#include "tests/fixture.h"
 
-#include "statements/formula_specifications.h"
+#include "odbomodule/statements/formula_specifications.h"
 
 namespace {
 

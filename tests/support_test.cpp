@@ -1,8 +1,8 @@
-#include "fixture.h"
+#include "tests/fixture.h"
 
-#include "host/base_error.h"
-#include "host/core_log.h"
-#include "host/string_converters.h"
+#include "odbomodule/host/base_error.h"
+#include "odbomodule/host/core_log.h"
+#include "odbomodule/host/string_converters.h"
 
 #include <limits>
 #include <sstream>

@@ -1,6 +1,6 @@
-#include "fixture.h"
+#include "tests/fixture.h"
 
-#include "frame/concat.h"
+#include "odbomodule/base/text.h"
 
 #include <cstdlib>
 #include <new>

@@ -1,6 +1,7 @@
-#include "host/base_error.h"
-#include "common/error_messages.h"
-#include "host/core_log.h"
+#include "odbomodule/host/base_error.h"
+
+#include "odbomodule/host/core_log.h"
+#include "support/common/error_messages.h"
 
 BRIM_o::AnyErrorInsert::~AnyErrorInsert() = default;
 BRIM_o::AnyError::~AnyError() = default;

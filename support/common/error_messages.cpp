@@ -1,4 +1,4 @@
-#include "common/error_messages.h"
+#include "support/common/error_messages.h"
 
 // The numbers stand here a second time, so that this library needs nothing of the modules that raise them.
 char const * error_message(std::uint32_t code) noexcept

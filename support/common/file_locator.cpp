@@ -1,5 +1,6 @@
-#include "common/paths.h"
-#include "host/file.h"
+#include "support/common/paths.h"
+
+#include "odbomodule/host/file.h"
 
 FileLocator::FileLocator(KelpString const & path) : fPath(native_path(path)) {}
 

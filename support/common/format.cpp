@@ -1,5 +1,6 @@
-#include "host/format.h"
-#include "common/narrow_text.h"
+#include "odbomodule/host/format.h"
+
+#include "support/common/narrow_text.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,5 +1,6 @@
-#include "host/kelp_string.h"
-#include "common/narrow_text.h"
+#include "odbomodule/host/kelp_string.h"
+
+#include "support/common/narrow_text.h"
 
 #include <algorithm>
 #include <cstring>

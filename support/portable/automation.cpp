@@ -1,6 +1,7 @@
-#include "host/automation.h"
-#include "common/narrow_text.h"
-#include "host/string_converters.h"
+#include "odbomodule/host/automation.h"
+
+#include "odbomodule/host/string_converters.h"
+#include "support/common/narrow_text.h"
 
 #include <algorithm>
 #include <charconv>

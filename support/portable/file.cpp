@@ -1,4 +1,4 @@
-#include "host/file.h"
+#include "odbomodule/host/file.h"
 
 #include <cerrno>
 #include <fcntl.h>

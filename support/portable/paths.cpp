@@ -1,4 +1,4 @@
-#include "common/paths.h"
+#include "support/common/paths.h"
 
 #include <cstdlib>
 #include <string>

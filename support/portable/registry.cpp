@@ -1,5 +1,6 @@
-#include "host/registry.h"
-#include "portable/registry_text.h"
+#include "odbomodule/host/registry.h"
+
+#include "support/portable/registry_text.h"
 
 #include <cerrno>
 #include <cstdlib>

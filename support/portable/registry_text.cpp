@@ -1,5 +1,6 @@
-#include "portable/registry_text.h"
-#include "common/narrow_text.h"
+#include "support/portable/registry_text.h"
+
+#include "support/common/narrow_text.h"
 
 namespace {
 

@@ -1,5 +1,6 @@
-#include "host/automation.h"
-#include "host/file.h"
+#include "odbomodule/host/automation.h"
+
+#include "odbomodule/host/file.h"
 
 #include <string>
 #include <string_view>

@@ -1,5 +1,6 @@
-#include "common/paths.h"
-#include "host/automation.h"
+#include "support/common/paths.h"
+
+#include "odbomodule/host/automation.h"
 
 #include <iterator>
 

@@ -1,5 +1,6 @@
-#include "host/registry.h"
-#include "host/automation.h"
+#include "odbomodule/host/registry.h"
+
+#include "odbomodule/host/automation.h"
 
 #include <algorithm>
 #include <string>

@@ -1,0 +1,60 @@
+#pragma once
+#include "odbomodule/host/core_log.h"
+#include "odbomodule/host/export.h"
+#include "odbomodule/host/kelp_string.h"
+
+#include <cstdint>
+#include <memory>
+class WirralMutex;
+
+namespace support {
+
+struct ObjectClass;
+
+// What every statement and expression is: an object that counts its holders. Born with one reference,
+// which belongs to whoever made it; the last unuse() deletes it. use() and unuse() may be called from any
+// thread; everything else on one object from one thread at a time. Objects may be made on several threads.
+//
+// Under the log module "MEMORY" from level 4 on, a line tells that an object was created or destroyed, under
+// "INTERFACE" from level 5 on, that its count was raised or lowered; the sub-module is the class's name.
+class MDX_API RefCount {
+public:
+    RefCount(KelpString const & name, std::int32_t id);
+    // A copy counts its own holders: it starts with one reference and has a mutex of its own.
+    RefCount(RefCount const & other);
+
+protected:
+    // For the module's own classes: takes name and number from what their objects share.
+    explicit RefCount(ObjectClass & objectClass);
+    virtual ~RefCount();
+
+public:
+    // Counted objects are not assigned: reports an assertion failure and changes nothing. The assignment of
+    // a derived class comes here first, then copies the fields that the class adds.
+    virtual RefCount & operator=(RefCount const &);
+
+    // Takes a reference; returns the new count.
+    virtual std::int32_t use();
+
+    // Gives back a reference; returns the count that is left. At 0 the object is gone. An object whose count
+    // is 0 already reports an assertion failure and is not touched again.
+    virtual std::int32_t unuse();
+
+private:
+    // Writes a line from the level `lowest` on. `format` takes the name, the id, the address and the count, and may
+    // leave off the last. What cannot be found or written for lack of memory is left out: it is no reason to fail
+    // a holder.
+    void log(CoreLog::VerbosityType *& verbosity, char const * module, std::int32_t lowest,
+        char const * format) noexcept;
+    void find(CoreLog::VerbosityType *& verbosity, char const * module) noexcept;
+    void write(std::int32_t level, char const * module, char const * format) noexcept;
+
+    std::unique_ptr<WirralMutex> fMutex;
+    std::int32_t fId;
+    std::int32_t fRefCount = 1;
+    CoreLog::VerbosityType * fInterfaceVerbosity = nullptr;
+    CoreLog::VerbosityType * fMemoryVerbosity = nullptr;
+    KelpString fName;
+};
+
+}

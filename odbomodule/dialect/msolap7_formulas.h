@@ -1,0 +1,22 @@
+#pragma once
+#include "odbomodule/host/export.h"
+#include "odbomodule/statements/formula_specifications.h"
+
+// SET name AS ' set ': this server wants definitions between single quotes.
+class MSOLAP7SetSpecification final : public MDXSetSpecification {
+public:
+    using MDXSetSpecification::MDXSetSpecification;
+    KelpString getText() override;
+};
+
+// MEMBER member AS ' value ', solve order and properties behind the quotes.
+class MDX_API MSOLAP7MemberSpecification : public MDXMemberSpecification {
+public:
+    MSOLAP7MemberSpecification(MDXField * member, MDXValue * value, std::int32_t solveOrder,
+        std::vector<KelpString> const & propertyNames, std::vector<KelpString> const & propertyValues,
+        bool qualified, KelpString const & cubeName);
+    ~MSOLAP7MemberSpecification() override;
+
+    // Throws MDX_ERR_PROPERTY_COUNT_MISMATCH when there are more or fewer values than names.
+    KelpString getText() override;
+};

@@ -1,0 +1,40 @@
+#pragma once
+#include "odbomodule/sets/mdx_set.h"
+
+// A set in this server's dialect.
+class MSOLAP7Set final : public MDXSet {
+public:
+    MSOLAP7Set() = default;
+    explicit MSOLAP7Set(KelpString const & text) : MDXSet(text) {}
+    explicit MSOLAP7Set(MDXSet const * other) : MDXSet(other) {}
+    explicit MSOLAP7Set(BRIM_o::Level const * level) : MDXSet(level) {}
+    explicit MSOLAP7Set(std::vector<MDXField *> const & fields) : MDXSet(fields) {}
+    explicit MSOLAP7Set(std::vector<MDXTuple *> const & tuples) : MDXSet(tuples) {}
+    // AddCalculatedMembers(hierarchy.members)
+    explicit MSOLAP7Set(BRIM_o::Hierarchy const * hierarchy);
+
+    // With `byName`, EXCEPT(this, {names}) over the hierarchy's calculated members in the host's order; without
+    // any, this.
+    MDXSet * StripCalculations(BRIM_o::Hierarchy const * hierarchy, bool byName) override;
+    // With a hierarchy: strips by the virtual StripCalculations, hierarchizes, then UNION(that, {names}) over
+    // `calculations`, also without any. Should the host throw, what has been done until then stays.
+    MDXSet * Hierarchize(bool, BRIM_o::Hierarchy const * hierarchy, bool byName,
+        std::vector<BRIM_o::Calculation *> const & calculations) override;
+    // Does nothing.
+    MDXSet * HierarchizeCalculations(bool) override;
+    // The members of the deepest level.
+    MDXSet * TakeLeafNodes(BRIM_o::Hierarchy * hierarchy) override;
+    // A count of -1 takes `openCount` in its place.
+    MDXSet * TakeAncestorsOfSet(KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all,
+        std::int32_t count, std::int32_t openCount) override;
+    // The parent's children, or the top level for a member of it, told apart by the server.
+    MDXSet * TakeSiblings(MDXField const * field, BRIM_o::Dimension const * dimension) override;
+    // Without a `level`, the children; with one, their descendants at it, or down to it with `all`. The depth is
+    // not read.
+    MDXSet * TakeChildren(MDXSet const * set, BRIM_o::Hierarchy const * hierarchy, bool all, std::int32_t depth,
+        KelpString const & level) override;
+    using MDXSet::TakeChildren;
+
+private:
+    ~MSOLAP7Set() override = default;
+};

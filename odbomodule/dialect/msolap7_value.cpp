@@ -1,0 +1,13 @@
+#include "odbomodule/dialect/msolap7_value.h"
+
+#include "odbomodule/base/text.h"
+#include "odbomodule/expressions/mdx_field.h"
+
+MDXValue * MSOLAP7Value::TakeProperty(MDXField const * field, KelpString const & name)
+{
+    if (name.strcmp("Caption", true) != 0 && name.strcmp("Description", true) != 0)
+        return MDXValue::TakeProperty(field, name);
+    fQuotedTextValid = false;
+    fText = concat(field->getText(), ".Name");
+    return this;
+}

@@ -1,0 +1,10 @@
+#pragma once
+#include "odbomodule/host/export.h"
+#include "odbomodule/host/kelp_string.h"
+
+// Sets `result` to `source` with each single quote doubled, to stand between single quotes. Nothing else is
+// touched, no quote is put around; works on whole expressions. The two may be one string.
+MDX_API void quote_member_name(KelpString & result, KelpString const & source);
+
+// The same with each "]", for a name that goes between brackets.
+MDX_API void double_sqaure_brackets(KelpString & result, KelpString const & source);

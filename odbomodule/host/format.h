@@ -1,0 +1,70 @@
+#pragma once
+#include "odbomodule/host/export.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+// One argument of a printf-style format, with its type, so that a conversion that does not fit its
+// argument is written in the argument's own kind and never reads what is not there. Borrows texts.
+class FormatArgument {
+public:
+    enum Kind : std::uint8_t { Signed, Unsigned, Real, Wide, Narrow };
+
+    template <class Number, std::enable_if_t<std::is_arithmetic_v<Number>, int> = 0>
+    FormatArgument(Number number) noexcept
+    {
+        if constexpr (std::is_floating_point_v<Number>) {
+            fKind = Real;
+            fReal = static_cast<double>(number);
+        } else if constexpr (std::is_signed_v<Number>) {
+            fKind = Signed;
+            fSigned = number;
+            fBits = 8 * sizeof(Number);
+        } else {
+            fKind = Unsigned;
+            fUnsigned = number;
+        }
+    }
+    FormatArgument(void const * address) noexcept
+        : fKind(Unsigned), fUnsigned(reinterpret_cast<std::uintptr_t>(address))
+    {}
+    FormatArgument(char const * text) noexcept : fKind(Narrow), fNarrow(text == nullptr ? "" : text) {}
+    FormatArgument(char16_t const * text) noexcept : fKind(Wide), fWide(text == nullptr ? u"" : text) {}
+    FormatArgument(std::basic_string<char16_t> const & text) noexcept : fKind(Wide), fWide(text) {}
+
+    Kind fKind;
+    unsigned fBits = 64; // width of a signed number, for its unsigned and hexadecimal forms
+    union {
+        std::int64_t fSigned;
+        std::uint64_t fUnsigned;
+        double fReal;
+    };
+    std::string_view fNarrow;
+    std::u16string_view fWide;
+};
+
+// The text of `format` with its arguments put in. Conversions: %d %i %u %x %X %c %s %f %%, with the flags
+// "-" and "0", a width and a precision; length modifiers are passed over. An address is written by %x.
+// A conversion without an argument is written as it stands. The decimal point is "." in every locale.
+SUPPORT_API std::basic_string<char16_t> format_text(
+    char const * format, FormatArgument const * arguments, std::size_t count);
+
+template <class... Arguments>
+std::basic_string<char16_t> format_text(char const * format, Arguments const &... arguments)
+{
+    FormatArgument const list[] = { FormatArgument(arguments)..., FormatArgument(0) };
+    return format_text(format, list, sizeof...(arguments));
+}
+
+// Writes the formatted text and a closing zero into `buffer` of `size` characters, cutting what does not
+// fit. Returns the number of characters written, less the zero. A size of 0 writes nothing.
+SUPPORT_API std::int32_t write_cut(char16_t * buffer, std::size_t size, std::u16string_view text) noexcept;
+
+template <class... Arguments>
+std::int32_t suprintf(char16_t * buffer, std::size_t size, char const * format, Arguments const &... arguments)
+{
+    return write_cut(buffer, size, format_text(format, arguments...));
+}

@@ -1,0 +1,223 @@
+#pragma once
+#include "odbomodule/base/refcount.h"
+#include "odbomodule/host/export.h"
+#include "odbomodule/host/kelp_string.h"
+
+#include <cstdint>
+#include <vector>
+namespace BRIM_o {
+class Calculation;
+class Dimension;
+class Expression;
+class Hierarchy;
+class Level;
+}
+class MDXField;
+class MDXTuple;
+class MDXValue;
+
+// One set expression. The object is its MDX text: an operation rewrites the text and returns the set, for
+// chaining, with no reference attached. "this" below is the text before the call; an operation without it drops
+// that text. Nothing else is remembered: drilling twice wraps twice. Arguments are read during the call and not
+// kept; they may not be null unless it says so, and texts go in unchanged. Unless it says otherwise, an argument
+// that throws leaves the text as it was. Born with one reference; the last unuse() deletes it. Only use() and
+// unuse() may be called from two threads at once.
+class MDX_API MDXSet : public support::RefCount {
+public:
+    enum ExtremityType : std::int32_t { Top = 0, Bottom = 1 };
+    enum ExtremityMeasure : std::int32_t { Sum = 0, Count = 1, Percent = 2 };
+
+    // The empty set.
+    MDXSet();
+    // The text itself, unchanged.
+    explicit MDXSet(KelpString const & text);
+    explicit MDXSet(KelpString && text);
+    // The text that `other` has now.
+    explicit MDXSet(MDXSet const * other);
+    // { first, second }. A tuple without a field throws MDX_ERR_EMPTY_TUPLE; no set is made.
+    explicit MDXSet(std::vector<MDXField *> const & fields);
+    explicit MDXSet(std::vector<MDXTuple *> const & tuples);
+    // level.MEMBERS
+    explicit MDXSet(BRIM_o::Level const * level);
+    // {hierarchy.allmembers}
+    explicit MDXSet(BRIM_o::Hierarchy const * hierarchy);
+    MDXSet(MDXSet const & other) = default;
+
+    // Takes over the other's text; count and identity stay.
+    void operator=(MDXSet const & other);
+
+    // The text.
+    virtual KelpString getText() const;
+    // The text with each single quote doubled, to stand between single quotes.
+    virtual KelpString getQuotedText();
+    // Assigns the text to `out`.
+    virtual void writeText(KelpString & out) const;
+
+    // UNION(this, {field}), UNION(this, other), EXCEPT(this, {other}), CROSSJOIN(this, other).
+    virtual MDXSet * operator+=(MDXField const & field);
+    virtual MDXSet * operator+=(MDXSet const & other);
+    virtual MDXSet * operator-=(MDXSet const & other);
+    virtual MDXSet * operator*=(MDXSet const & other);
+
+    // A stretch of the anchor's level, calculated members included, from one offset around the anchor to the
+    // other, in either order. The anchor's text has to read as a member. A tuple without fields throws
+    // MDX_ERR_EMPTY_TUPLE here and below; the text then stays as it was.
+    virtual MDXSet * TakeSubset(MDXTuple const * anchor, std::int32_t offset1, std::int32_t offset2);
+    // The stretch of this from `first` to `second`, whichever the server finds earlier.
+    virtual MDXSet * TakeSubset(MDXTuple const * first, MDXTuple const * second);
+    // SUBSET(this, start, count); a count below 0 is left out. `start` counts from 0, unchecked.
+    virtual MDXSet * TakeSubset(std::int32_t start, std::int32_t count);
+
+    // As += does; without `unite`, the bare list this, field, which Delimit makes a set of.
+    virtual MDXSet * AddField(MDXField const & field, bool unite);
+    // ADDCALCULATEDMEMBERS(this)
+    virtual MDXSet * AddCalculations();
+    // STRIPCALCULATEDMEMBERS(this). A dialect may name the hierarchy's calculated members one by one when
+    // `byName` is true; otherwise the hierarchy is not read and may be null.
+    virtual MDXSet * StripCalculations(BRIM_o::Hierarchy const * hierarchy, bool byName);
+    // HIERARCHIZE(this). A dialect that is given a hierarchy may strip the calculated members first, as
+    // StripCalculations does by `byName`, and put `calculations` back behind; otherwise none is read.
+    virtual MDXSet * Hierarchize(bool, BRIM_o::Hierarchy const * hierarchy, bool byName,
+        std::vector<BRIM_o::Calculation *> const & calculations);
+    // HIERARCHIZE(this), or nothing in a dialect that cannot.
+    virtual MDXSet * HierarchizeCalculations(bool);
+    // DISTINCT(this)
+    virtual MDXSet * SpecifyDistinct();
+    // The empty set.
+    virtual MDXSet * Empty();
+
+    // { top level.Members }. Without a hierarchy or a top level, the braces alone. Should the host throw, the
+    // text is the opening brace.
+    virtual MDXSet * TakeTopLevel(BRIM_o::Hierarchy const * hierarchy);
+    // unique name.MEMBERS
+    virtual MDXSet * TakeWholeLevel(BRIM_o::Level const * level);
+    virtual MDXSet * TakeAllMembers(KelpString const & name);
+    virtual MDXSet * TakeAllMembers(BRIM_o::Hierarchy const * hierarchy);
+    // The leaves of the hierarchy and its calculated members, in general MDX by GENERATE over the top level.
+    // Should the host throw when asked for the calculated members, the leaves alone are the text.
+    virtual MDXSet * TakeLeafNodes(BRIM_o::Hierarchy * hierarchy);
+    // The members of a level; `level` counts from 1, unchecked.
+    virtual MDXSet * TakeBaseLevel(BRIM_o::Hierarchy const * hierarchy, std::int32_t level);
+
+    // DRILLDOWNMEMBER(this, {given}). With `recursive` over all members of the hierarchy, and `given` is not
+    // read; without it the hierarchy is not read and may be null.
+    virtual MDXSet * DrillDown(BRIM_o::Hierarchy const * hierarchy, KelpString const & given, bool recursive);
+    virtual MDXSet * DrillDownOnSet(KelpString const & given);
+    virtual MDXSet * DrillDownOnSet(MDXSet const * other);
+    // DRILLUPMEMBER(this, {given}); the forms on a set hierarchize this first.
+    virtual MDXSet * DrillUp(KelpString const & given);
+    virtual MDXSet * DrillUpOnSet(KelpString const & given);
+    virtual MDXSet * DrillUpOnSet(MDXSet const * other);
+    // TOGGLEDRILLSTATE(this, other)
+    virtual MDXSet * ToggleDrillStateOnSet(MDXSet const * other, bool recursive);
+
+    // EXCEPT(hierarchy.MEMBERS, this)
+    virtual MDXSet * Invert(BRIM_o::Hierarchy const * hierarchy);
+
+    // The ancestor `count` generations above the member, with `all` each one from there down to the member. The
+    // level is spelled as a chain of parents, so that the text grows with the square of the count, with `all`
+    // with its cube. A count below 0 is as 0.
+    virtual MDXSet * TakeAncestorsOfMember(KelpString const & member, bool all, std::int32_t count);
+    // The same for each member of a set. A count of -1 goes to the top; a dialect may take `openCount` for it.
+    // Any other count below 0 is as 0, but for `all`, where it gives no ancestor.
+    virtual MDXSet * TakeAncestorsOfSet(KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all,
+        std::int32_t count, std::int32_t openCount);
+
+    // The text itself, unchanged; the other's text.
+    virtual MDXSet * TakeName(KelpString const & text);
+    virtual MDXSet * TakeName(MDXSet const * other);
+
+    // FILTER(this, condition)
+    virtual MDXSet * TakeFilter(MDXValue * condition);
+    virtual MDXSet * TakeFilter(KelpString & condition);
+    // The condition from a tree, and that tree's text as the whole set. `tuple` is what the tree's current
+    // tuple stands for; it may be null when the tree has none. Throw MDX_ERR_BAD_EXPRESSION for a node without a
+    // translation, MDX_ERR_EMPTY_TUPLE for a tuple without fields that the tree asks for.
+    virtual MDXSet * TakeFilter(BRIM_o::Expression * condition, MDXTuple const * tuple);
+    virtual MDXSet * Filter(BRIM_o::Expression * expression, MDXTuple const * tuple);
+
+    // ORDER(this, key, direction): 0 ASC, 1 DESC, 2 BASC, 3 BDESC. Throws MDX_ERR_BAD_ENUM for another
+    // direction, with the value and "Sort::direction".
+    virtual MDXSet * Order(std::int32_t direction, MDXTuple const * key);
+    virtual MDXSet * Order(std::int32_t direction, MDXValue const * key);
+
+    // TOPCOUNT(this, amount, tuple) and its kin. `amount` is a number in text; a null tuple is left out. Throws
+    // MDX_ERR_BAD_ENUM for a type or measure that is none, with the value and the enumeration's name, then
+    // MDX_ERR_MISSING_TUPLE for a null tuple unless the measure is Count.
+    virtual MDXSet * TakeExtremity(
+        ExtremityType type, ExtremityMeasure measure, KelpString const & amount, MDXTuple const * tuple);
+
+    // INTERSECT(this, other)
+    virtual MDXSet * Intersect(MDXSet const * other);
+
+    // The members beside the field. The dimension is not read and may be null.
+    virtual MDXSet * TakeSiblings(MDXField const * field, BRIM_o::Dimension const * dimension);
+    // The descendants of each member of the set: `depth` levels below it, or down to the bottom for -1; all of
+    // them or the leaves alone. `level` is not read here: a dialect may take it in the place of the depth, as
+    // the text of a level, and without it the children alone.
+    virtual MDXSet * TakeChildren(MDXSet const * set, BRIM_o::Hierarchy const * hierarchy, bool all,
+        std::int32_t depth, KelpString const & level);
+    // field.CHILDREN
+    virtual MDXSet * TakeChildren(MDXField const * field);
+    // The descendants of one member, as TakeChildren of a set has them. The hierarchy is read for the leaves
+    // at depth -1 alone and may be null elsewhere; the last text is not read.
+    virtual MDXSet * TakeDescendants(KelpString const & member, BRIM_o::Hierarchy const * hierarchy, bool all,
+        std::int32_t depth, KelpString const & level);
+    // All descendants of the field, with the field's own level or without.
+    virtual MDXSet * TakeDescendants(MDXField const * field, bool withSelf);
+
+    // TAIL(this)
+    virtual MDXSet * TakeTail();
+    // { this }
+    virtual MDXSet * Delimit();
+    // { Extract(set, hierarchy) }. Should the host throw, the text ends ahead of the hierarchy.
+    virtual MDXSet * Extract(KelpString const & set, BRIM_o::Hierarchy const * hierarchy);
+    // The text itself, unchanged.
+    virtual MDXSet * SetExpression(KelpString const & text);
+
+    // Rank(field,set)
+    virtual MDXSet * Rank(MDXField const * field, MDXSet const * set);
+    // Rank(field,this)
+    virtual MDXSet * TakeRank(MDXField const * field);
+    // Generate(first, second)
+    virtual MDXSet * generate(KelpString const & first, KelpString const & second);
+    // As *= does: a plain cross join.
+    virtual MDXSet * nonEmptyCrossjoin(MDXSet const * other);
+    // Does nothing. The argument may be null.
+    virtual MDXSet * removeCalculationsSpecial(MDXSet * other);
+
+protected:
+    ~MDXSet() override;
+
+    // Writes the MDX of one node, with its operands, to `text`, which comes in empty. Each operand is translated
+    // by a call of its own, so that an override sees every node of the tree. `tuple` as in TakeFilter.
+    virtual void translate_condition(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple);
+
+    // A dialect that writes a node itself, operands included, writes it to `text` and returns true. Asked
+    // before the operands are translated, for the kinds that a server may take in another shape.
+    virtual bool server_translate(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple);
+
+    // TakeAncestorsOfSet with a count, whatever its value.
+    MDXSet * take_counted_ancestors(
+        KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all, std::int32_t count);
+
+    KelpString fText;
+    KelpString fQuotedText;
+    bool fQuotedTextValid = false;
+
+private:
+    friend class MDXSelectQuery; // has room for the text, and may read it in place
+    void translate_payload(KelpString & text, BRIM_o::Expression * expression);
+    void translate_value(KelpString & text, BRIM_o::Expression * expression);
+    void translate_bool(KelpString & text, BRIM_o::Expression * expression);
+    void translate_enclosed(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple,
+        char const * opening, char const * closing);
+    void translate_infix(
+        KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple, char const * keyword);
+    void translate_arithmetic(
+        KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple, char const * sign);
+    void translate_range(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple, bool between);
+    void translate_null_test(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple);
+    void translate_list(
+        KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple, char const * function);
+};

@@ -1,0 +1,47 @@
+#include "odbomodule/statements/mdx_drop_query.h"
+
+#include "odbomodule/base/mdx_error.h"
+#include "odbomodule/base/text.h"
+
+MDXDropQuery::MDXDropQuery(KelpString const & cubeName) : MDXQuery(cubeName)
+{
+    fQueryType = QT_DROP;
+}
+
+MDXDropQuery::~MDXDropQuery() = default;
+
+KelpString MDXDropQuery::getText(bool) const
+{
+    if (fDropNames.empty())
+        throw MDXError(MDX_ERR_NOTHING_TO_DROP);
+
+    KelpString text = "DROP ";
+    text += fDropKind == Members ? "MEMBER " : "SET ";
+    for (KelpString const & name : fDropNames)
+        append(text, fCubeName, ".", name, " ");
+    return text;
+}
+
+void MDXDropQuery::writeText(KelpString & out) const
+{
+    out = getText(false);
+}
+
+bool MDXDropQuery::AddMemberToDrop(KelpString const & name)
+{
+    return add(Members, name);
+}
+
+bool MDXDropQuery::AddSetToDrop(KelpString const & name)
+{
+    return add(Sets, name);
+}
+
+bool MDXDropQuery::add(DropKind kind, KelpString const & name)
+{
+    if (fDropKind != None && fDropKind != kind)
+        throw MDXError(MDX_ERR_MIXED_DROP);
+    fDropNames.push_back(name);
+    fDropKind = kind;
+    return true;
+}

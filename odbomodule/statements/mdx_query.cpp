@@ -1,0 +1,9 @@
+#include "odbomodule/statements/mdx_query.h"
+
+#include "odbomodule/base/object_class.h"
+
+static support::ObjectClass gClass{ u"MDXQuery" };
+
+MDXQuery::MDXQuery(KelpString const & cubeName) : RefCount(gClass), fCubeName(cubeName) {}
+
+MDXQuery::~MDXQuery() = default;

@@ -1,0 +1,29 @@
+#pragma once
+#include "odbomodule/base/refcount.h"
+#include "odbomodule/host/export.h"
+#include "odbomodule/host/kelp_string.h"
+
+#include <cstdint>
+
+// A statement. It holds objects rather than text: its text is made afresh at each getText, from the current texts
+// of what it holds. Used from one thread at a time. Born with one reference; the last unuse() deletes it and what
+// it holds.
+class MDX_API MDXQuery : public support::RefCount {
+public:
+    enum QueryType : std::int32_t { QT_SELECT = 0, QT_CREATE = 1, QT_DROP = 2 };
+
+    MDXQuery(MDXQuery const &) = delete;
+    MDXQuery & operator=(MDXQuery const &) = delete;
+
+    // The statement, on one line or on several; the two differ in white space alone.
+    virtual KelpString getText(bool multiLine) const = 0;
+    // Assigns the statement on one line to `out`.
+    virtual void writeText(KelpString & out) const = 0;
+
+protected:
+    explicit MDXQuery(KelpString const & cubeName); // the concrete statement sets its type
+    ~MDXQuery() override;
+
+    QueryType fQueryType = QT_SELECT;
+    KelpString fCubeName;
+};
