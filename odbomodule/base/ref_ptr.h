@@ -1,7 +1,8 @@
 #pragma once
+#include <utility>
 
 // Holds one reference on a counted object, or null. A raw pointer that is given to it brings its reference
-// along; hold() takes a new one.
+// along; hold() takes a new one. Moving takes the reference along.
 template <class Object>
 class RefPtr {
 public:
@@ -12,6 +13,7 @@ public:
         if (fObject != nullptr)
             fObject->use();
     }
+    RefPtr(RefPtr && other) noexcept : fObject(std::exchange(other.fObject, nullptr)) {}
     ~RefPtr()
     {
         if (fObject != nullptr)
@@ -25,6 +27,12 @@ public:
         *this = other.fObject;
         if (fObject != nullptr)
             fObject->use();
+        return *this;
+    }
+    RefPtr & operator=(RefPtr && other) noexcept
+    {
+        if (this != &other)
+            *this = std::exchange(other.fObject, nullptr);
         return *this;
     }
     RefPtr & operator=(Object * object)
