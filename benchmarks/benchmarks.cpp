@@ -55,7 +55,9 @@ void add_joins()
         KelpString const b(KelpString::Base(size.characters / 2 / 2, u'b'));
         RatioTable::add(
             "join, " + std::to_string(size.characters) + " bytes", size.bar,
-            [=] { DoNotOptimize(concat("CROSSJOIN( ", a, ", ", b, " )")); },
+            [=] {
+                DoNotOptimize(mdx<u"CROSSJOIN( $1, $2 )">({ a, b }));
+            },
             [=] {
                 DoNotOptimize(copy_of({ u"CROSSJOIN( ", a, u", ", b, u" )" }));
             });
@@ -247,7 +249,7 @@ void add_small_work()
             [=] { DoNotOptimize(copy_of({ source })); });
     }
     RatioTable::add(
-        "number to text", 0.4, [] { DoNotOptimize(concat(decimal(-123456789))); },
+        "number to text", 0.4, [] { DoNotOptimize(mdx<u"$1">({ decimal(-123456789) })); },
         [] {
             char digits[32];
             std::snprintf(digits, sizeof digits, "%d", -123456789);

@@ -17,8 +17,8 @@ static KelpString with_doubled(char16_t mark, KelpString const & text)
     return result;
 }
 
-// A quote doubles its mark and nothing else; UTF-8 there and back changes nothing that was well formed; any text converts
-// or is refused; a number that is written reads back as itself.
+// A quote doubles its mark and nothing else; UTF-8 there and back changes nothing that was well formed; any text
+// converts or is refused; a number that is written reads back as itself.
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size)
 {
     KelpString text(KelpString::Base(size / 2, u'\0'));

@@ -88,7 +88,7 @@ struct Fixture {
 // A row: an operation on one of the fixture's objects (told by its own words) that returns what the operation returns,
 // and the full text that the object has afterwards, or the error that it raises.
 template <class Object>
-struct Row {
+struct OperationRow {
     char const * name;
     Object * (*call)(Fixture & f);
     std::string want;
@@ -120,9 +120,9 @@ inline std::string doubled_quotes(std::string text) {
 // too), that the object itself is returned with its count as it was, that the other objects keep text and count, and
 // that an error leaves the text alone.
 template <class Object, Classes classes>
-void check(std::vector<Row<Object>> const & rows) {
+void check(std::vector<OperationRow<Object>> const & rows) {
     for (Classes const each : classes == kBoth ? std::vector{ kGeneral, kDialect } : std::vector{ classes }) {
-        for (Row<Object> const & row : rows) {
+        for (OperationRow<Object> const & row : rows) {
             SCOPED_TRACE(row.name);
             Fixture f(each);
             Object & object = *std::get<Object *>(std::tuple(f.set, f.field, f.value));

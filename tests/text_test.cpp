@@ -26,26 +26,40 @@ static std::size_t allocations_of(std::function<void()> const & work) {
     return gAllocations - before;
 }
 
-TEST(Text, PiecesAreJoinedAndRewrittenAsTheyAre) {
-    EXPECT_EQ(KelpString("a -5, [b]"), concat("a ", decimal(-5), KelpString(", "), std::string_view("[b]")));
-    EXPECT_EQ(KelpString("-2147483649-9223372036854775808"), concat(decimal(std::int64_t{ INT32_MIN } - 1), decimal(INT64_MIN)));
-    KelpString text("{A}");
+// As an expression, for what rewrites one.
+struct Expression {
+    KelpString fText, fQuotedText;
+    bool fQuotedTextValid = false;
+};
+
+TEST(Text, RowsTakeTheirTextsAsTheyAre) {
+    KelpString const a("[a]");
+    EXPECT_EQ(KelpString("-5, [a][a]b"), mdx<u"$2, $1$1$3">({ a, decimal(-5), std::u16string_view(u"b") }));
+    EXPECT_EQ(KelpString("-2147483649-9223372036854775808"), mdx<u"$1$2">({ decimal(std::int64_t{ INT32_MIN } - 1), decimal(INT64_MIN) }));
+    KelpString grown("x");
+    append<u", $1">(grown, { a });
+    append<u" }">(grown);
+    EXPECT_EQ(KelpString("x, [a] }"), grown);
+
+    Expression e{ "{A}", {} };
     for (int round = 0; round < 40; ++round) { // with and without room in the old buffer
-        KelpString const old = text;
-        rewrite(text, "F( ", text, ", ", decimal(round), ")");
-        EXPECT_EQ(concat("F( ", old, ", ", decimal(round), ")"), text);
+        KelpString const old = e.fText;
+        e.fQuotedTextValid = true;
+        EXPECT_EQ(&e, rewrite<u"F( $2, $1, $2)">(&e, { e.fText, decimal(round) }));
+        EXPECT_EQ(mdx<u"F( $2, $1, $2)">({ old, decimal(round) }), e.fText);
+        EXPECT_FALSE(e.fQuotedTextValid);
     }
-    rewrite(text, "only this");
-    text.reserve(100);
-    rewrite(text, text, "-", text);
-    EXPECT_EQ(KelpString("only this-only this"), text);
+    rewrite<u"only this">(&e);
+    e.fText.reserve(100);
+    rewrite<u"$1-$1">(&e, { e.fText });
+    EXPECT_EQ(KelpString("only this-only this"), e.fText);
 }
 
 TEST(Text, OneAllocationForAText) {
     Fixture f(kDialect);
     KelpString const member("[Store].[Geography].[All Stores].[O'Brien & Sons]");
     KelpString text;
-    EXPECT_EQ(1u, allocations_of([&] { text = concat("{ ", member, ", ", member, " }.ITEM(", decimal(123456789), ") ", member); }));
+    EXPECT_EQ(1u, allocations_of([&] { text = mdx<u"{ $1, $1 }.ITEM($2) $1">({ member, decimal(123456789) }); }));
     f.set->TakeName(member);
     EXPECT_GE(1u, allocations_of([&] { f.set->DrillUp(member); }));
     // A chain of wraps finds room most of the time.

@@ -9,6 +9,7 @@ class WirralMutex;
 
 namespace support {
 
+struct LifeLine;
 struct ObjectClass;
 
 // What every statement and expression is: an object that counts its holders. Born with one reference,
@@ -41,13 +42,7 @@ public:
     virtual std::int32_t unuse();
 
 private:
-    // Writes a line from the level `lowest` on. `format` takes the name, the id, the address and the count, and may
-    // leave off the last. What cannot be found or written for lack of memory is left out: it is no reason to fail
-    // a holder.
-    void log(CoreLog::VerbosityType *& verbosity, char const * module, std::int32_t lowest,
-        char const * format) noexcept;
-    void find(CoreLog::VerbosityType *& verbosity, char const * module) noexcept;
-    void write(std::int32_t level, char const * module, char const * format) noexcept;
+    friend struct LifeLine;
 
     std::unique_ptr<WirralMutex> fMutex;
     std::int32_t fId;

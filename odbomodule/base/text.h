@@ -1,33 +1,29 @@
 #pragma once
 #include "odbomodule/host/kelp_string.h"
 
-#include <charconv>
-#include <concepts>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
+#include <string>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 
-// How texts are made. A piece is a narrow ASCII literal, a narrow view, a 16-bit text or decimal(n). A text is
-// measured first, allocated once, then written; every trick that makes this quick is in this file.
+// How texts are made: from rows. A row is a literal with numbered places, and takes a text for each of them. The
+// texts stand in braces, so that C++ asks for them from left to right:
+//
+//     return rewrite<u"FILTER( $1, $2)">(this, { fText, condition->getText() });
+//
+// A place may stand more than once. A place without a text, a text without a place and a "$" without a digit do not
+// compile. What is quick about it is here and in text.cpp: rows are split when they are compiled, texts are
+// measured first and allocated once, and a text that is wrapped grows where it is.
 
-// The digits of a number, as a piece.
+// The digits of a number, as a text for a place.
 class Decimal {
 public:
-    explicit Decimal(std::int64_t number) noexcept
-    {
-        char digits[kMost] = {};
-        fLength = static_cast<std::size_t>(std::to_chars(digits, digits + kMost, number).ptr - digits);
-        for (std::size_t i = 0; i < fLength; ++i)
-            fDigits[i] = static_cast<char16_t>(digits[i]);
-    }
+    explicit Decimal(std::int64_t number) noexcept;
     operator std::u16string_view() const noexcept { return { fDigits, fLength }; }
 
 private:
-    static constexpr std::size_t kMost = 20;
-    char16_t fDigits[kMost];
+    char16_t fDigits[20];
     std::size_t fLength;
 };
 
@@ -36,164 +32,264 @@ inline Decimal decimal(std::int64_t number) noexcept
     return Decimal(number);
 }
 
-namespace piece {
+// A text for a place. A string is borrowed and not looked at before the row is written, so that it may change while
+// the texts after it are asked for. Numbers, bools, characters and literals are no texts.
+class Text {
+public:
+    Text(std::u16string const & text) noexcept : fString(&text) {}
+    Text(std::u16string_view text) noexcept : fView(text) {}
+    Text(Decimal const & number) noexcept : fView(number) {}
 
-template <std::size_t Size>
-constexpr std::size_t length(char const (&)[Size]) noexcept
-{
-    return Size - 1;
-}
-inline std::size_t length(std::string_view text) noexcept
-{
-    return text.size();
-}
-inline std::size_t length(std::u16string_view text) noexcept
-{
-    return text.size();
-}
-template <class Number>
-requires std::is_arithmetic_v<Number> std::size_t length(Number)
-= delete;
+    std::u16string_view view() const noexcept { return fString != nullptr ? std::u16string_view(*fString) : fView; }
+    bool is(std::u16string const & text) const noexcept { return fString == &text; }
 
-// Writes a piece at a place that has room for it; returns the place behind it.
-inline char16_t * write(char16_t * at, std::string_view text) noexcept
-{
-    for (char const character : text)
-        *at++ = static_cast<unsigned char>(character);
-    return at;
-}
-inline char16_t * write(char16_t * at, std::u16string_view text) noexcept
-{
-    return std::char_traits<char16_t>::copy(at, text.data(), text.size()) + text.size();
-}
+private:
+    std::u16string const * fString = nullptr;
+    std::u16string_view fView;
+};
 
-// A literal is widened on the stack: the standard library would make a string of it.
-template <std::size_t Size>
-void append(KelpString & text, char const (&literal)[Size])
-{
-    if constexpr (Size > 1) {
-        char16_t wide[Size - 1];
-        for (std::size_t i = 0; i + 1 < Size; ++i)
-            wide[i] = static_cast<unsigned char>(literal[i]);
-        text.append(wide, Size - 1);
+// A row as it is compiled: its letters without the places, and how many of them stand before each place and at the
+// end.
+class Row {
+public:
+    struct Stretch {
+        std::uint16_t letters;
+        std::uint16_t text; // the index of the text that follows, where one does
+    };
+
+    constexpr Row(std::u16string_view letters, Stretch const * stretches, std::size_t places) noexcept
+        : fLetters(letters), fStretches(stretches), fPlaces(places)
+    {}
+
+    constexpr std::u16string_view letters() const noexcept { return fLetters; }
+    constexpr std::size_t places() const noexcept { return fPlaces; }
+    constexpr Stretch stretch(std::size_t index) const noexcept { return fStretches[index]; }
+
+    // The letters before the place with that index, or after the last place.
+    constexpr std::u16string_view piece(std::size_t index) const noexcept
+    {
+        std::size_t start = 0;
+        for (std::size_t i = 0; i < index; ++i)
+            start += fStretches[i].letters;
+        return fLetters.substr(start, fStretches[index].letters);
     }
-}
-inline void append(KelpString & text, std::string_view narrow)
-{
-    char16_t wide[32];
-    while (!narrow.empty()) {
-        std::string_view const part = narrow.substr(0, std::size(wide));
-        write(wide, part);
-        text.append(wide, part.size());
-        narrow.remove_prefix(part.size());
+
+private:
+    std::u16string_view fLetters;
+    Stretch const * fStretches;
+    std::size_t fPlaces;
+};
+
+namespace compiled {
+
+// A literal as an argument of a template.
+template <std::size_t Size>
+struct Literal {
+    char16_t text[Size];
+
+    consteval Literal(char16_t const (&literal)[Size])
+    {
+        for (std::size_t i = 0; i < Size; ++i)
+            text[i] = literal[i];
     }
+    consteval std::size_t places() const
+    {
+        std::size_t count = 0;
+        for (char16_t const character : text)
+            count += character == u'$';
+        return count;
+    }
+};
+
+template <Literal literal>
+struct Split {
+    static constexpr std::size_t kPlaces = literal.places();
+    static constexpr std::size_t kLetters = sizeof literal.text / sizeof(char16_t) - 1 - 2 * kPlaces;
+
+    char16_t letters[kLetters + 1]{};
+    Row::Stretch stretches[kPlaces + 1]{};
+    std::size_t texts = 0;
+
+    consteval Split()
+    {
+        char16_t const * from = literal.text;
+        char16_t * to = letters;
+        bool named[9]{};
+        for (std::size_t place = 0; *from != u'\0'; ++from) {
+            if (*from != u'$') {
+                *to++ = *from;
+                ++stretches[place].letters;
+                continue;
+            }
+            ++from;
+            if (*from < u'1' || *from > u'9')
+                throw "a $ without a digit";
+            std::size_t const text = static_cast<std::size_t>(*from - u'1');
+            named[text] = true;
+            texts = text + 1 > texts ? text + 1 : texts;
+            stretches[place++].text = static_cast<std::uint16_t>(text);
+        }
+        for (std::size_t text = 0; text < texts; ++text)
+            if (!named[text])
+                throw "a text without a place";
+    }
+};
+
+template <Literal literal>
+inline constexpr Split<literal> split;
+
 }
-inline void append(KelpString & text, std::u16string_view wide)
+
+// A literal as a row.
+template <compiled::Literal literal>
+inline constexpr Row row{ { compiled::split<literal>.letters, compiled::Split<literal>::kLetters },
+    compiled::split<literal>.stretches, compiled::Split<literal>::kPlaces };
+
+namespace compiled {
+
+template <Literal literal, std::size_t Count>
+constexpr Row const & row_for() noexcept
 {
-    text.append(wide);
+    static_assert(split<literal>.texts == Count, "as many texts as the row has places");
+    return row<literal>;
 }
 
-template <class Piece>
-bool is(KelpString const & text, Piece const & piece) noexcept
+}
+
+// What rows come to. Other code goes through the functions below, which see to it that the texts are as many as the
+// places.
+namespace engine {
+
+KelpString write(Row const & row, Text const * texts);
+void append(KelpString & text, Row const & row, Text const * texts);
+void rewrite(KelpString & text, Row const & row, Text const * texts);
+
+}
+
+// What MDXField, MDXSet and MDXValue befriend: the way to their texts for the functions below.
+struct TextFields {
+    template <class Object>
+    static KelpString & text(Object * object) noexcept
+    {
+        return object->fText;
+    }
+    template <class Object>
+    static KelpString & quoted(Object * object) noexcept
+    {
+        return object->fQuotedText;
+    }
+    template <class Object>
+    static bool & valid(Object * object) noexcept
+    {
+        return object->fQuotedTextValid;
+    }
+};
+
+// The text of a row.
+template <compiled::Literal literal, std::size_t Count>
+KelpString mdx(Text const (&texts)[Count])
 {
-    if constexpr (std::is_same_v<Piece, KelpString>)
-        return &text == &piece;
-    else
-        return false;
+    return engine::write(compiled::row_for<literal, Count>(), texts);
 }
 
-}
-
-// Appends the pieces, none of which may be `text` itself.
-template <class... Pieces>
-void append(KelpString & text, Pieces const &... pieces)
+// Appends a row to a text, which may not be one of the row's own.
+template <compiled::Literal literal, std::size_t Count>
+void append(KelpString & text, Text const (&texts)[Count])
 {
-    (piece::append(text, pieces), ...);
+    engine::append(text, compiled::row_for<literal, Count>(), texts);
 }
 
-// The pieces, one directly behind the other.
-template <class... Pieces>
-KelpString concat(Pieces const &... pieces)
+template <compiled::Literal literal>
+void append(KelpString & text)
+{
+    text.append(compiled::row_for<literal, 0>().letters());
+}
+
+// Makes a row the text of an expression, whose old text may be one of the row's; its quoted text is out of date
+// then. Returns the expression. Should memory run out, the expression is as it was.
+template <compiled::Literal literal, class Object, std::size_t Count>
+Object * rewrite(Object * object, Text const (&texts)[Count])
+{
+    engine::rewrite(TextFields::text(object), compiled::row_for<literal, Count>(), texts);
+    TextFields::valid(object) = false;
+    return object;
+}
+
+// The same with a text that is whole.
+template <class Object>
+Object * rewrite(Object * object, KelpString text)
+{
+    TextFields::text(object) = std::move(text);
+    TextFields::valid(object) = false;
+    return object;
+}
+
+// The same with a row that has no place.
+template <compiled::Literal literal, class Object>
+Object * rewrite(Object * object)
+{
+    return rewrite(object, KelpString::Base(compiled::row_for<literal, 0>().letters()));
+}
+
+// Writes a row over the text of an expression piece by piece, and asks each argument for its text only when its
+// place has come: an argument that is the expression itself gives what has been written so far, and so much stays
+// if one throws.
+template <compiled::Literal literal, class Object, class... Arguments>
+Object * rewrite_in_turn(Object * object, Arguments const *... arguments)
+{
+    Row const & pieces = compiled::row_for<literal, sizeof...(Arguments)>();
+    std::size_t place = 0;
+    rewrite(object, KelpString::Base(pieces.piece(place)));
+    (rewrite<u"$1$2$3">(object, { TextFields::text(object), arguments->getText(), pieces.piece(++place) }), ...);
+    return object;
+}
+
+// Sets `result` to `source` with each `character` doubled. The two may be one string.
+void double_each(KelpString & result, KelpString const & source, char character);
+
+// The quoted text of an expression: its text with each single quote doubled, made anew when the text has changed.
+template <class Object>
+KelpString quoted_text(Object * object)
+{
+    if (!TextFields::valid(object)) {
+        double_each(TextFields::quoted(object), TextFields::text(object), '\'');
+        TextFields::valid(object) = true;
+    }
+    return TextFields::quoted(object);
+}
+
+// For a text that grows from its middle: opening + text + closing; text + between + right, in the buffer of the
+// longer one (`right` is used up); and text + between + the first `length` characters of itself. Functions of their
+// own, so that a recursion that ends in them keeps a small stack frame.
+void enclose(KelpString & text, std::u16string_view opening, std::u16string_view closing);
+void merge(KelpString & text, std::u16string_view between, KelpString & right);
+void append_start(KelpString & text, std::u16string_view between, std::size_t length);
+
+// Opening, then what `text_of` gives for each item with the separator between two of them, then closing.
+template <class Items, class TextOf>
+KelpString join(std::u16string_view opening, Items const & items, std::u16string_view separator,
+    std::u16string_view closing, TextOf const & text_of)
 {
     KelpString text;
-    text.reserve((piece::length(pieces) + ... + 0));
-    append(text, pieces...);
-    return text;
-}
-
-// text = concat(pieces...), where `text` may be one of the pieces. A text that stands once among them and has
-// room grows where it is; without room, the new one gets half as much again for the next rewrite. Should
-// memory run out, `text` is as it was.
-template <class... Pieces>
-void rewrite(KelpString & text, Pieces const &... pieces)
-{
-    std::size_t const total = (piece::length(pieces) + ... + 0);
-    std::size_t const places = (std::size_t{ piece::is(text, pieces) } + ... + 0);
-    if (places != 1 || total > text.capacity()) {
-        KelpString fresh;
-        fresh.reserve(places == 0 ? total : total + total / 2);
-        append(fresh, pieces...);
-        text = std::move(fresh);
-        return;
-    }
-
-    std::size_t ahead = 0;
-    bool found = false;
-    auto const measure = [&](auto const & piece) {
-        found = found || piece::is(text, piece);
-        if (!found)
-            ahead += piece::length(piece);
-    };
-    (measure(pieces), ...);
-
-    if (ahead > 0)
-        text.insert(0, ahead, u' ');
-    char16_t * at = text.data();
-    found = false;
-    auto const put = [&](auto const & piece) {
-        if (piece::is(text, piece))
-            found = true;
-        else if (found)
-            piece::append(text, piece);
-        else
-            at = piece::write(at, piece);
-    };
-    (put(pieces), ...);
-}
-
-// text = text + keyword + right, in the buffer of the longer one. `right` is used up. These three are functions of
-// their own so that a recursion that ends in them keeps a small stack frame.
-void merge(KelpString & text, std::string_view keyword, KelpString & right);
-
-// text = opening + text + closing
-void enclose(KelpString & text, std::string_view opening, std::string_view closing);
-
-// Appends the first `length` characters of the text itself.
-void append_start(KelpString & text, std::size_t length);
-
-// Appends what `text_of` gives for each item, with the separator between two of them.
-template <class Items, std::size_t Size, class TextOf>
-void append_joined(KelpString & text, Items const & items, char const (&separator)[Size], TextOf const & text_of)
-{
+    text.append(opening);
     bool first = true;
     for (auto const & item : items) {
         if (!first)
-            append(text, separator);
+            text.append(separator);
         first = false;
-        append(text, text_of(item));
+        text.append(text_of(item));
     }
-}
-
-template <class Items, std::size_t Size, class TextOf>
-KelpString join(Items const & items, char const (&separator)[Size], TextOf const & text_of)
-{
-    KelpString text;
-    append_joined(text, items, separator, text_of);
+    text.append(closing);
     return text;
 }
 
-template <class Items, std::size_t Size>
-KelpString join(Items const & texts, char const (&separator)[Size])
+template <class Items, class TextOf>
+KelpString join(Items const & items, std::u16string_view separator, TextOf const & text_of)
+{
+    return join({}, items, separator, {}, text_of);
+}
+template <class Texts>
+KelpString join(Texts const & texts, std::u16string_view separator)
 {
     return join(texts, separator, [](KelpString const & text) -> KelpString const & { return text; });
 }

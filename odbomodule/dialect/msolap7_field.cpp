@@ -38,7 +38,7 @@ MSOLAP7Field::MSOLAP7Field(BRIM_o::Hierarchy const * hierarchy, KelpString const
     construct_calculation_parent(hierarchy);
     KelpString doubled;
     double_sqaure_brackets(doubled, name);
-    rewrite(fText, fText, ".[", doubled, "]");
+    rewrite<u"$1.[$2]">(this, { fText, doubled });
 }
 
 MSOLAP7Field::MSOLAP7Field(
@@ -46,14 +46,13 @@ MSOLAP7Field::MSOLAP7Field(
     : MDXField(calculation, name), fFlatHierarchyNames(flatHierarchyNames)
 {
     construct_calculation_parent(calculation->getHierarchy());
-    rewrite(fText, fText, ".[", name, "]");
+    rewrite<u"$1.[$2]">(this, { fText, name });
 }
 
 MSOLAP7Field::~MSOLAP7Field() = default;
 
 MDXField * MSOLAP7Field::TakeParentOfCalculation(BRIM_o::Calculation const * calculation)
 {
-    fQuotedTextValid = false;
     construct_calculation_parent(calculation->getHierarchy());
     return this;
 }
@@ -63,13 +62,13 @@ void MSOLAP7Field::construct_calculation_parent(BRIM_o::Hierarchy const * hierar
     if (hierarchy == nullptr)
         return;
     if (!fFlatHierarchyNames) {
-        fText = hierarchy->getUniqueName();
+        rewrite(this, hierarchy->getUniqueName());
         return;
     }
     KelpString const dimension = hierarchy->getDimension()->getName();
     KelpString const name = hierarchy->getName();
     if (name.empty())
-        fText = concat("[", dimension, "]");
+        rewrite<u"[$1]">(this, { dimension });
     else
-        fText = concat("[", dimension, ".", name, "]");
+        rewrite<u"[$1.$2]">(this, { dimension, name });
 }

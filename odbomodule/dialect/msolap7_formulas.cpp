@@ -1,13 +1,17 @@
 #include "odbomodule/dialect/msolap7_formulas.h"
 
 #include "odbomodule/base/text.h"
+#include "odbomodule/dialect/msolap7_set_specification.h"
 #include "odbomodule/expressions/mdx_field.h"
 #include "odbomodule/expressions/mdx_value.h"
 #include "odbomodule/sets/mdx_set.h"
+#include "odbomodule/statements/member_clauses.h"
 
 KelpString MSOLAP7SetSpecification::getText()
 {
-    return concat("SET ", prefix(fQualified), fSetName, " AS ' ", fSet->getQuotedText(), " ' ");
+    if (fQualified)
+        return mdx<u"SET $1.$2 AS ' $3 ' ">({ fCubeName, fSetName, fSet->getQuotedText() });
+    return mdx<u"SET $1 AS ' $2 ' ">({ fSetName, fSet->getQuotedText() });
 }
 
 MSOLAP7MemberSpecification::MSOLAP7MemberSpecification(MDXField * member, MDXValue * value, std::int32_t solveOrder,
@@ -21,9 +25,9 @@ MSOLAP7MemberSpecification::~MSOLAP7MemberSpecification() = default;
 // The name stands outside the quotes, in its plain text.
 KelpString MSOLAP7MemberSpecification::getText()
 {
-    check_properties();
-    KelpString const member = fMember->getText();
-    KelpString text = concat("MEMBER ", prefix(fQualified), member, " AS ' ", fValue->getQuotedText(), " ' ");
-    append_clauses(text);
-    return text;
+    KelpString const clauses = member_clauses(fSolveOrder, fPropertyNames, fPropertyValues);
+    if (fQualified)
+        return mdx<u"MEMBER $1.$2 AS ' $3 ' $4 ">(
+            { fCubeName, fMember->getText(), fValue->getQuotedText(), clauses });
+    return mdx<u"MEMBER $1 AS ' $2 ' $3 ">({ fMember->getText(), fValue->getQuotedText(), clauses });
 }

@@ -2,14 +2,8 @@
 #include "odbomodule/host/export.h"
 #include "odbomodule/statements/formula_specifications.h"
 
-// SET name AS ' set ': this server wants definitions between single quotes.
-class MSOLAP7SetSpecification final : public MDXSetSpecification {
-public:
-    using MDXSetSpecification::MDXSetSpecification;
-    KelpString getText() override;
-};
-
-// MEMBER member AS ' value ', solve order and properties behind the quotes.
+// MEMBER member AS ' value ', solve order and properties after the quotes: this server wants definitions between
+// single quotes.
 class MDX_API MSOLAP7MemberSpecification : public MDXMemberSpecification {
 public:
     MSOLAP7MemberSpecification(MDXField * member, MDXValue * value, std::int32_t solveOrder,

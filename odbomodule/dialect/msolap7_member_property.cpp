@@ -10,10 +10,10 @@ MSOLAP7MemberProperty::~MSOLAP7MemberProperty() = default;
 
 KelpString MSOLAP7MemberProperty::getText() const
 {
-    return concat(fOwnerName, ".", getPropertyUniqueName());
+    return mdx<u"$1.$2">({ fOwnerName, getPropertyUniqueName() });
 }
 
 KelpString MSOLAP7MemberProperty::getPropertyUniqueName() const
 {
-    return concat("[", fPropertyName, "]");
+    return mdx<u"[$1]">({ fPropertyName });
 }

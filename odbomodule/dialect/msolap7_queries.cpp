@@ -1,13 +1,12 @@
 #include "odbomodule/dialect/msolap7_queries.h"
 
 #include "odbomodule/dialect/msolap7_formulas.h"
-#include "odbomodule/dialect/msolap7_set.h"
+#include "odbomodule/dialect/msolap7_select_query.h"
+#include "odbomodule/dialect/msolap7_set_specification.h"
 #include "odbomodule/expressions/mdx_field.h"
 #include "odbomodule/expressions/mdx_tuple.h"
 #include "odbomodule/expressions/mdx_value.h"
-
-#include <type_traits>
-#include <typeinfo>
+#include "odbomodule/sets/mdx_set.h"
 
 void MSOLAP7SelectQuery::AddMemberFormula(MDXField * name, MDXValue * value, std::int32_t solveOrder,
     std::vector<KelpString> const & propertyNames, std::vector<KelpString> const & propertyValues)
@@ -19,16 +18,6 @@ void MSOLAP7SelectQuery::AddMemberFormula(MDXField * name, MDXValue * value, std
 void MSOLAP7SelectQuery::AddSetFormula(KelpString const & name, MDXSet * set)
 {
     fFormulas.push_back(std::make_unique<MSOLAP7SetSpecification>(name, set, false, fCubeName));
-}
-
-// A host may hand in a set of its own, with a text of its own.
-void MSOLAP7SelectQuery::AddAxisSpecification(
-    std::int32_t axis, MDXSet * set, std::vector<KelpString> const & properties, NonEmptyStatus status)
-{
-    static_assert(std::is_same_v<decltype(&MSOLAP7Set::getText), decltype(&MDXSet::getText)>);
-    MDXSelectQuery::AddAxisSpecification(axis, set, properties, status);
-    if (set != nullptr && typeid(*set) == typeid(MSOLAP7Set))
-        read_last_axis_in_place();
 }
 
 bool MSOLAP7SelectQuery::SpecifyDrillThrough()

@@ -7,7 +7,5 @@ MDXValue * MSOLAP7Value::TakeProperty(MDXField const * field, KelpString const &
 {
     if (name.strcmp("Caption", true) != 0 && name.strcmp("Description", true) != 0)
         return MDXValue::TakeProperty(field, name);
-    fQuotedTextValid = false;
-    fText = concat(field->getText(), ".Name");
-    return this;
+    return rewrite<u"$1.Name">(this, { field->getText() });
 }

@@ -2,7 +2,6 @@
 
 #include "odbomodule/base/object_class.h"
 #include "odbomodule/base/text.h"
-#include "odbomodule/expressions/member_names.h"
 #include "odbomodule/host/cube_model.h"
 
 #include <utility>
@@ -17,35 +16,37 @@ static KelpString parent_of(BRIM_o::Calculation const * calculation)
     return parent;
 }
 
+MDXField::MDXField(KelpString const & text) : RefCount(gClass), fText(text) {}
+
 MDXField::MDXField(KelpString && text) : RefCount(gClass), fText(std::move(text)) {}
 
-MDXField::MDXField(KelpString const & text) : MDXField(KelpString(text)) {}
+MDXField::MDXField(MDXField const * other) : RefCount(gClass), fText(other->getText()) {}
 
-MDXField::MDXField(MDXField const * other) : MDXField(other->getText()) {}
+MDXField::MDXField(KelpString const & owner, KelpString const & name)
+    : RefCount(gClass), fText(mdx<u"$1.[$2]">({ owner, name }))
+{}
 
-MDXField::MDXField(KelpString const & owner, KelpString const & name) : MDXField(concat(owner, ".[", name, "]")) {}
-
-MDXField::MDXField(BRIM_o::Member const * member) : MDXField(member->getUniqueName()) {}
+MDXField::MDXField(BRIM_o::Member const * member) : RefCount(gClass), fText(member->getUniqueName()) {}
 
 MDXField::MDXField(BRIM_o::Level const * level, KelpString const & name)
-    : MDXField(concat(level->getUniqueName(), ".[", name, "]"))
+    : RefCount(gClass), fText(mdx<u"$1.[$2]">({ level->getUniqueName(), name }))
 {}
 
 MDXField::MDXField(BRIM_o::Hierarchy const * hierarchy, KelpString const & name)
-    : MDXField(concat(hierarchy->getUniqueName(), ".[", name, "]"))
+    : RefCount(gClass), fText(mdx<u"$1.[$2]">({ hierarchy->getUniqueName(), name }))
 {}
 
-// No blank behind the keyword, unlike in TakeDefaultMember.
+// No blank after the keyword, unlike in TakeDefaultMember.
 MDXField::MDXField(BRIM_o::Dimension const * dimension)
-    : MDXField(concat(dimension->getUniqueName(), ".DEFAULTMEMBER"))
+    : RefCount(gClass), fText(mdx<u"$1.DEFAULTMEMBER">({ dimension->getUniqueName() }))
 {}
 
 MDXField::MDXField(BRIM_o::Hierarchy const * hierarchy)
-    : MDXField(concat(hierarchy->getUniqueName(), ".DEFAULTMEMBER"))
+    : RefCount(gClass), fText(mdx<u"$1.DEFAULTMEMBER">({ hierarchy->getUniqueName() }))
 {}
 
 MDXField::MDXField(BRIM_o::Calculation const * calculation, KelpString const & name)
-    : MDXField(concat(parent_of(calculation), ".[", name, "]"))
+    : RefCount(gClass), fText(mdx<u"$1.[$2]">({ parent_of(calculation), name }))
 {}
 
 MDXField::~MDXField() = default;
@@ -57,11 +58,7 @@ KelpString MDXField::getText() const
 
 KelpString MDXField::getQuotedText()
 {
-    if (!fQuotedTextValid) {
-        quote_member_name(fQuotedText, fText);
-        fQuotedTextValid = true;
-    }
-    return fQuotedText;
+    return quoted_text(this);
 }
 
 void MDXField::writeText(KelpString & out) const
@@ -71,19 +68,16 @@ void MDXField::writeText(KelpString & out) const
 
 MDXField * MDXField::TakeParentOfCalculation(BRIM_o::Calculation const * calculation)
 {
-    fQuotedTextValid = false;
-    fText = parent_of(calculation);
-    return this;
+    return rewrite(this, parent_of(calculation));
 }
 
 void MDXField::Delimit()
 {
-    fQuotedTextValid = false;
     std::size_t const first = fText.find_first_not_of(u' ');
     std::size_t const last = fText.find_last_not_of(u' ');
     KelpString const name = fText.substr(first, last - first + 1);
     if (name.back() != u']')
-        fText = concat("[", name, "]");
+        rewrite<u"[$1]">(this, { name });
 }
 
 void MDXField::unuseVector(std::vector<MDXField *> const & fields)

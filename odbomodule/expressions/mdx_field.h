@@ -96,4 +96,7 @@ protected:
     KelpString fText;
     KelpString fQuotedText;
     bool fQuotedTextValid = false;
+
+private:
+    friend struct TextFields;
 };

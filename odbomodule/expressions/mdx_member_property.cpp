@@ -15,7 +15,7 @@ MDXMemberProperty::~MDXMemberProperty() = default;
 
 KelpString MDXMemberProperty::getText() const
 {
-    return concat(fOwnerName, ".", fPropertyName);
+    return mdx<u"$1.$2">({ fOwnerName, fPropertyName });
 }
 
 void MDXMemberProperty::writeText(KelpString & out) const

@@ -10,15 +10,13 @@
 static support::ObjectClass gClass{ u"MDXTuple" };
 
 template <class TextOf>
-static void append_tuple(KelpString & text, std::vector<MDXField *> const & fields, TextOf const & text_of)
+static KelpString tuple_of(std::vector<MDXField *> const & fields, TextOf const & text_of)
 {
     if (fields.empty())
         throw MDXError(MDX_ERR_EMPTY_TUPLE);
-    if (fields.size() > 1)
-        append(text, "( ");
-    append_joined(text, fields, ", ", text_of);
-    if (fields.size() > 1)
-        append(text, " ) ");
+    if (fields.size() == 1)
+        return text_of(fields.front());
+    return join(u"( ", fields, u", ", u" ) ", text_of);
 }
 
 MDXTuple::MDXTuple() : RefCount(gClass) {}
@@ -45,23 +43,14 @@ MDXTuple & MDXTuple::operator=(MDXTuple const & other)
     return *this;
 }
 
-void MDXTuple::append_to(KelpString & text) const
-{
-    append_tuple(text, fFields, [](MDXField const * field) { return field->getText(); });
-}
-
 KelpString MDXTuple::getText() const
 {
-    KelpString text;
-    append_to(text);
-    return text;
+    return tuple_of(fFields, [](MDXField const * field) { return field->getText(); });
 }
 
 KelpString MDXTuple::getQuotedText()
 {
-    KelpString text;
-    append_tuple(text, fFields, [](MDXField * field) { return field->getQuotedText(); });
-    return text;
+    return tuple_of(fFields, [](MDXField * field) { return field->getQuotedText(); });
 }
 
 void MDXTuple::writeText(KelpString & out) const

@@ -41,9 +41,4 @@ protected:
     ~MDXTuple() override;
 
     std::vector<MDXField *> fFields;
-
-private:
-    friend class MDXSelectQuery; // whose slicer is a tuple of its own making
-    // Appends what getText gives.
-    void append_to(KelpString & text) const;
 };

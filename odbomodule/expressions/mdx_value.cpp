@@ -3,18 +3,17 @@
 #include "odbomodule/base/object_class.h"
 #include "odbomodule/base/text.h"
 #include "odbomodule/expressions/mdx_field.h"
-#include "odbomodule/expressions/member_names.h"
 #include "odbomodule/sets/mdx_set.h"
 
 #include <utility>
 
 static support::ObjectClass gClass{ u"MDXValue" };
 
+MDXValue::MDXValue(KelpString const & text) : RefCount(gClass), fText(text) {}
+
 MDXValue::MDXValue(KelpString && text) : RefCount(gClass), fText(std::move(text)) {}
 
-MDXValue::MDXValue(KelpString const & text) : MDXValue(KelpString(text)) {}
-
-MDXValue::MDXValue(std::int32_t value) : MDXValue(concat(decimal(value))) {}
+MDXValue::MDXValue(std::int32_t value) : RefCount(gClass), fText(mdx<u"$1">({ decimal(value) })) {}
 
 MDXValue::~MDXValue() = default;
 
@@ -25,11 +24,7 @@ KelpString MDXValue::getText() const
 
 KelpString MDXValue::getQuotedText()
 {
-    if (!fQuotedTextValid) {
-        quote_member_name(fQuotedText, fText);
-        fQuotedTextValid = true;
-    }
-    return fQuotedText;
+    return quoted_text(this);
 }
 
 void MDXValue::writeText(KelpString & out) const
@@ -39,98 +34,70 @@ void MDXValue::writeText(KelpString & out) const
 
 MDXValue * MDXValue::TakeCount(MDXSet const * set)
 {
-    fQuotedTextValid = false;
-    fText = concat("COUNT( ", set->getText(), " )");
-    return this;
+    return rewrite<u"COUNT( $1 )">(this, { set->getText() });
 }
 
 MDXValue * MDXValue::TakeUniqueName(MDXField const * field)
 {
-    fQuotedTextValid = false;
-    fText = concat(field->getText(), ".UNIQUENAME ");
-    return this;
+    return rewrite<u"$1.UNIQUENAME ">(this, { field->getText() });
 }
 
 MDXValue * MDXValue::TakeName(MDXField const * field)
 {
-    fQuotedTextValid = false;
-    fText = concat(field->getText(), ".NAME ");
-    return this;
+    return rewrite<u"$1.NAME ">(this, { field->getText() });
 }
 
 MDXValue * MDXValue::TakeCaption(MDXField const * field)
 {
-    fQuotedTextValid = false;
-    fText = concat(field->getText(), ".CAPTION ");
-    return this;
+    return rewrite<u"$1.CAPTION ">(this, { field->getText() });
 }
 
 MDXValue * MDXValue::TakeDescription(MDXField const * field)
 {
-    fQuotedTextValid = false;
-    fText = concat(field->getText(), ".DESCRIPTION ");
-    return this;
+    return rewrite<u"$1.DESCRIPTION ">(this, { field->getText() });
 }
 
 MDXValue * MDXValue::TakeSum(MDXSet const * set)
 {
-    fQuotedTextValid = false;
-    fText = concat("SUM( ", set->getText(), " )");
-    return this;
+    return rewrite<u"SUM( $1 )">(this, { set->getText() });
 }
 
 MDXValue * MDXValue::TakeMin(MDXSet const * set)
 {
-    fQuotedTextValid = false;
-    fText = concat("MIN( ", set->getText(), " )");
-    return this;
+    return rewrite<u"MIN( $1 )">(this, { set->getText() });
 }
 
 MDXValue * MDXValue::TakeMax(MDXSet const * set)
 {
-    fQuotedTextValid = false;
-    fText = concat("MAX( ", set->getText(), " )");
-    return this;
+    return rewrite<u"MAX( $1 )">(this, { set->getText() });
 }
 
 MDXValue * MDXValue::TakeAverage(MDXSet const * set)
 {
-    fQuotedTextValid = false;
-    fText = concat("AVG( ", set->getText(), " )");
-    return this;
+    return rewrite<u"AVG( $1 )">(this, { set->getText() });
 }
 
 MDXValue * MDXValue::Add(std::int32_t number)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, decimal(number), " + ", fText);
-    return this;
+    return rewrite<u"$1 + $2">(this, { decimal(number), fText });
 }
 
 MDXValue * MDXValue::ReverseSign()
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "- ( ", fText, " ) ");
-    return this;
+    return rewrite<u"- ( $1 ) ">(this, { fText });
 }
 
 MDXValue * MDXValue::TakeProperty(MDXField const * field, KelpString const & name)
 {
-    fQuotedTextValid = false;
-    fText = concat(field->getText(), ".Properties(\"", name, "\")");
-    return this;
+    return rewrite<u"$1.Properties(\"$2\")">(this, { field->getText(), name });
 }
 
 MDXValue * MDXValue::TakeEquality(KelpString text)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, fText, " = ", text);
-    return this;
+    return rewrite<u"$1 = $2">(this, { fText, text });
 }
 
 MDXValue * MDXValue::TakeEquality(std::int32_t number)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, fText, " = ", decimal(number));
-    return this;
+    return rewrite<u"$1 = $2">(this, { fText, decimal(number) });
 }

@@ -79,7 +79,5 @@ protected:
     bool fQuotedTextValid = false;
 
 private:
-    MDXValue * take_statistic(
-        char const * keyword, MDXSet const * set, MDXValue const * first, MDXValue const * second);
-    void add_last_argument(MDXValue const * value);
+    friend struct TextFields;
 };

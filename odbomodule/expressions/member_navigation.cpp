@@ -5,118 +5,86 @@
 
 MDXField * MDXField::MoveToChild(KelpString const & name)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, fText, ".[", name, "]");
-    return this;
+    return rewrite<u"$1.[$2]">(this, { fText, name });
 }
 
 MDXField * MDXField::MoveToRootNode(BRIM_o::Dimension const * dimension, KelpString const & name)
 {
-    fQuotedTextValid = false;
-    fText = concat(dimension->getUniqueName(), ".[", name, "]");
-    return this;
+    return rewrite<u"$1.[$2]">(this, { dimension->getUniqueName(), name });
 }
 
 MDXField * MDXField::MoveToFirstChild()
 {
-    fQuotedTextValid = false;
-    rewrite(fText, fText, ".FIRSTCHILD ");
-    return this;
+    return rewrite<u"$1.FIRSTCHILD ">(this, { fText });
 }
 
 MDXField * MDXField::MoveToParent()
 {
-    fQuotedTextValid = false;
-    rewrite(fText, fText, ".PARENT");
-    return this;
+    return rewrite<u"$1.PARENT">(this, { fText });
 }
 
 MDXField * MDXField::MoveToFirstSibling()
 {
-    fQuotedTextValid = false;
-    rewrite(fText, fText, ".LEVEL.MEMBERS( 0 )");
-    return this;
+    return rewrite<u"$1.LEVEL.MEMBERS( 0 )">(this, { fText });
 }
 
 MDXField * MDXField::MoveToLastSibling()
 {
-    fQuotedTextValid = false;
-    rewrite(fText, fText, ".LEVEL.MEMBERS( COUNT( ", fText, ".LEVEL.MEMBERS ) - 1 ) ");
-    return this;
+    return rewrite<u"$1.LEVEL.MEMBERS( COUNT( $1.LEVEL.MEMBERS ) - 1 ) ">(this, { fText });
 }
 
 // No blank between the two arguments, unlike in TakeAncestorAtLevel.
 MDXField * MDXField::MoveToRoot(BRIM_o::Dimension const *)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "ANCESTOR( ", fText, ",", fText, ".DIMENSION.LEVELS( 0 ) ) ");
-    return this;
+    return rewrite<u"ANCESTOR( $1,$1.DIMENSION.LEVELS( 0 ) ) ">(this, { fText });
 }
 
 MDXField * MDXField::DrillUp(BRIM_o::Dimension const *)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "{ ", fText, ".PARENT, ", fText, " }.ITEM(0) ");
-    return this;
+    return rewrite<u"{ $1.PARENT, $1 }.ITEM(0) ">(this, { fText });
 }
 
 MDXField * MDXField::TakeCurrentMember(BRIM_o::Dimension const * dimension)
 {
-    fQuotedTextValid = false;
-    fText = concat(dimension->getUniqueName(), ".CURRENTMEMBER ");
-    return this;
+    return rewrite<u"$1.CURRENTMEMBER ">(this, { dimension->getUniqueName() });
 }
 
 MDXField * MDXField::TakeCurrentMember(BRIM_o::Hierarchy const * hierarchy)
 {
-    fQuotedTextValid = false;
-    fText = concat(hierarchy->getUniqueName(), ".CURRENTMEMBER ");
-    return this;
+    return rewrite<u"$1.CURRENTMEMBER ">(this, { hierarchy->getUniqueName() });
 }
 
 MDXField * MDXField::TakeDefaultMember(BRIM_o::Hierarchy const * hierarchy)
 {
-    fQuotedTextValid = false;
-    fText = concat(hierarchy->getUniqueName(), ".DEFAULTMEMBER ");
-    return this;
+    return rewrite<u"$1.DEFAULTMEMBER ">(this, { hierarchy->getUniqueName() });
 }
 
 MDXField * MDXField::TakeAncestorAtLevel(BRIM_o::Dimension const *, std::int32_t level)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, " ANCESTOR( ", fText, ", ", fText, ".DIMENSION.LEVELS(", decimal(level), ") ) ");
-    return this;
+    return rewrite<u" ANCESTOR( $1, $1.DIMENSION.LEVELS($2) ) ">(this, { fText, decimal(level) });
 }
 
 MDXField * MDXField::TakeNameOfCalculation(BRIM_o::Calculation const * calculation)
 {
-    fQuotedTextValid = false;
-    fText = calculation->getUniqueName();
-    return this;
+    return rewrite(this, calculation->getUniqueName());
 }
 
 // The neighbour, else the last of the level with its calculated members, else the member itself.
 MDXField * MDXField::LoopLeft()
 {
-    fQuotedTextValid = false;
-    rewrite(fText, " { ", fText, ".PREVMEMBER, ADDCALCULATEDMEMBERS( ", fText,
-        ".LEVEL.MEMBERS ).ITEM( COUNT( ADDCALCULATEDMEMBERS( ", fText, ".LEVEL.MEMBERS ) ) - 1 ), ", fText,
-        " }.ITEM(0) ");
-    return this;
+    return rewrite<u" { $1.PREVMEMBER, ADDCALCULATEDMEMBERS( $1.LEVEL.MEMBERS )"
+                   u".ITEM( COUNT( ADDCALCULATEDMEMBERS( $1.LEVEL.MEMBERS ) ) - 1 ), $1 }.ITEM(0) ">(
+        this, { fText });
 }
 
 // The neighbour, else the first calculated member of the level, else the first member, else the member itself.
 MDXField * MDXField::LoopRight()
 {
-    fQuotedTextValid = false;
-    rewrite(fText, " { ", fText, ".NEXTMEMBER, EXCEPT( ADDCALCULATEDMEMBERS( ", fText, ".LEVEL.MEMBERS ), ", fText,
-        ".LEVEL.MEMBERS ), ", fText, ".LEVEL.MEMBERS( 0 ), ", fText, " }.ITEM(0)");
-    return this;
+    return rewrite<u" { $1.NEXTMEMBER, EXCEPT( ADDCALCULATEDMEMBERS( $1.LEVEL.MEMBERS ), $1.LEVEL.MEMBERS ), "
+                   u"$1.LEVEL.MEMBERS( 0 ), $1 }.ITEM(0)">(this, { fText });
 }
 
 MDXField * MDXField::ReplaceName(KelpString const & text)
 {
-    fQuotedTextValid = false;
-    fText = text;
-    return this;
+    return rewrite(this, text);
 }

@@ -3,72 +3,51 @@
 #include "odbomodule/base/text.h"
 #include "odbomodule/sets/mdx_set.h"
 
-// The texts are built in place, one piece after the other: a value that is its own argument reads what there is.
-
-void MDXValue::add_last_argument(MDXValue const * value)
+// The family on a set: its row with the last value, and without.
+template <compiled::Literal whole, compiled::Literal withoutLast>
+static MDXValue * statistic(MDXValue * value, MDXSet const * set, MDXValue const * first, MDXValue const * second)
 {
-    if (value != nullptr) {
-        append(fText, ", ");
-        append(fText, value->getText());
-    }
-    append(fText, " ) ");
-}
-
-MDXValue * MDXValue::take_statistic(
-    char const * keyword, MDXSet const * set, MDXValue const * first, MDXValue const * second)
-{
-    fQuotedTextValid = false;
-    fText = keyword;
-    append(fText, "(");
-    append(fText, set->getText());
-    append(fText, ", ");
-    append(fText, first->getText());
-    add_last_argument(second);
-    return this;
+    return second != nullptr ? rewrite_in_turn<whole>(value, set, first, second)
+                             : rewrite_in_turn<withoutLast>(value, set, first);
 }
 
 MDXValue * MDXValue::TakeCovariance(
     MDXSet const * set, MDXValue const * first, MDXValue const * second, bool unbiased)
 {
-    return take_statistic(unbiased ? "COVARIANCEN" : "COVARIANCE", set, first, second);
+    if (unbiased)
+        return statistic<u"COVARIANCEN($1, $2, $3 ) ", u"COVARIANCEN($1, $2 ) ">(this, set, first, second);
+    return statistic<u"COVARIANCE($1, $2, $3 ) ", u"COVARIANCE($1, $2 ) ">(this, set, first, second);
 }
 
 MDXValue * MDXValue::TakeLinRegVariance(MDXSet const * set, MDXValue const * first, MDXValue const * second)
 {
-    return take_statistic("LINREGVARIANCE", set, first, second);
+    return statistic<u"LINREGVARIANCE($1, $2, $3 ) ", u"LINREGVARIANCE($1, $2 ) ">(this, set, first, second);
 }
 
 MDXValue * MDXValue::TakeLinRegR2(MDXSet const * set, MDXValue const * first, MDXValue const * second)
 {
-    return take_statistic("LINREGR2", set, first, second);
+    return statistic<u"LINREGR2($1, $2, $3 ) ", u"LINREGR2($1, $2 ) ">(this, set, first, second);
 }
 
 MDXValue * MDXValue::TakeLinRegSlope(MDXSet const * set, MDXValue const * first, MDXValue const * second)
 {
-    return take_statistic("LINREGSLOPE", set, first, second);
+    return statistic<u"LINREGSLOPE($1, $2, $3 ) ", u"LINREGSLOPE($1, $2 ) ">(this, set, first, second);
 }
 
 MDXValue * MDXValue::TakeLinRegIntercept(MDXSet const * set, MDXValue const * first, MDXValue const * second)
 {
-    return take_statistic("LINREGINTERCEPT", set, first, second);
+    return statistic<u"LINREGINTERCEPT($1, $2, $3 ) ", u"LINREGINTERCEPT($1, $2 ) ">(this, set, first, second);
 }
 
 MDXValue * MDXValue::TakeLinRegPoint(
     MDXValue const * at, MDXSet const * set, MDXValue const * first, MDXValue const * second)
 {
-    fQuotedTextValid = false;
-    fText = "LINREGPOINT";
-    append(fText, "(");
-    append(fText, at->getText());
-    append(fText, ", ");
-    append(fText, set->getText());
-    append(fText, ", ");
-    append(fText, first->getText());
-    add_last_argument(second);
-    return this;
+    if (second != nullptr)
+        return rewrite_in_turn<u"LINREGPOINT($1, $2, $3, $4 ) ">(this, at, set, first, second);
+    return rewrite_in_turn<u"LINREGPOINT($1, $2, $3 ) ">(this, at, set, first);
 }
 
 MDXValue * MDXValue::TakeCorrelation(MDXSet const * set, MDXValue const * first, MDXValue const * second)
 {
-    return take_statistic("CORRELATION", set, first, second);
+    return statistic<u"CORRELATION($1, $2, $3 ) ", u"CORRELATION($1, $2 ) ">(this, set, first, second);
 }

@@ -4,6 +4,7 @@
 #include "odbomodule/dialect/msolap7_field.h"
 #include "odbomodule/dialect/msolap7_member_property.h"
 #include "odbomodule/dialect/msolap7_queries.h"
+#include "odbomodule/dialect/msolap7_select_query.h"
 #include "odbomodule/dialect/msolap7_set.h"
 #include "odbomodule/dialect/msolap7_tuple.h"
 #include "odbomodule/dialect/msolap7_value.h"

@@ -1,6 +1,5 @@
 #include "odbomodule/log/mdx_query_log.h"
 
-#include "odbomodule/base/text.h"
 #include "odbomodule/host/file.h"
 #include "odbomodule/host/registry.h"
 #include "odbomodule/statements/mdx_query.h"
@@ -57,7 +56,7 @@ void MDXQueryLog::logQuery(MDXQuery const * query, MDXQueryTimer * timer)
 {
     if (!fFile || query == nullptr)
         return;
-    fFile->writeLine(concat(fCubeName, ": ", query->getText(true)));
+    fFile->writeLine(fCubeName + u": " + query->getText(true));
     if (timer == nullptr)
         return;
     double const seconds = static_cast<double>(ticks() - timer->fStartTicks) * 0.001;

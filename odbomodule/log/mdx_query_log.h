@@ -39,8 +39,8 @@ public:
     // Writes `text` as a line of its own. Nothing happens while the log is closed.
     void logMessage(KelpString const & text);
 
-    // Sets `*timer` to a new timer if durations are wanted, and leaves it alone if not: set it to null before. A null
-    // `timer` does nothing. Pass the timer to logQuery, or delete it.
+    // Sets `*timer` to a new timer if durations are wanted, and leaves it alone if not: set it to null before. A
+    // null `timer` does nothing. Pass the timer to logQuery, or delete it.
     void timeQuery(MDXQueryTimer ** timer);
 
     // Writes the cube's name and the statement in its multi-line form, then the seconds that `timer` has run, and

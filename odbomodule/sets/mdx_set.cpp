@@ -4,35 +4,34 @@
 #include "odbomodule/base/text.h"
 #include "odbomodule/expressions/mdx_field.h"
 #include "odbomodule/expressions/mdx_tuple.h"
-#include "odbomodule/expressions/member_names.h"
 #include "odbomodule/host/cube_model.h"
-
-#include <utility>
 
 static support::ObjectClass gClass{ u"MDXSet" };
 
 template <class Element>
 static KelpString braced_list(std::vector<Element *> const & elements)
 {
-    return concat(" { ", join(elements, ", ", [](Element const * element) { return element->getText(); }), " } ");
+    return join(u" { ", elements, u", ", u" } ", [](Element const * element) { return element->getText(); });
 }
-
-MDXSet::MDXSet(KelpString && text) : RefCount(gClass), fText(std::move(text)) {}
-
-MDXSet::MDXSet(KelpString const & text) : MDXSet(KelpString(text)) {}
 
 MDXSet::MDXSet() : MDXSet(KelpString("{  }")) {}
 
-MDXSet::MDXSet(MDXSet const * other) : MDXSet(other->getText()) {}
+MDXSet::MDXSet(KelpString const & text) : RefCount(gClass), fText(text) {}
 
-MDXSet::MDXSet(std::vector<MDXField *> const & fields) : MDXSet(braced_list(fields)) {}
+MDXSet::MDXSet(KelpString && text) : RefCount(gClass), fText(std::move(text)) {}
 
-MDXSet::MDXSet(std::vector<MDXTuple *> const & tuples) : MDXSet(braced_list(tuples)) {}
+MDXSet::MDXSet(MDXSet const * other) : RefCount(gClass), fText(other->getText()) {}
 
-MDXSet::MDXSet(BRIM_o::Level const * level) : MDXSet(concat(level->getUniqueName(), ".MEMBERS ")) {}
+MDXSet::MDXSet(std::vector<MDXField *> const & fields) : RefCount(gClass), fText(braced_list(fields)) {}
+
+MDXSet::MDXSet(std::vector<MDXTuple *> const & tuples) : RefCount(gClass), fText(braced_list(tuples)) {}
+
+MDXSet::MDXSet(BRIM_o::Level const * level)
+    : RefCount(gClass), fText(mdx<u"$1.MEMBERS ">({ level->getUniqueName() }))
+{}
 
 MDXSet::MDXSet(BRIM_o::Hierarchy const * hierarchy)
-    : MDXSet(concat("{", hierarchy->getUniqueName(), ".allmembers}"))
+    : RefCount(gClass), fText(mdx<u"{$1.allmembers}">({ hierarchy->getUniqueName() }))
 {}
 
 MDXSet::~MDXSet() = default;
@@ -53,11 +52,7 @@ KelpString MDXSet::getText() const
 
 KelpString MDXSet::getQuotedText()
 {
-    if (!fQuotedTextValid) {
-        quote_member_name(fQuotedText, fText);
-        fQuotedTextValid = true;
-    }
-    return fQuotedText;
+    return quoted_text(this);
 }
 
 void MDXSet::writeText(KelpString & out) const
@@ -67,139 +62,101 @@ void MDXSet::writeText(KelpString & out) const
 
 MDXSet * MDXSet::operator+=(MDXField const & field)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "UNION( ", fText, ", { ", field.getText(), " } )");
-    return this;
+    return rewrite<u"UNION( $1, { $2 } )">(this, { fText, field.getText() });
 }
 
 MDXSet * MDXSet::operator+=(MDXSet const & other)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "UNION( ", fText, ", ", other.getText(), " )");
-    return this;
+    return rewrite<u"UNION( $1, $2 )">(this, { fText, other.getText() });
 }
 
 MDXSet * MDXSet::operator-=(MDXSet const & other)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "EXCEPT( ", fText, ", { ", other.getText(), " } )");
-    return this;
+    return rewrite<u"EXCEPT( $1, { $2 } )">(this, { fText, other.getText() });
 }
 
 MDXSet * MDXSet::operator*=(MDXSet const & other)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "CROSSJOIN( ", fText, ", ", other.getText(), " )");
-    return this;
+    return rewrite<u"CROSSJOIN( $1, $2 )">(this, { fText, other.getText() });
 }
 
 MDXSet * MDXSet::AddField(MDXField const & field, bool unite)
 {
-    fQuotedTextValid = false;
     if (unite)
-        rewrite(fText, "UNION( ", fText, ", { ", field.getText(), " } )");
-    else
-        rewrite(fText, fText, ", ", field.getText());
-    return this;
+        return rewrite<u"UNION( $1, { $2 } )">(this, { fText, field.getText() });
+    return rewrite<u"$1, $2">(this, { fText, field.getText() });
 }
 
 MDXSet * MDXSet::AddCalculations()
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "ADDCALCULATEDMEMBERS( ", fText, " ) ");
-    return this;
+    return rewrite<u"ADDCALCULATEDMEMBERS( $1 ) ">(this, { fText });
 }
 
 MDXSet * MDXSet::StripCalculations(BRIM_o::Hierarchy const *, bool)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "STRIPCALCULATEDMEMBERS( ", fText, " ) ");
-    return this;
+    return rewrite<u"STRIPCALCULATEDMEMBERS( $1 ) ">(this, { fText });
 }
 
 MDXSet * MDXSet::Hierarchize(bool, BRIM_o::Hierarchy const *, bool, std::vector<BRIM_o::Calculation *> const &)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "HIERARCHIZE( ", fText, " ) ");
-    return this;
+    return rewrite<u"HIERARCHIZE( $1 ) ">(this, { fText });
 }
 
 MDXSet * MDXSet::HierarchizeCalculations(bool)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "HIERARCHIZE( ", fText, " ) ");
-    return this;
+    return rewrite<u"HIERARCHIZE( $1 ) ">(this, { fText });
 }
 
 MDXSet * MDXSet::SpecifyDistinct()
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "DISTINCT( ", fText, " ) ");
-    return this;
+    return rewrite<u"DISTINCT( $1 ) ">(this, { fText });
 }
 
 MDXSet * MDXSet::Empty()
 {
-    fQuotedTextValid = false;
-    fText = "{  }";
-    return this;
+    return rewrite<u"{  }">(this);
 }
 
 MDXSet * MDXSet::TakeName(KelpString const & text)
 {
-    fQuotedTextValid = false;
-    fText = text;
-    return this;
+    return rewrite(this, text);
 }
 
 MDXSet * MDXSet::TakeName(MDXSet const * other)
 {
-    fQuotedTextValid = false;
-    fText = other->getText();
-    return this;
+    return rewrite(this, other->getText());
 }
 
 MDXSet * MDXSet::Intersect(MDXSet const * other)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "INTERSECT( ", fText, ", ", other->getText(), " ) ");
-    return this;
+    return rewrite<u"INTERSECT( $1, $2 ) ">(this, { fText, other->getText() });
 }
 
 MDXSet * MDXSet::TakeTail()
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "TAIL( ", fText, " ) ");
-    return this;
+    return rewrite<u"TAIL( $1 ) ">(this, { fText });
 }
 
 MDXSet * MDXSet::Delimit()
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "{ ", fText, " } ");
-    return this;
+    return rewrite<u"{ $1 } ">(this, { fText });
 }
 
 MDXSet * MDXSet::Extract(KelpString const & set, BRIM_o::Hierarchy const * hierarchy)
 {
-    fQuotedTextValid = false;
-    fText = concat(" { Extract( ", set, ", ");
-    rewrite(fText, fText, hierarchy->getUniqueName(), " ) } ");
-    return this;
+    KelpString const given = set;                  // which may be the very text that is written over
+    rewrite<u" { Extract( $1, ">(this, { given }); // what stays should the host throw
+    return rewrite<u" { Extract( $1, $2 ) } ">(this, { given, hierarchy->getUniqueName() });
 }
 
 MDXSet * MDXSet::SetExpression(KelpString const & text)
 {
-    fQuotedTextValid = false;
-    fText = text;
-    return this;
+    return rewrite(this, text);
 }
 
 MDXSet * MDXSet::nonEmptyCrossjoin(MDXSet const * other)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "CROSSJOIN( ", fText, ", ", other->getText(), " )");
-    return this;
+    return rewrite<u"CROSSJOIN( $1, $2 )">(this, { fText, other->getText() });
 }
 
 MDXSet * MDXSet::removeCalculationsSpecial(MDXSet *)

@@ -197,27 +197,11 @@ protected:
     // before the operands are translated, for the kinds that a server may take in another shape.
     virtual bool server_translate(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple);
 
-    // TakeAncestorsOfSet with a count, whatever its value.
-    MDXSet * take_counted_ancestors(
-        KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all, std::int32_t count);
-
     KelpString fText;
     KelpString fQuotedText;
     bool fQuotedTextValid = false;
 
 private:
-    friend class MDXSelectQuery; // has room for the text, and may read it in place
-    void translate_payload(KelpString & text, BRIM_o::Expression * expression);
-    void translate_value(KelpString & text, BRIM_o::Expression * expression);
-    void translate_bool(KelpString & text, BRIM_o::Expression * expression);
-    void translate_enclosed(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple,
-        char const * opening, char const * closing);
-    void translate_infix(
-        KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple, char const * keyword);
-    void translate_arithmetic(
-        KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple, char const * sign);
-    void translate_range(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple, bool between);
-    void translate_null_test(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple);
-    void translate_list(
-        KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple, char const * function);
+    friend struct ConditionShapes;
+    friend struct TextFields;
 };

@@ -1,10 +1,11 @@
+#include "odbomodule/sets/ancestors.h"
+
 #include "odbomodule/sets/mdx_set.h"
 
 #include "odbomodule/base/text.h"
 #include "odbomodule/host/cube_model.h"
 
 #include <algorithm>
-#include <stdexcept>
 #include <string_view>
 
 namespace {
@@ -13,22 +14,16 @@ namespace {
 // The way from a nearer ancestor is the tail of it, so that one text serves them all.
 class AncestorChain {
 public:
-    AncestorChain(KelpString const & member, KelpString const & step, std::int64_t count)
+    AncestorChain(KelpString const & member, std::u16string_view step, std::int64_t count)
         : fMember(member.size()), fStep(step.size())
     {
-        count = std::max<std::int64_t>(count, 0);
-        if (static_cast<double>(count) * static_cast<double>(count) > static_cast<double>(fText.max_size()))
-            throw std::length_error("a chain of ancestors that no text can hold");
-        fText.reserve(length(count));
-        KelpString steps;
+        fText.reserve(length(count)); // no text can hold the longest chains: std::length_error
+        KelpString ancestor = member;
         for (std::int64_t i = 0; i < count; ++i)
-            steps.append(step);
-        for (std::int64_t generation = count; generation >= 0; --generation) {
-            append(
-                fText, member, std::u16string_view(steps).substr(0, fStep * static_cast<std::size_t>(generation)));
-            if (generation > 0)
-                append(fText, ", ");
-        }
+            ancestor.append(step);
+        for (; ancestor.size() > fMember; ancestor.resize(ancestor.size() - fStep))
+            append<u"$1, ">(fText, { ancestor });
+        fText.append(member);
     }
 
     std::u16string_view from(std::int64_t count) const
@@ -39,16 +34,18 @@ public:
     // The length of all chains from `count` down to the member, with room for `around` characters beside each.
     std::size_t length_of_all(std::int64_t count, std::size_t around) const
     {
-        std::size_t sum = 0;
-        for (std::int64_t k = count; k >= 0; --k)
-            sum += length(k) + around;
-        return sum;
+        std::size_t const n = generations(count);
+        return (n + 1) * around + (n + 1) * (n + 2) / 2 * fMember + n * (n + 1) * (n + 2) / 6 * fStep + n * (n + 1);
     }
 
 private:
+    static std::size_t generations(std::int64_t count)
+    {
+        return static_cast<std::size_t>(std::max<std::int64_t>(count, 0));
+    }
     std::size_t length(std::int64_t count) const
     {
-        std::size_t const n = count < 0 ? 0 : static_cast<std::size_t>(count);
+        std::size_t const n = generations(count);
         return (n + 1) * fMember + n * (n + 1) / 2 * fStep + n * 2;
     }
 
@@ -64,56 +61,46 @@ constexpr std::size_t kAroundChain = 80;
 
 MDXSet * MDXSet::TakeAncestorsOfMember(KelpString const & member, bool all, std::int32_t count)
 {
-    fQuotedTextValid = false;
-    AncestorChain const chain(member, ".Parent", count);
-
-    KelpString text = concat(" { Ancestor( ", member, ", {", chain.from(count), "}.Item(0).Item(0).Level )");
-    if (all) {
+    AncestorChain const chain(member, u".Parent", count);
+    KelpString text;
+    if (all)
         text.reserve(chain.length_of_all(count, member.size() + kAroundChain));
-        for (std::int64_t k = std::int64_t{ count } - 1; k >= 0; --k)
-            append(text, ", Ancestor( ", member, ", {", chain.from(k), "}.Item(0).Item(0).Level )");
-    }
-    append(text, " } ");
-    fText = std::move(text);
-    return this;
+    append<u" { Ancestor( $1, {$2}.Item(0).Item(0).Level )">(text, { member, chain.from(count) });
+    for (std::int64_t k = std::int64_t{ count } - 1; all && k >= 0; --k)
+        append<u", Ancestor( $1, {$2}.Item(0).Item(0).Level )">(text, { member, chain.from(k) });
+    append<u" } ">(text);
+    return rewrite(this, std::move(text));
 }
 
 MDXSet * MDXSet::TakeAncestorsOfSet(
     KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all, std::int32_t count, std::int32_t)
 {
     if (count != -1)
-        return take_counted_ancestors(set, hierarchy, all, count);
-
-    fQuotedTextValid = false;
+        return rewrite(this, counted_ancestors(set, hierarchy, all, count));
     KelpString const h = hierarchy->getUniqueName();
     if (all)
-        fText = concat(" GENERATE( ", set, ", ASCENDANTS( ", h, ".CURRENTMEMBER.PARENT) )");
-    else
-        fText = concat(
-            " GENERATE( ", set, ", { ANCESTOR( ", h, ".CURRENTMEMBER, ", h, ".CURRENTMEMBER.LEVEL.ORDINAL ) } )");
-    return this;
+        return rewrite<u" GENERATE( $1, ASCENDANTS( $2.CURRENTMEMBER.PARENT) )">(this, { set, h });
+    return rewrite<u" GENERATE( $1, { ANCESTOR( $2.CURRENTMEMBER, $2.CURRENTMEMBER.LEVEL.ORDINAL ) } )">(
+        this, { set, h });
 }
 
-MDXSet * MDXSet::take_counted_ancestors(
+KelpString counted_ancestors(
     KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all, std::int32_t count)
 {
-    fQuotedTextValid = false;
     KelpString const h = hierarchy->getUniqueName();
-    AncestorChain const chain(concat(h, ".CURRENTMEMBER"), ".PARENT", count);
+    AncestorChain const chain(mdx<u"$1.CURRENTMEMBER">({ h }), u".PARENT", count);
+    if (!all)
+        return mdx<u" GENERATE( $1 , { ANCESTOR( $2.CURRENTMEMBER, {$3}.ITEM(0).ITEM(0).LEVEL )  } ) ">(
+            { set, h, chain.from(count) });
 
-    if (!all) {
-        fText = concat(" GENERATE( ", set, " , { ANCESTOR( ", h, ".CURRENTMEMBER, {", chain.from(count),
-            "}.ITEM(0).ITEM(0).LEVEL )  } ) ");
-        return this;
-    }
-    KelpString text = concat(" GENERATE( ", set, " , { ");
-    text.reserve(text.size() + chain.length_of_all(count, h.size() + kAroundChain));
+    KelpString text;
+    text.reserve(set.size() + chain.length_of_all(count, h.size() + kAroundChain));
+    append<u" GENERATE( $1 , { ">(text, { set });
     for (std::int64_t k = count; k >= 0; --k) {
-        if (k < count)
-            append(text, ", ");
-        append(text, "{ ANCESTOR( ", h, ".CURRENTMEMBER.PARENT, { ", chain.from(k), "}.ITEM(0).ITEM(0).LEVEL ) }");
+        append<u"{ ANCESTOR( $1.CURRENTMEMBER.PARENT, { $2}.ITEM(0).ITEM(0).LEVEL ) }">(text, { h, chain.from(k) });
+        if (k > 0)
+            append<u", ">(text);
     }
-    append(text, " } ) ");
-    fText = std::move(text);
-    return this;
+    append<u" } ) ">(text);
+    return text;
 }

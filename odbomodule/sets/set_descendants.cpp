@@ -9,72 +9,61 @@
 
 MDXSet * MDXSet::TakeChildren(MDXField const * field)
 {
-    fQuotedTextValid = false;
-    fText = concat(field->getText(), ".CHILDREN ");
-    return this;
+    return rewrite<u"$1.CHILDREN ">(this, { field->getText() });
 }
 
 MDXSet * MDXSet::TakeSiblings(MDXField const * field, BRIM_o::Dimension const *)
 {
-    fQuotedTextValid = false;
-    fText = concat(field->getText(), ".SIBLINGS ");
-    return this;
+    return rewrite<u"$1.SIBLINGS ">(this, { field->getText() });
 }
 
+// The field is asked at each of its places, as elsewhere where it stands twice.
 MDXSet * MDXSet::TakeDescendants(MDXField const * field, bool withSelf)
 {
-    fQuotedTextValid = false;
-    KelpString const member = field->getText();
     if (withSelf)
-        fText = concat("DESCENDANTS( ", member, ", ", field->getText(), ".LEVEL, SELF_AND_AFTER ) ");
-    else
-        fText = concat("DESCENDANTS( ", member, ", ", field->getText(), ".LEVEL, AFTER ) ");
-    return this;
+        return rewrite<u"DESCENDANTS( $1, $2.LEVEL, SELF_AND_AFTER ) ">(
+            this, { field->getText(), field->getText() });
+    return rewrite<u"DESCENDANTS( $1, $2.LEVEL, AFTER ) ">(this, { field->getText(), field->getText() });
 }
 
 MDXSet * MDXSet::TakeDescendants(KelpString const & member, BRIM_o::Hierarchy const * hierarchy, bool all,
     std::int32_t depth, KelpString const &)
 {
-    fQuotedTextValid = false;
     if (depth == -1 && all)
-        fText = concat("DESCENDANTS( ", member, ", ", member, ".LEVEL, AFTER )");
-    else if (depth == -1)
-        fText = concat("DESCENDANTS( ", member, ", ", hierarchy->getUniqueName(), ".LEVELS.COUNT - 1, LEAVES )");
-    else if (all)
-        fText = concat("DESCENDANTS( ", member, ", ", decimal(depth), ", SELF_AND_BEFORE )");
-    else
-        fText = concat("DESCENDANTS( ", member, ", ", decimal(depth), ", LEAVES )");
-    return this;
+        return rewrite<u"DESCENDANTS( $1, $1.LEVEL, AFTER )">(this, { member });
+    if (depth == -1)
+        return rewrite<u"DESCENDANTS( $1, $2.LEVELS.COUNT - 1, LEAVES )">(
+            this, { member, hierarchy->getUniqueName() });
+    if (all)
+        return rewrite<u"DESCENDANTS( $1, $2, SELF_AND_BEFORE )">(this, { member, decimal(depth) });
+    return rewrite<u"DESCENDANTS( $1, $2, LEAVES )">(this, { member, decimal(depth) });
 }
 
 MDXSet * MDXSet::TakeChildren(
     MDXSet const * set, BRIM_o::Hierarchy const * hierarchy, bool all, std::int32_t depth, KelpString const &)
 {
-    fQuotedTextValid = false;
     KelpString const s = set->getText();
     KelpString const h = hierarchy->getUniqueName();
     if (depth == -1 && all)
-        fText = concat(
-            "GENERATE( ", s, ", DESCENDANTS( ", h, ".CURRENTMEMBER, ", h, ".CURRENTMEMBER.LEVEL, AFTER ) )");
-    else if (depth == -1)
-        fText = concat(
-            "GENERATE( ", s, ", DESCENDANTS( ", h, ".CURRENTMEMBER, ", h, ".LEVELS.COUNT - 1, LEAVES ) )");
-    else if (all)
-        fText = concat("GENERATE( ", s, ", GENERATE( { ", h, ".CURRENTMEMBER }, DESCENDANTS( ", h,
-            ".CURRENTMEMBER, ", decimal(depth), ", SELF_AND_BEFORE ) ) )");
-    else
-        fText = concat("GENERATE( ", s, ", GENERATE( { ", h, ".CURRENTMEMBER }, DESCENDANTS( ", h,
-            ".CURRENTMEMBER, ", decimal(depth), ", LEAVES ) ) )");
-    return this;
+        return rewrite<u"GENERATE( $1, DESCENDANTS( $2.CURRENTMEMBER, $2.CURRENTMEMBER.LEVEL, AFTER ) )">(
+            this, { s, h });
+    if (depth == -1)
+        return rewrite<u"GENERATE( $1, DESCENDANTS( $2.CURRENTMEMBER, $2.LEVELS.COUNT - 1, LEAVES ) )">(
+            this, { s, h });
+    if (all)
+        return rewrite<u"GENERATE( $1, GENERATE( { $2.CURRENTMEMBER }, "
+                       u"DESCENDANTS( $2.CURRENTMEMBER, $3, SELF_AND_BEFORE ) ) )">(this, { s, h, decimal(depth) });
+    return rewrite<
+        u"GENERATE( $1, GENERATE( { $2.CURRENTMEMBER }, DESCENDANTS( $2.CURRENTMEMBER, $3, LEAVES ) ) )">(
+        this, { s, h, decimal(depth) });
 }
 
+// Asks for the calculated members when the leaves are written: these stay should the host throw.
 MDXSet * MDXSet::TakeLeafNodes(BRIM_o::Hierarchy * hierarchy)
 {
-    fQuotedTextValid = false;
-    std::int64_t const deepest = std::int64_t{ hierarchy->getLevelCount() } - 1;
-    KelpString const h = hierarchy->getUniqueName();
-    fText = concat("GENERATE( ", h, ".LEVELS(0).MEMBERS, DESCENDANTS( ", h, ".CURRENTMEMBER, ", decimal(deepest),
-        ", LEAVES ) )");
+    Decimal const deepest = decimal(std::int64_t{ hierarchy->getLevelCount() } - 1);
+    rewrite<u"GENERATE( $1.LEVELS(0).MEMBERS, DESCENDANTS( $1.CURRENTMEMBER, $2, LEAVES ) )">(
+        this, { hierarchy->getUniqueName(), deepest });
 
     std::map<BRIM_o::CalculationId, BRIM_o::Calculation *> calculations;
     hierarchy->getCalculations(calculations);
@@ -83,7 +72,7 @@ MDXSet * MDXSet::TakeLeafNodes(BRIM_o::Hierarchy * hierarchy)
         if (calculation != nullptr)
             names.push_back(calculation->getUniqueName());
     }
-    if (!names.empty())
-        rewrite(fText, "UNION( ", fText, ", { ", join(names, ", "), " } )");
-    return this;
+    if (names.empty())
+        return this;
+    return rewrite<u"UNION( $1, { $2 } )">(this, { fText, join(names, u", ") });
 }

@@ -3,58 +3,43 @@
 #include "odbomodule/base/text.h"
 #include "odbomodule/host/cube_model.h"
 
-// Two blanks ahead of the brace; only the forms on a set brace without blanks, or not at all.
+// Two blanks before the brace; only the forms on a set brace without blanks, or not at all.
 MDXSet * MDXSet::DrillDown(BRIM_o::Hierarchy const * hierarchy, KelpString const & given, bool recursive)
 {
-    fQuotedTextValid = false;
     if (recursive)
-        rewrite(fText, "DRILLDOWNMEMBER( ", fText, ", ", hierarchy->getUniqueName(), ".MEMBERS , RECURSIVE ) ");
-    else
-        rewrite(fText, "DRILLDOWNMEMBER( ", fText, ",  { ", given, " } ) ");
-    return this;
+        return rewrite<u"DRILLDOWNMEMBER( $1, $2.MEMBERS , RECURSIVE ) ">(
+            this, { fText, hierarchy->getUniqueName() });
+    return rewrite<u"DRILLDOWNMEMBER( $1,  { $2 } ) ">(this, { fText, given });
 }
 
 MDXSet * MDXSet::DrillDownOnSet(KelpString const & given)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "DRILLDOWNMEMBER( ", fText, ", {", given, "} ) ");
-    return this;
+    return rewrite<u"DRILLDOWNMEMBER( $1, {$2} ) ">(this, { fText, given });
 }
 
 MDXSet * MDXSet::DrillDownOnSet(MDXSet const * other)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "DRILLDOWNMEMBER( ", fText, ", {", other->getText(), "} ) ");
-    return this;
+    return rewrite<u"DRILLDOWNMEMBER( $1, {$2} ) ">(this, { fText, other->getText() });
 }
 
 MDXSet * MDXSet::DrillUp(KelpString const & given)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "DRILLUPMEMBER( ", fText, ",  { ", given, " } ) ");
-    return this;
+    return rewrite<u"DRILLUPMEMBER( $1,  { $2 } ) ">(this, { fText, given });
 }
 
 MDXSet * MDXSet::DrillUpOnSet(KelpString const & given)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "DRILLUPMEMBER( Hierarchize( ", fText, " ) , ", given, " ) ");
-    return this;
+    return rewrite<u"DRILLUPMEMBER( Hierarchize( $1 ) , $2 ) ">(this, { fText, given });
 }
 
 MDXSet * MDXSet::DrillUpOnSet(MDXSet const * other)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "DRILLUPMEMBER( Hierarchize( ", fText, " ) , ", other->getText(), " ) ");
-    return this;
+    return rewrite<u"DRILLUPMEMBER( Hierarchize( $1 ) , $2 ) ">(this, { fText, other->getText() });
 }
 
 MDXSet * MDXSet::ToggleDrillStateOnSet(MDXSet const * other, bool recursive)
 {
-    fQuotedTextValid = false;
     if (recursive)
-        rewrite(fText, "TOGGLEDRILLSTATE( ", fText, ", ", other->getText(), ", RECURSIVE )");
-    else
-        rewrite(fText, "TOGGLEDRILLSTATE( ", fText, ", ", other->getText(), " ) ");
-    return this;
+        return rewrite<u"TOGGLEDRILLSTATE( $1, $2, RECURSIVE )">(this, { fText, other->getText() });
+    return rewrite<u"TOGGLEDRILLSTATE( $1, $2 ) ">(this, { fText, other->getText() });
 }

@@ -6,97 +6,69 @@
 #include "odbomodule/expressions/mdx_tuple.h"
 #include "odbomodule/expressions/mdx_value.h"
 
-#include <string_view>
-
-static std::string_view sort_direction(std::int32_t direction)
-{
-    switch (direction) {
-    case 0: return "ASC";
-    case 1: return "DESC";
-    case 2: return "BASC";
-    case 3: return "BDESC";
-    default: raise_bad_enum(direction, "Sort::direction");
-    }
-}
-
-static std::string_view extremity_type(MDXSet::ExtremityType type)
-{
-    switch (type) {
-    case MDXSet::Top: return "TOP";
-    case MDXSet::Bottom: return "BOTTOM";
-    default: raise_bad_enum(type, "ExtremityType");
-    }
-}
-
-static std::string_view extremity_measure(MDXSet::ExtremityMeasure measure)
-{
-    switch (measure) {
-    case MDXSet::Sum: return "SUM( ";
-    case MDXSet::Count: return "COUNT( ";
-    case MDXSet::Percent: return "PERCENT( ";
-    default: raise_bad_enum(measure, "ExtremityMeasure");
-    }
-}
-
 MDXSet * MDXSet::TakeFilter(MDXValue * condition)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "FILTER( ", fText, ", ", condition->getText(), ")");
-    return this;
+    return rewrite<u"FILTER( $1, $2)">(this, { fText, condition->getText() });
 }
 
 MDXSet * MDXSet::TakeFilter(KelpString & condition)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "FILTER( ", fText, ", ", condition, ")");
-    return this;
+    return rewrite<u"FILTER( $1, $2)">(this, { fText, condition });
 }
 
 MDXSet * MDXSet::TakeFilter(BRIM_o::Expression * condition, MDXTuple const * tuple)
 {
-    fQuotedTextValid = false;
     KelpString translated;
     translate_condition(translated, condition, tuple);
-    rewrite(fText, "FILTER( ", fText, ", ", translated, ")");
-    return this;
+    return rewrite<u"FILTER( $1, $2)">(this, { fText, translated });
 }
 
 MDXSet * MDXSet::Filter(BRIM_o::Expression * expression, MDXTuple const * tuple)
 {
-    fQuotedTextValid = false;
     KelpString translated;
     translate_condition(translated, expression, tuple);
-    fText = std::move(translated);
-    return this;
+    return rewrite(this, std::move(translated));
+}
+
+static std::u16string_view sort_direction(std::int32_t direction)
+{
+    switch (direction) {
+    case 0: return u"ASC";
+    case 1: return u"DESC";
+    case 2: return u"BASC";
+    case 3: return u"BDESC";
+    default: raise_bad_enum(direction, "Sort::direction");
+    }
 }
 
 MDXSet * MDXSet::Order(std::int32_t direction, MDXTuple const * key)
 {
-    fQuotedTextValid = false;
-    std::string_view const name = sort_direction(direction);
-    rewrite(fText, "ORDER( ", fText, ", ", key->getText(), ", ", name, " ) ");
-    return this;
+    std::u16string_view const name = sort_direction(direction);
+    return rewrite<u"ORDER( $1, $2, $3 ) ">(this, { fText, key->getText(), name });
 }
 
 MDXSet * MDXSet::Order(std::int32_t direction, MDXValue const * key)
 {
-    fQuotedTextValid = false;
-    std::string_view const name = sort_direction(direction);
-    rewrite(fText, "ORDER( ", fText, ", ", key->getText(), ", ", name, " ) ");
-    return this;
+    std::u16string_view const name = sort_direction(direction);
+    return rewrite<u"ORDER( $1, $2, $3 ) ">(this, { fText, key->getText(), name });
 }
 
 MDXSet * MDXSet::TakeExtremity(
     ExtremityType type, ExtremityMeasure measure, KelpString const & amount, MDXTuple const * tuple)
 {
-    fQuotedTextValid = false;
-    std::string_view const direction = extremity_type(type);
-    std::string_view const function = extremity_measure(measure);
-    if (tuple != nullptr)
-        rewrite(fText, direction, function, fText, ", ", amount, ", ", tuple->getText(), " ) ");
-    else if (measure == Count)
-        rewrite(fText, direction, function, fText, ", ", amount, " ) ");
-    else
+    if (type != Top && type != Bottom)
+        raise_bad_enum(type, "ExtremityType");
+    if (measure != Sum && measure != Count && measure != Percent)
+        raise_bad_enum(measure, "ExtremityMeasure");
+    if (tuple == nullptr && measure != Count)
         throw MDXError(MDX_ERR_MISSING_TUPLE);
-    return this;
+
+    static constexpr std::u16string_view kFunctions[2][3] = {
+        { u"TOPSUM", u"TOPCOUNT", u"TOPPERCENT" },
+        { u"BOTTOMSUM", u"BOTTOMCOUNT", u"BOTTOMPERCENT" },
+    };
+    std::u16string_view const function = kFunctions[type][measure];
+    if (tuple == nullptr)
+        return rewrite<u"$1( $2, $3 ) ">(this, { function, fText, amount });
+    return rewrite<u"$1( $2, $3, $4 ) ">(this, { function, fText, amount, tuple->getText() });
 }

@@ -5,46 +5,35 @@
 
 MDXSet * MDXSet::TakeTopLevel(BRIM_o::Hierarchy const * hierarchy)
 {
-    fQuotedTextValid = false;
-    fText = " { ";
-    if (BRIM_o::Level const * const top = hierarchy != nullptr ? hierarchy->getLevel(0) : nullptr)
-        rewrite(fText, fText, top->getUniqueName(), ".Members ");
-    append(fText, " } ");
-    return this;
+    rewrite<u" { ">(this); // what stays should the host throw
+    BRIM_o::Level const * const top = hierarchy != nullptr ? hierarchy->getLevel(0) : nullptr;
+    if (top == nullptr)
+        return rewrite<u" {  } ">(this);
+    return rewrite<u" { $1.Members  } ">(this, { top->getUniqueName() });
 }
 
 MDXSet * MDXSet::TakeWholeLevel(BRIM_o::Level const * level)
 {
-    fQuotedTextValid = false;
-    fText = concat(level->getUniqueName(), ".MEMBERS");
-    return this;
+    return rewrite<u"$1.MEMBERS">(this, { level->getUniqueName() });
 }
 
 MDXSet * MDXSet::TakeAllMembers(KelpString const & name)
 {
-    fQuotedTextValid = false;
-    fText = concat(name, ".MEMBERS");
-    return this;
+    return rewrite<u"$1.MEMBERS">(this, { name });
 }
 
 MDXSet * MDXSet::TakeAllMembers(BRIM_o::Hierarchy const * hierarchy)
 {
-    fQuotedTextValid = false;
-    fText = concat(hierarchy->getUniqueName(), ".MEMBERS");
-    return this;
+    return rewrite<u"$1.MEMBERS">(this, { hierarchy->getUniqueName() });
 }
 
 MDXSet * MDXSet::TakeBaseLevel(BRIM_o::Hierarchy const * hierarchy, std::int32_t level)
 {
-    fQuotedTextValid = false;
-    std::int64_t const ordinal = std::int64_t{ level } - 1;
-    fText = concat(hierarchy->getUniqueName(), ".LEVELS( ", decimal(ordinal), " ).MEMBERS");
-    return this;
+    Decimal const ordinal = decimal(std::int64_t{ level } - 1);
+    return rewrite<u"$1.LEVELS( $2 ).MEMBERS">(this, { hierarchy->getUniqueName(), ordinal });
 }
 
 MDXSet * MDXSet::Invert(BRIM_o::Hierarchy const * hierarchy)
 {
-    fQuotedTextValid = false;
-    rewrite(fText, "EXCEPT( ", hierarchy->getUniqueName(), ".MEMBERS, ", fText, " ) ");
-    return this;
+    return rewrite<u"EXCEPT( $1.MEMBERS, $2 ) ">(this, { hierarchy->getUniqueName(), fText });
 }

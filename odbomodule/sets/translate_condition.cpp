@@ -8,16 +8,26 @@
 #include "odbomodule/host/string_converters.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
-#include <string_view>
+#include <iterator>
 
 using namespace BRIM_o;
 
-namespace {
+// How the nodes of one kind are translated. A shape is a function that writes a node of such kinds to `text`, which
+// is empty; it translates each operand by a call of the set's translate_condition.
+struct ConditionKind {
+    using Shape = void(MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple,
+        ConditionKind const & kind);
 
-constexpr std::int32_t kRadix = 10;
-constexpr std::int32_t kDigits = 16;
+    ExpressionType type;
+    bool asksServer; // before anything of the node is translated
+    Shape * write;
+    Row row{ {}, nullptr, 0 }; // the places are the operands; for the shapes that have use for it
+};
+
+namespace {
 
 [[noreturn]] void reject()
 {
@@ -52,191 +62,212 @@ private:
 
 }
 
+// The shapes. Trees go deep, and each level of one is a call: a shape keeps no more than one text and few locals,
+// and the first operand is translated into the text that the node itself goes on with.
+struct ConditionShapes {
+    // The row as it is.
+    static void literal(MDXSet *, KelpString & text, Expression *, MDXTuple const *, ConditionKind const & kind)
+    {
+        text.append(kind.row.letters());
+    }
+
+    // What the node itself, the set or the tuple has to say.
+    static void payload(
+        MDXSet *, KelpString & text, Expression * expression, MDXTuple const *, ConditionKind const &)
+    {
+        text = expression->getString();
+    }
+    static void current_set(MDXSet * set, KelpString & text, Expression *, MDXTuple const *, ConditionKind const &)
+    {
+        text = set->fText;
+    }
+    static void current_tuple(
+        MDXSet *, KelpString & text, Expression *, MDXTuple const * tuple, ConditionKind const &)
+    {
+        text = tuple->getText();
+    }
+    static void value(MDXSet *, KelpString & text, Expression * expression, MDXTuple const *, ConditionKind const &)
+    {
+        constexpr std::int32_t kRadix = 10;
+        constexpr std::int32_t kDigits = 16;
+        ConvertedValue const value(expression, VT_R8);
+        if (!std::isfinite(value->dblVal))
+            reject();
+        StringConverters::convertRealToString(value->dblVal, text, kRadix, kDigits, false);
+    }
+    static void truth(MDXSet *, KelpString & text, Expression * expression, MDXTuple const *, ConditionKind const &)
+    {
+        ConvertedValue const value(expression, VT_BOOL);
+        text = value->boolVal != VARIANT_FALSE ? u"1<2" : u"1>2";
+    }
+
+    // The only operand, alone or between two pieces.
+    static void operand_alone(
+        MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple, ConditionKind const &)
+    {
+        set->translate_condition(text, operand(expression, 0), tuple);
+    }
+    static void one_operand(MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple,
+        ConditionKind const & kind)
+    {
+        set->translate_condition(text, operand(expression, 0), tuple);
+        enclose(text, kind.row.piece(0), kind.row.piece(1));
+    }
+    static void null_test(MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple,
+        ConditionKind const & kind)
+    {
+        ExpressionType const type = operand(expression, 0)->getType();
+        if (type != ET_TUPLE && type != ET_CURRENT)
+            reject();
+        one_operand(set, text, expression, tuple, kind);
+    }
+
+    static void two_operands(MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple,
+        ConditionKind const & kind)
+    {
+        set->translate_condition(text, operand(expression, 0), tuple);
+        KelpString right;
+        set->translate_condition(right, operand(expression, 1), tuple);
+        merge(text, kind.row.piece(1), right);
+    }
+    // A tuple's value stands bare, any other operand in parentheses.
+    static void arithmetic(MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple,
+        ConditionKind const & kind)
+    {
+        set->translate_condition(text, operand(expression, 0), tuple);
+        if (operand(expression, 0)->getType() != ET_TUPLE_VALUE)
+            enclose(text, u"( ", u" )");
+        KelpString right;
+        set->translate_condition(right, operand(expression, 1), tuple);
+        if (operand(expression, 1)->getType() != ET_TUPLE_VALUE)
+            enclose(right, u"( ", u" )");
+        merge(text, kind.row.piece(1), right);
+    }
+    // The first operand is translated once and written twice.
+    static void range(MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple,
+        ConditionKind const & kind)
+    {
+        set->translate_condition(text, operand(expression, 0), tuple);
+        std::size_t const length = text.size();
+        KelpString bound;
+        set->translate_condition(bound, operand(expression, 1), tuple);
+        merge(text, kind.row.piece(1), bound);
+        append_start(text, kind.row.piece(2), length);
+        bound.clear();
+        set->translate_condition(bound, operand(expression, 2), tuple);
+        merge(text, kind.row.piece(3), bound);
+    }
+
+    // Two operands, and a third if there is one.
+    static void set_function(MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple,
+        ConditionKind const & kind)
+    {
+        list(set, text, expression, tuple, kind.row,
+            std::clamp<std::size_t>(expression->getChildren().size(), 2, 3));
+    }
+    // All operands, of which there is at least one.
+    static void tuple_of_all(MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple,
+        ConditionKind const & kind)
+    {
+        list(set, text, expression, tuple, kind.row, expression->getChildren().size());
+    }
+    static void list(MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple,
+        Row const & row, std::size_t count)
+    {
+        set->translate_condition(text, operand(expression, 0), tuple);
+        enclose(text, row.piece(0), {});
+        KelpString next;
+        for (std::size_t i = 1; i < count; ++i) {
+            next.clear();
+            set->translate_condition(next, operand(expression, i), tuple);
+            merge(text, row.piece(1), next);
+        }
+        text.append(row.piece(row.places()));
+    }
+};
+
+namespace {
+
+using Shapes = ConditionShapes;
+constexpr bool kAsked = true;
+constexpr bool kNotAsked = false;
+
+constexpr ConditionKind kKinds[] = {
+    { ET_BETWEEN, kAsked, Shapes::range, row<u"$1 >= $2 AND $1 <= $3"> },
+    { ET_OUTSIDE, kAsked, Shapes::range, row<u"$1 < $2 OR $1 > $3"> },
+    { ET_NATIVE, kNotAsked, Shapes::payload },
+    { ET_CURRENTSET, kAsked, Shapes::current_set },
+    { ET_TUPLE_IS_NULL, kAsked, Shapes::null_test, row<u"$1 = NULL"> },
+    { ET_FILTER, kAsked, Shapes::set_function, row<u"FILTER( $1, $2, $3 )"> },
+    { ET_TOPSUM, kAsked, Shapes::set_function, row<u"TOPSUM( $1, $2, $3 )"> },
+    { ET_BOTTOMSUM, kAsked, Shapes::set_function, row<u"BOTTOMSUM( $1, $2, $3 )"> },
+    { ET_TOPPERCENT, kAsked, Shapes::set_function, row<u"TOPPERCENT( $1, $2, $3 )"> },
+    { ET_BOTTOMPERCENT, kAsked, Shapes::set_function, row<u"BOTTOMPERCENT( $1, $2, $3 )"> },
+    { ET_CURRENT, kAsked, Shapes::current_tuple },
+    { ET_TUPLE_VALUE, kNotAsked, Shapes::operand_alone },
+    { ET_EXCEPT, kAsked, Shapes::set_function, row<u"EXCEPT( $1, $2, $3 )"> },
+    { ET_BOTTOMCOUNT, kAsked, Shapes::set_function, row<u"BOTTOMCOUNT( $1, $2, $3 )"> },
+    { ET_TOPCOUNT, kAsked, Shapes::set_function, row<u"TOPCOUNT( $1, $2, $3 )"> },
+    { ET_MEMBER_VALUE, kNotAsked, Shapes::operand_alone },
+    { ET_STRING, kAsked, Shapes::payload },
+    { ET_TUPLE, kAsked, Shapes::tuple_of_all, row<u"( $1, $2 ) "> },
+    { ET_UNDEFINED, kNotAsked, Shapes::literal, row<u"1<2"> },
+    { ET_VALUE, kAsked, Shapes::value },
+    { ET_BOOLVAL, kNotAsked, Shapes::truth },
+    { ET_EQUALTO, kNotAsked, Shapes::two_operands, row<u"$1 = $2"> },
+    { ET_NOTEQUALTO, kNotAsked, Shapes::two_operands, row<u"$1 <> $2"> },
+    { ET_LESSTHAN, kNotAsked, Shapes::two_operands, row<u"$1 < $2"> },
+    { ET_LESSTHANOREQUALTO, kNotAsked, Shapes::two_operands, row<u"$1 <= $2"> },
+    { ET_GREATERTHAN, kNotAsked, Shapes::two_operands, row<u"$1 > $2"> },
+    { ET_GREATERTHANOREQUALTO, kNotAsked, Shapes::two_operands, row<u"$1 >= $2"> },
+    { ET_AND, kAsked, Shapes::two_operands, row<u"$1 AND $2"> },
+    { ET_OR, kAsked, Shapes::two_operands, row<u"$1 OR $2"> },
+    { ET_NOT, kAsked, Shapes::one_operand, row<u"NOT( $1 )"> },
+    { ET_NEGATE, kNotAsked, Shapes::one_operand, row<u"-( $1 )"> },
+    { ET_ADD, kAsked, Shapes::arithmetic, row<u"$1 + $2"> },
+    { ET_SUBTRACT, kAsked, Shapes::arithmetic, row<u"$1 - $2"> },
+    { ET_TIMES, kAsked, Shapes::arithmetic, row<u"$1 * $2"> },
+    { ET_DIVIDE, kAsked, Shapes::arithmetic, row<u"$1 / $2"> },
+    { ET_INTDIVIDE, kAsked, Shapes::arithmetic, row<u"$1 / $2"> },
+    { ET_GROUP_190, kNotAsked, Shapes::one_operand, row<u"( $1 )"> },
+    { ET_TEXT_193, kAsked, Shapes::payload },
+    { ET_TEXT_199, kAsked, Shapes::payload },
+    { ET_GROUP_206, kNotAsked, Shapes::one_operand, row<u"( $1 )"> },
+};
+
+constexpr std::size_t kMost = ET_GROUP_206 + 1; // kinds, counted with the numbers that are none
+
+// The place of each kind in the table, and for a number that is none the place after its end.
+constexpr auto kPlaces = [] {
+    std::array<std::uint8_t, kMost> places{};
+    places.fill(std::size(kKinds));
+    for (std::uint8_t i = 0; ConditionKind const & kind : kKinds)
+        places[static_cast<std::size_t>(kind.type)] = i++;
+    return places;
+}();
+
+ConditionKind const & kind_of(ExpressionType type)
+{
+    if (type < 0 || static_cast<std::size_t>(type) >= kMost)
+        reject();
+    std::size_t const place = kPlaces[static_cast<std::size_t>(type)];
+    if (place == std::size(kKinds))
+        reject();
+    return kKinds[place];
+}
+
+}
+
+void MDXSet::translate_condition(KelpString & text, Expression * expression, MDXTuple const * tuple)
+{
+    ConditionKind const & kind = kind_of(expression->getType());
+    if (kind.asksServer && server_translate(text, expression, tuple))
+        return;
+    text.clear();
+    return kind.write(this, text, expression, tuple, kind);
+}
+
 bool MDXSet::server_translate(KelpString &, Expression *, MDXTuple const *)
 {
     return false;
-}
-
-// Trees go deep, and each level of one is a call: this function and what it ends in keep no more than one text and
-// few locals, and the first operand is translated into the text that the node itself goes on with.
-void MDXSet::translate_condition(KelpString & text, Expression * expression, MDXTuple const * tuple)
-{
-    ExpressionType const type = expression->getType();
-    switch (type) {
-    case ET_NATIVE: return translate_payload(text, expression);
-    case ET_TUPLE_VALUE:
-    case ET_MEMBER_VALUE: return translate_condition(text, operand(expression, 0), tuple);
-    case ET_UNDEFINED: text = "1<2"; return;
-    case ET_BOOLVAL: return translate_bool(text, expression);
-    case ET_EQUALTO: return translate_infix(text, expression, tuple, " = ");
-    case ET_NOTEQUALTO: return translate_infix(text, expression, tuple, " <> ");
-    case ET_LESSTHAN: return translate_infix(text, expression, tuple, " < ");
-    case ET_LESSTHANOREQUALTO: return translate_infix(text, expression, tuple, " <= ");
-    case ET_GREATERTHAN: return translate_infix(text, expression, tuple, " > ");
-    case ET_GREATERTHANOREQUALTO: return translate_infix(text, expression, tuple, " >= ");
-    case ET_NEGATE: return translate_enclosed(text, expression, tuple, "-( ", " )");
-    case ET_GROUP_190:
-    case ET_GROUP_206: return translate_enclosed(text, expression, tuple, "( ", " )");
-
-    // The server is asked about these before anything of them is translated.
-    case ET_BETWEEN:
-    case ET_OUTSIDE:
-    case ET_CURRENTSET:
-    case ET_TUPLE_IS_NULL:
-    case ET_FILTER:
-    case ET_TOPSUM:
-    case ET_BOTTOMSUM:
-    case ET_TOPPERCENT:
-    case ET_BOTTOMPERCENT:
-    case ET_CURRENT:
-    case ET_EXCEPT:
-    case ET_BOTTOMCOUNT:
-    case ET_TOPCOUNT:
-    case ET_STRING:
-    case ET_TUPLE:
-    case ET_VALUE:
-    case ET_AND:
-    case ET_OR:
-    case ET_NOT:
-    case ET_ADD:
-    case ET_SUBTRACT:
-    case ET_TIMES:
-    case ET_DIVIDE:
-    case ET_INTDIVIDE:
-    case ET_TEXT_193:
-    case ET_TEXT_199: break;
-
-    default: reject();
-    }
-
-    if (server_translate(text, expression, tuple))
-        return;
-
-    switch (type) {
-    case ET_BETWEEN: return translate_range(text, expression, tuple, true);
-    case ET_OUTSIDE: return translate_range(text, expression, tuple, false);
-    case ET_CURRENTSET: text = fText; return;
-    case ET_CURRENT: text = tuple->getText(); return;
-    case ET_TUPLE_IS_NULL: return translate_null_test(text, expression, tuple);
-    case ET_STRING:
-    case ET_TEXT_193:
-    case ET_TEXT_199: return translate_payload(text, expression);
-    case ET_TUPLE: return translate_list(text, expression, tuple, nullptr);
-    case ET_VALUE: return translate_value(text, expression);
-    case ET_AND: return translate_infix(text, expression, tuple, " AND ");
-    case ET_OR: return translate_infix(text, expression, tuple, " OR ");
-    case ET_NOT: return translate_enclosed(text, expression, tuple, "NOT( ", " )");
-    case ET_ADD: return translate_arithmetic(text, expression, tuple, " + ");
-    case ET_SUBTRACT: return translate_arithmetic(text, expression, tuple, " - ");
-    case ET_TIMES: return translate_arithmetic(text, expression, tuple, " * ");
-    case ET_DIVIDE:
-    case ET_INTDIVIDE: return translate_arithmetic(text, expression, tuple, " / ");
-    case ET_FILTER: return translate_list(text, expression, tuple, "FILTER( ");
-    case ET_EXCEPT: return translate_list(text, expression, tuple, "EXCEPT( ");
-    case ET_TOPCOUNT: return translate_list(text, expression, tuple, "TOPCOUNT( ");
-    case ET_BOTTOMCOUNT: return translate_list(text, expression, tuple, "BOTTOMCOUNT( ");
-    case ET_TOPSUM: return translate_list(text, expression, tuple, "TOPSUM( ");
-    case ET_BOTTOMSUM: return translate_list(text, expression, tuple, "BOTTOMSUM( ");
-    case ET_TOPPERCENT: return translate_list(text, expression, tuple, "TOPPERCENT( ");
-    case ET_BOTTOMPERCENT: return translate_list(text, expression, tuple, "BOTTOMPERCENT( ");
-    default: return;
-    }
-}
-
-void MDXSet::translate_payload(KelpString & text, Expression * expression)
-{
-    text = expression->getString();
-}
-
-void MDXSet::translate_value(KelpString & text, Expression * expression)
-{
-    ConvertedValue const value(expression, VT_R8);
-    if (!std::isfinite(value->dblVal))
-        reject();
-    KelpString digits;
-    StringConverters::convertRealToString(value->dblVal, digits, kRadix, kDigits, false);
-    text = digits;
-}
-
-void MDXSet::translate_bool(KelpString & text, Expression * expression)
-{
-    ConvertedValue const value(expression, VT_BOOL);
-    text = value->boolVal != VARIANT_FALSE ? "1<2" : "1>2";
-}
-
-void MDXSet::translate_enclosed(
-    KelpString & text, Expression * expression, MDXTuple const * tuple, char const * opening, char const * closing)
-{
-    text.clear();
-    translate_condition(text, operand(expression, 0), tuple);
-    enclose(text, opening, closing);
-}
-
-void MDXSet::translate_infix(
-    KelpString & text, Expression * expression, MDXTuple const * tuple, char const * keyword)
-{
-    text.clear();
-    translate_condition(text, operand(expression, 0), tuple);
-    KelpString right;
-    translate_condition(right, operand(expression, 1), tuple);
-    merge(text, keyword, right);
-}
-
-// A tuple's value stands bare, any other operand in parentheses.
-void MDXSet::translate_arithmetic(
-    KelpString & text, Expression * expression, MDXTuple const * tuple, char const * sign)
-{
-    text.clear();
-    translate_condition(text, operand(expression, 0), tuple);
-    if (operand(expression, 0)->getType() != ET_TUPLE_VALUE)
-        enclose(text, "( ", " )");
-    KelpString right;
-    translate_condition(right, operand(expression, 1), tuple);
-    if (operand(expression, 1)->getType() != ET_TUPLE_VALUE)
-        enclose(right, "( ", " )");
-    merge(text, sign, right);
-}
-
-// The first operand is translated once and written twice.
-void MDXSet::translate_range(KelpString & text, Expression * expression, MDXTuple const * tuple, bool between)
-{
-    text.clear();
-    translate_condition(text, operand(expression, 0), tuple);
-    std::size_t const length = text.size();
-    KelpString bound;
-    translate_condition(bound, operand(expression, 1), tuple);
-    merge(text, between ? " >= " : " < ", bound);
-    text += between ? " AND " : " OR ";
-    append_start(text, length);
-    bound.clear();
-    translate_condition(bound, operand(expression, 2), tuple);
-    merge(text, between ? " <= " : " > ", bound);
-}
-
-void MDXSet::translate_null_test(KelpString & text, Expression * expression, MDXTuple const * tuple)
-{
-    ExpressionType const type = operand(expression, 0)->getType();
-    if (type != ET_TUPLE && type != ET_CURRENT)
-        reject();
-    text.clear();
-    translate_condition(text, operand(expression, 0), tuple);
-    append(text, " = NULL");
-}
-
-// A set function reads two operands, or three; a tuple, without a function, all of them, and closes with a blank.
-void MDXSet::translate_list(
-    KelpString & text, Expression * expression, MDXTuple const * tuple, char const * function)
-{
-    text.clear();
-    translate_condition(text, operand(expression, 0), tuple);
-    enclose(text, function != nullptr ? function : "( ", "");
-    std::size_t const held = expression->getChildren().size();
-    std::size_t const read = function != nullptr ? std::clamp<std::size_t>(held, 2, 3) : held;
-    KelpString next;
-    for (std::size_t i = 1; i < read; ++i) {
-        next.clear();
-        translate_condition(next, operand(expression, i), tuple);
-        merge(text, ", ", next);
-    }
-    text += function != nullptr ? " )" : " ) ";
 }

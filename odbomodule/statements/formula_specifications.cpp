@@ -5,15 +5,11 @@
 #include "odbomodule/expressions/mdx_field.h"
 #include "odbomodule/expressions/mdx_value.h"
 #include "odbomodule/sets/mdx_set.h"
+#include "odbomodule/statements/member_clauses.h"
 
 MDXSingleFormulaSpecification::MDXSingleFormulaSpecification(KelpString const & cubeName) : fCubeName(cubeName) {}
 
 MDXSingleFormulaSpecification::~MDXSingleFormulaSpecification() = default;
-
-KelpString MDXSingleFormulaSpecification::prefix(bool qualified) const
-{
-    return qualified ? concat(fCubeName, ".") : KelpString();
-}
 
 MDXSetSpecification::MDXSetSpecification(
     KelpString const & name, MDXSet * set, bool qualified, KelpString const & cubeName)
@@ -24,7 +20,9 @@ MDXSetSpecification::~MDXSetSpecification() = default;
 
 KelpString MDXSetSpecification::getText()
 {
-    return concat("SET ", prefix(fQualified), fSetName, " AS ", fSet->getText(), " ");
+    if (fQualified)
+        return mdx<u"SET $1.$2 AS $3 ">({ fCubeName, fSetName, fSet->getText() });
+    return mdx<u"SET $1 AS $2 ">({ fSetName, fSet->getText() });
 }
 
 void MDXSetSpecification::writeText(KelpString & out)
@@ -46,31 +44,28 @@ MDXMemberSpecification::MDXMemberSpecification(MDXField * member, MDXValue * val
 
 MDXMemberSpecification::~MDXMemberSpecification() = default;
 
-void MDXMemberSpecification::check_properties() const
-{
-    if (fPropertyNames.size() != fPropertyValues.size())
-        throw MDXError(MDX_ERR_PROPERTY_COUNT_MISMATCH);
-}
-
-void MDXMemberSpecification::append_clauses(KelpString & text) const
-{
-    if (fSolveOrder > -1)
-        append(text, ", SOLVE_ORDER = ", decimal(fSolveOrder));
-    for (std::size_t i = 0; i < fPropertyNames.size(); ++i)
-        append(text, ", ", fPropertyNames[i], " = ", fPropertyValues[i]);
-    append(text, " ");
-}
-
 KelpString MDXMemberSpecification::getText()
 {
-    check_properties();
-    KelpString const member = fMember->getText();
-    KelpString text = concat("MEMBER ", prefix(fQualified), member, " AS ", fValue->getText());
-    append_clauses(text);
-    return text;
+    KelpString const clauses = member_clauses(fSolveOrder, fPropertyNames, fPropertyValues);
+    if (fQualified)
+        return mdx<u"MEMBER $1.$2 AS $3$4 ">({ fCubeName, fMember->getText(), fValue->getText(), clauses });
+    return mdx<u"MEMBER $1 AS $2$3 ">({ fMember->getText(), fValue->getText(), clauses });
 }
 
 void MDXMemberSpecification::writeText(KelpString & out)
 {
     out = getText();
+}
+
+KelpString member_clauses(std::int32_t solveOrder, std::vector<KelpString> const & propertyNames,
+    std::vector<KelpString> const & propertyValues)
+{
+    if (propertyNames.size() != propertyValues.size())
+        throw MDXError(MDX_ERR_PROPERTY_COUNT_MISMATCH);
+    KelpString clauses;
+    if (solveOrder > -1)
+        append<u", SOLVE_ORDER = $1">(clauses, { decimal(solveOrder) });
+    for (std::size_t i = 0; i < propertyNames.size(); ++i)
+        append<u", $1 = $2">(clauses, { propertyNames[i], propertyValues[i] });
+    return clauses;
 }

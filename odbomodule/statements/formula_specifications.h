@@ -25,9 +25,6 @@ public:
     virtual void writeText(KelpString & out) = 0;
 
 protected:
-    // The cube's name and the dot, or nothing.
-    KelpString prefix(bool qualified) const;
-
     KelpString fCubeName;
 };
 
@@ -60,10 +57,6 @@ public:
     void writeText(KelpString & out) override;
 
 protected:
-    void check_properties() const;
-    // Appends solve order and properties, each with ", " ahead, and the closing blank.
-    void append_clauses(KelpString & text) const;
-
     RefPtr<MDXField> fMember;
     RefPtr<MDXValue> fValue;
     std::int32_t fSolveOrder;

@@ -1,7 +1,6 @@
 #include "odbomodule/statements/mdx_create_query.h"
 
 #include "odbomodule/base/mdx_error.h"
-#include "odbomodule/base/text.h"
 #include "odbomodule/expressions/mdx_field.h"
 #include "odbomodule/expressions/mdx_value.h"
 #include "odbomodule/sets/mdx_set.h"
@@ -27,7 +26,7 @@ KelpString MDXCreateQuery::getText(bool) const
 
     KelpString text = "CREATE ";
     for (auto const & formula : fFormulas)
-        append(text, formula->getText());
+        text += formula->getText();
     return text;
 }
 

@@ -15,10 +15,9 @@ KelpString MDXDropQuery::getText(bool) const
     if (fDropNames.empty())
         throw MDXError(MDX_ERR_NOTHING_TO_DROP);
 
-    KelpString text = "DROP ";
-    text += fDropKind == Members ? "MEMBER " : "SET ";
+    KelpString text = fDropKind == Members ? "DROP MEMBER " : "DROP SET ";
     for (KelpString const & name : fDropNames)
-        append(text, fCubeName, ".", name, " ");
+        append<u"$1.$2 ">(text, { fCubeName, name });
     return text;
 }
 

@@ -8,10 +8,6 @@
 #include "odbomodule/sets/mdx_set.h"
 #include "odbomodule/statements/formula_specifications.h"
 
-// Room for what stands around the set of an axis, and for all that is no axis: guesses that most texts fit into.
-static constexpr std::size_t kAroundAxis = 32;
-static constexpr std::size_t kBesideAxes = 384;
-
 MDXSelectQuery::MDXAxisSpecification::MDXAxisSpecification(
     std::int32_t axis, MDXSet * set, std::vector<KelpString> const & properties, bool nonEmpty)
     : fNonEmpty(nonEmpty), fSet(hold(set)), fAxisNumber(axis), fProperties(properties)
@@ -19,29 +15,30 @@ MDXSelectQuery::MDXAxisSpecification::MDXAxisSpecification(
 
 MDXSelectQuery::MDXAxisSpecification::~MDXAxisSpecification() = default;
 
+// A statement appends its axes to its own text, without a text for each.
+struct AxisText {
+    static void append(KelpString & text, MDXSelectQuery::MDXAxisSpecification const & axis)
+    {
+        if (axis.fNonEmpty)
+            ::append<u"NON EMPTY $1">(text, { axis.fSet->getText() });
+        else
+            ::append<u"$1">(text, { axis.fSet->getText() });
+        if (!axis.fProperties.empty())
+            ::append<u" DIMENSION PROPERTIES $1">(text, { join(axis.fProperties, u", ") });
+        if (axis.fAxisNumber == 0)
+            ::append<u" ON COLUMNS ">(text);
+        else if (axis.fAxisNumber == 1)
+            ::append<u" ON ROWS ">(text);
+        else
+            ::append<u" ON AXIS($1) ">(text, { decimal(axis.fAxisNumber) });
+    }
+};
+
 KelpString MDXSelectQuery::MDXAxisSpecification::getText()
 {
     KelpString text;
-    append_to(text);
+    AxisText::append(text, *this);
     return text;
-}
-
-void MDXSelectQuery::MDXAxisSpecification::append_to(KelpString & text) const
-{
-    if (fNonEmpty)
-        append(text, "NON EMPTY ");
-    if (fReadsInPlace)
-        append(text, fSet->fText);
-    else
-        append(text, fSet->getText());
-    if (!fProperties.empty())
-        append(text, " DIMENSION PROPERTIES ", join(fProperties, ", "));
-    if (fAxisNumber == 0)
-        append(text, " ON COLUMNS ");
-    else if (fAxisNumber == 1)
-        append(text, " ON ROWS ");
-    else
-        append(text, " ON AXIS(", decimal(fAxisNumber), ") ");
 }
 
 void MDXSelectQuery::MDXAxisSpecification::writeText(KelpString & out)
@@ -62,6 +59,19 @@ MDXSelectQuery::~MDXSelectQuery()
         axis.reset();
 }
 
+// Room for an axis, and for all that is no axis: a guess that most texts fit into.
+static constexpr std::size_t kUsual = 512;
+
+// Appends the row as it stands on one line, or as it stands on several.
+template <compiled::Literal onOneLine, compiled::Literal onSeveral, std::size_t Count>
+static void append(KelpString & text, bool multiLine, Text const (&texts)[Count])
+{
+    if (multiLine)
+        append<onSeveral>(text, texts);
+    else
+        append<onOneLine>(text, texts);
+}
+
 KelpString MDXSelectQuery::getText(bool multiLine) const
 {
     if (fUseStoredQuery)
@@ -69,46 +79,28 @@ KelpString MDXSelectQuery::getText(bool multiLine) const
     if (fAxes.empty())
         throw MDXError(MDX_ERR_NO_AXES);
 
-    std::size_t room = kBesideAxes;
-    for (auto const & axis : fAxes)
-        room += axis->fSet->fText.size() + kAroundAxis;
     KelpString text;
-    text.reserve(room);
-    auto const put = [&text, multiLine](auto const & onSeveral, auto const & onOne) {
-        if (multiLine)
-            append(text, onSeveral);
-        else
-            append(text, onOne);
-    };
-
+    text.reserve(kUsual * (fAxes.size() + 1));
     for (auto const & formula : fFormulas) {
-        bool const first = &formula == &fFormulas.front();
-        if (first)
-            put("WITH \n       ", "WITH ");
+        if (formula == fFormulas.front())
+            append<u"WITH $1", u"WITH \n       $1">(text, multiLine, { formula->getText() });
         else
-            put("\n       ", " ");
-        append(text, formula->getText());
-        if (!first)
-            append(text, " ");
+            append<u" $1 ", u"\n       $1 ">(text, multiLine, { formula->getText() });
     }
     if (fDrillThrough)
-        append(text, "DRILLTHROUGH ");
-
-    put("\nSELECT \n       ", "SELECT ");
+        append<u"DRILLTHROUGH ">(text);
     for (auto const & axis : fAxes) {
-        if (&axis != &fAxes.front())
-            put(",\n       ", ", ");
-        axis->append_to(text);
+        if (axis == fAxes.front())
+            text.append(multiLine ? u"\nSELECT \n       " : u"SELECT ");
+        else
+            text.append(multiLine ? u",\n       " : u", ");
+        AxisText::append(text, *axis);
     }
-    put("\nFROM ", "FROM ");
-    append(text, fCubeName, " ");
-    if (fSlicer) {
-        put("\nWHERE \n      ", "WHERE ");
-        fSlicer->append_to(text);
-        append(text, " ");
-    }
+    append<u"FROM $1 ", u"\nFROM $1 ">(text, multiLine, { fCubeName });
+    if (fSlicer)
+        append<u"WHERE $1 ", u"\nWHERE \n      $1 ">(text, multiLine, { fSlicer->getText() });
     if (!fCellProperties.empty())
-        append(text, " CELL PROPERTIES ", join(fCellProperties, ", "));
+        append<u" CELL PROPERTIES $1">(text, { join(fCellProperties, u", ") });
     return text;
 }
 
@@ -135,11 +127,6 @@ void MDXSelectQuery::AddAxisSpecification(
     if (axis < 0 || static_cast<std::size_t>(axis) != fAxes.size())
         throw MDXError(MDX_ERR_AXIS_OUT_OF_ORDER);
     fAxes.push_back(std::make_unique<MDXAxisSpecification>(axis, set, properties, status == NES_NON_EMPTY));
-}
-
-void MDXSelectQuery::read_last_axis_in_place()
-{
-    fAxes.back()->fReadsInPlace = true;
 }
 
 void MDXSelectQuery::AddSlicerSpecification(MDXField * field)

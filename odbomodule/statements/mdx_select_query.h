@@ -13,9 +13,9 @@ class MDXSingleFormulaSpecification;
 class MDXTuple;
 class MDXValue;
 
-// SELECT: axes, and a WITH clause, a slicer and cell properties where they are added. Parts come in any order,
-// but for the axes, and may be added between two texts. The statement takes references on the sets, fields and
-// values it is given, which may not be null; the caller keeps its own. Names and texts go in unchanged and unchecked.
+// SELECT: axes, and a WITH clause, a slicer and cell properties where they are added. Parts come in any order, but
+// for the axes, and may be added between two texts. The statement takes references on the sets, fields and values
+// it is given, which may not be null; the caller keeps its own. Names and texts go in unchanged and unchecked.
 class MDX_API MDXSelectQuery : public MDXQuery {
 public:
     enum NonEmptyStatus : std::int32_t { NES_ALL = 0, NES_NON_EMPTY = 1 };
@@ -35,14 +35,12 @@ public:
         virtual void writeText(KelpString & out);
 
     private:
-        friend class MDXSelectQuery;
-        void append_to(KelpString & text) const;
+        friend struct AxisText;
 
         bool fNonEmpty;
         RefPtr<MDXSet> fSet;
         std::int32_t fAxisNumber;
         std::vector<KelpString> fProperties;
-        bool fReadsInPlace = false;
     };
 
     explicit MDXSelectQuery(KelpString const & cubeName);
@@ -73,10 +71,6 @@ public:
 
 protected:
     ~MDXSelectQuery() override;
-
-    // Has the last axis read the text of its set in place, without a copy by getText: for a set whose class is known to
-    // leave getText as it is.
-    void read_last_axis_in_place();
 
     std::vector<std::unique_ptr<MDXSingleFormulaSpecification>> fFormulas;
 

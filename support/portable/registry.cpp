@@ -14,8 +14,8 @@ namespace {
 
 constexpr off_t kLargestFile = 1024 * 1024;
 
-// The folders that may hold settings, the most personal first. Whoever starts a process with more rights than his own
-// has no say in it.
+// The folders that may hold settings, the most personal first. Whoever starts a process with more rights than his
+// own has no say in it.
 std::vector<std::string> setting_folders()
 {
     std::vector<std::string> folders;

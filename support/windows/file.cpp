@@ -14,9 +14,9 @@ struct File::Handle {
     HANDLE const fFile;
 };
 
-// Keeps other processes that write by this class out for the length of a scope. A handle that may only append writes
-// in one piece on the system's own file systems, but not on every one that stands in for them. The lock is on a byte
-// that no file has, so that readers are not kept out.
+// Keeps other processes that write by this class out for the length of a scope. A handle that may only append
+// writes in one piece on the system's own file systems, but not on every one that stands in for them. The lock is
+// on a byte that no file has, so that readers are not kept out.
 class WriteLock {
 public:
     explicit WriteLock(HANDLE file) : fFile(file)
