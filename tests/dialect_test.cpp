@@ -2,7 +2,8 @@
 
 #include <stdexcept>
 
-TEST(Dialect, Factories) {
+TEST(Dialect, Factories)
+{
     Fixture f(kDialect);
     MDXQueryGenerator & g = *f.generator;
     EXPECT_EQ("AddCalculatedMembers([H].members)", made(g.GenerateSet(&f.h)));
@@ -21,7 +22,8 @@ TEST(Dialect, Factories) {
     EXPECT_EQ("[Size]]", property->getPropertyUniqueName().toUTF8());
 }
 
-TEST(Dialect, FieldFactories) {
+TEST(Dialect, FieldFactories)
+{
     for (bool const flat : { false, true }) {
         Fixture f(flat ? kFlatDialect : kDialect);
         MDXQueryGenerator & g = *f.generator;
@@ -44,7 +46,8 @@ TEST(Dialect, FieldFactories) {
 }
 
 // What a row changes about the cube comes before the comma.
-TEST(Dialect, Operations) {
+TEST(Dialect, Operations)
+{
     check<MDXField, kFlatDialect>({
         { CALL(f.field->TakeParentOfCalculation(&f.child)), "[D.N]" },
         { CALL(f.dimension.fName = "S]", f.h.fName = "[G]", f.field->TakeParentOfCalculation(&f.child)), "[S].[G]]" },
@@ -61,9 +64,11 @@ TEST(Dialect, Operations) {
     check<MDXSet, kDialect>({
         { CALL(f.set->StripCalculations(nullptr, false)), "STRIPCALCULATEDMEMBERS( {A} ) " },
         { CALL(f.set->StripCalculations(&f.h, true)), "{A}" },
-        { CALL(f.h.fCalculations = { { 7, &f.calculation }, { -3, &f.child } }, f.set->StripCalculations(&f.h, true)), "EXCEPT( {A}, { [H].[North], [H].[Japan].[South] } ) " },
+        { CALL(f.h.fCalculations = { { 7, &f.calculation }, { -3, &f.child } }, f.set->StripCalculations(&f.h, true)),
+            "EXCEPT( {A}, { [H].[North], [H].[Japan].[South] } ) " },
         { CALL(f.set->Hierarchize(true, nullptr, true, { &f.child })), "HIERARCHIZE( {A} ) " },
-        { CALL(f.set->Hierarchize(false, &f.h, false, { &f.child })), "UNION( HIERARCHIZE( STRIPCALCULATEDMEMBERS( {A} )  ) , { [H].[Japan].[South] } )" },
+        { CALL(f.set->Hierarchize(false, &f.h, false, { &f.child })),
+            "UNION( HIERARCHIZE( STRIPCALCULATEDMEMBERS( {A} )  ) , { [H].[Japan].[South] } )" },
         { CALL(f.h.fCalculations = { { 1, &f.child } }, f.set->Hierarchize(true, &f.h, true, { &f.child, &f.calculation })),
             "UNION( HIERARCHIZE( EXCEPT( {A}, { [H].[Japan].[South] } )  ) , { [H].[Japan].[South], [H].[North] } )" },
         { CALL(f.set->Hierarchize(true, &f.h, true, {})), "UNION( HIERARCHIZE( {A} ) , {  } )" },
@@ -74,12 +79,14 @@ TEST(Dialect, Operations) {
         { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, true, 1, -1)),
             " GENERATE( {S} , { { ANCESTOR( [H].CURRENTMEMBER.PARENT, { [H].CURRENTMEMBER.PARENT, [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) }, "
             "{ ANCESTOR( [H].CURRENTMEMBER.PARENT, { [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) } } ) " },
-        { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, -1, -1)), " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
+        { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, -1, -1)),
+            " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
         { CALL(f.set->TakeSiblings(f.field, nullptr)),
             "STRTOSET( IIF( [F].LEVEL.UNIQUENAME = [F].HIERARCHY.LEVELS(0).UNIQUENAME, \"[F].HIERARCHY.LEVELS(0).MEMBERS\", \"[F].PARENT.CHILDREN\" ) ) " },
         { CALL(f.set->TakeChildren(f.other, &f.h, true, -1, "[L]")),
             "GENERATE( {B}, GENERATE( [H].CURRENTMEMBER.CHILDREN, DESCENDANTS( [H].CURRENTMEMBER, [L], SELF_AND_BEFORE ) ) )" },
-        { CALL(f.set->TakeChildren(f.other, &f.h, false, 3, "[L]")), "GENERATE( {B}, GENERATE( [H].CURRENTMEMBER.CHILDREN, DESCENDANTS( [H].CURRENTMEMBER, [L], SELF ) ) )" },
+        { CALL(f.set->TakeChildren(f.other, &f.h, false, 3, "[L]")),
+            "GENERATE( {B}, GENERATE( [H].CURRENTMEMBER.CHILDREN, DESCENDANTS( [H].CURRENTMEMBER, [L], SELF ) ) )" },
         { CALL(f.set->TakeChildren(f.other, &f.h, false, -1, "")), "GENERATE( {B}, [H].CURRENTMEMBER.CHILDREN )" },
         { CALL(f.set->TakeChildren(f.set, &f.h, true, 0, "")), "GENERATE( {A}, [H].CURRENTMEMBER.CHILDREN )+{A}" },
     });
@@ -92,14 +99,16 @@ struct Nameless final : BRIM_o::Calculation {
     KelpString getParentUniqueName() const override { return {}; }
 };
 
-TEST(Dialect, HierarchizeKeepsWhatItHasDone) {
+TEST(Dialect, HierarchizeKeepsWhatItHasDone)
+{
     Fixture f(kDialect);
     Nameless nameless;
     EXPECT_THROW(f.set->Hierarchize(true, &f.h, false, { &nameless }), std::runtime_error);
     EXPECT_EQ("HIERARCHIZE( STRIPCALCULATEDMEMBERS( {A} )  ) ", mdx_of(*f.set));
 }
 
-TEST(Dialect, Statements) {
+TEST(Dialect, Statements)
+{
     Fixture f(kFlatDialect);
     auto const make = [&](MDXQuery::QueryType type) { return f.generator->GenerateQuery(type, nullptr); };
     RefPtr<MDXSelectQuery> const select(dynamic_cast<MDXSelectQuery *>(make(MDXQuery::QT_SELECT)));
@@ -118,8 +127,9 @@ TEST(Dialect, Statements) {
     select->AddSlicerSpecification(f.field->TakeParentOfCalculation(&f.child));
     select->AddSlicerSpecification(f.second);
     select->AddCellProperties({ "FORMATTED_VALUE" });
-    EXPECT_EQ(mdx_of(*select), "WITH MEMBER [D.N] AS ' ''v'' ' , SOLVE_ORDER = 3, FORMAT_STRING = '#,#'  MEMBER [G's] AS ' W '    SET N AS ' {''A''} '  "
-                               "SELECT NON EMPTY {'A'} ON COLUMNS , {B} DIMENSION PROPERTIES P, Q ON ROWS FROM [Sales] WHERE ( [D.N], [G's] )   CELL PROPERTIES FORMATTED_VALUE");
+    EXPECT_EQ(mdx_of(*select),
+        "WITH MEMBER [D.N] AS ' ''v'' ' , SOLVE_ORDER = 3, FORMAT_STRING = '#,#'  MEMBER [G's] AS ' W '    SET N AS ' {''A''} '  "
+        "SELECT NON EMPTY {'A'} ON COLUMNS , {B} DIMENSION PROPERTIES P, Q ON ROWS FROM [Sales] WHERE ( [D.N], [G's] )   CELL PROPERTIES FORMATTED_VALUE");
     select->AddMemberFormula(f.field, f.value, -1, { "P" }, {});
     EXPECT_EQ(raises(MDX_ERR_PROPERTY_COUNT_MISMATCH), error_of([&] { select->getText(false); }));
 
@@ -130,7 +140,8 @@ TEST(Dialect, Statements) {
     EXPECT_EQ("DROP SET [Sales].S ", mdx_of(*drop));
 }
 
-TEST(Dialect, ErrorsAreCaughtAsWhatTheyAre) {
+TEST(Dialect, ErrorsAreCaughtAsWhatTheyAre)
+{
     Fixture f;
     auto const generate = [&] { f.generator->GenerateQuery(static_cast<MDXQuery::QueryType>(3), nullptr); };
     EXPECT_THROW(generate(), BaseError);

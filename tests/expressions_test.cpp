@@ -3,7 +3,8 @@
 #include <stdexcept>
 
 // What the dialect's classes replace; its factories show the constructors that they share.
-TEST(Expressions, GeneralOnly) {
+TEST(Expressions, GeneralOnly)
+{
     check<MDXField, kGeneral>({ { CALL(f.field->TakeParentOfCalculation(&f.child)), "[H].[Japan]" } });
     check<MDXValue, kGeneral>({ { CALL(f.value->TakeProperty(f.field, "Caption")), "[F].Properties(\"Caption\")" } });
     Fixture f;
@@ -17,7 +18,8 @@ TEST(Expressions, GeneralOnly) {
     EXPECT_EQ("Size]", property.getPropertyUniqueName().toUTF8());
 }
 
-TEST(MDXField, Operations) {
+TEST(MDXField, Operations)
+{
     check<MDXField, kBoth>({
         { CALL(f.field->MoveToChild("x]'y")), "[F].[x]'y]" },
         { CALL(f.field->MoveToRootNode(&f.dimension, "x]y")), "[Dim].[x]y]" },
@@ -35,7 +37,8 @@ TEST(MDXField, Operations) {
         { CALL(f.field->TakeNameOfCalculation(&f.child)), "[H].[Japan].[South]" },
         { CALL(f.field->LoopLeft()),
             " { [F].PREVMEMBER, ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ).ITEM( COUNT( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 1 ), [F] }.ITEM(0) " },
-        { CALL(f.field->LoopRight()), " { [F].NEXTMEMBER, EXCEPT( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ), [F].LEVEL.MEMBERS ), [F].LEVEL.MEMBERS( 0 ), [F] }.ITEM(0)" },
+        { CALL(f.field->LoopRight()),
+            " { [F].NEXTMEMBER, EXCEPT( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ), [F].LEVEL.MEMBERS ), [F].LEVEL.MEMBERS( 0 ), [F] }.ITEM(0)" },
         { CALL(f.field->ReplaceName(" a'b] ")), " a'b] " },
         { CALL(f.field->ReplaceName("a'b")->getQuotedText(), f.field->Delimit(), f.field->Delimit(), f.field), "[a'b]" },
         { CALL(f.field->ReplaceName("  a b ")->Delimit(), f.field), "[a b]" },
@@ -50,7 +53,8 @@ TEST(MDXField, Operations) {
     EXPECT_EQ("   ", mdx_of(*f.field));
 }
 
-TEST(MemberNames, DoubledCharacters) {
+TEST(MemberNames, DoubledCharacters)
+{
     KelpString text("stale");
     quote_member_name(text, "'a]''");
     EXPECT_EQ("''a]''''", text.toUTF8());
@@ -58,7 +62,8 @@ TEST(MemberNames, DoubledCharacters) {
     EXPECT_EQ("''a]]''''", text.toUTF8());
 }
 
-TEST(MDXValue, Operations) {
+TEST(MDXValue, Operations)
+{
     check<MDXValue, kBoth>({
         { CALL(f.value->TakeCount(f.set)), "COUNT( {A} )" },
         { CALL(f.value->TakeUniqueName(f.field)), "[F].UNIQUENAME " },
@@ -83,12 +88,15 @@ TEST(MDXValue, Operations) {
         { CALL(f.value->TakeCorrelation(f.set, f.weight, nullptr)), "CORRELATION({A}, W ) " },
         { CALL(f.value->TakeLinRegPoint(f.third, f.set, f.weight, nullptr)), "LINREGPOINT(X, {A}, W ) " },
         // A value that is its own argument reads what has been built so far.
-        { CALL(f.value->TakeCorrelation(f.set, f.value, f.value)), "CORRELATION({A}, CORRELATION({A}, , CORRELATION({A}, CORRELATION({A}, ,  ) " },
-        { CALL(f.value->TakeLinRegPoint(f.value, f.set, f.weight, f.value)), "LINREGPOINT(LINREGPOINT(, {A}, W, LINREGPOINT(LINREGPOINT(, {A}, W,  ) " },
+        { CALL(f.value->TakeCorrelation(f.set, f.value, f.value)),
+            "CORRELATION({A}, CORRELATION({A}, , CORRELATION({A}, CORRELATION({A}, ,  ) " },
+        { CALL(f.value->TakeLinRegPoint(f.value, f.set, f.weight, f.value)),
+            "LINREGPOINT(LINREGPOINT(, {A}, W, LINREGPOINT(LINREGPOINT(, {A}, W,  ) " },
     });
 }
 
-TEST(MDXTuple, WritesAndHoldsItsFields) {
+TEST(MDXTuple, WritesAndHoldsItsFields)
+{
     Fixture f;
     EXPECT_EQ(raises(MDX_ERR_EMPTY_TUPLE), error_of([&] { mdx_of(*f.empty); }));
     EXPECT_EQ(raises(MDX_ERR_EMPTY_TUPLE), error_of([&] { f.empty->getQuotedText(); }));
@@ -115,7 +123,8 @@ TEST(MDXTuple, WritesAndHoldsItsFields) {
 }
 
 // Assignment is reported, then copies what the class adds, and leaves the count.
-TEST(Expressions, Assignment) {
+TEST(Expressions, Assignment)
+{
     Assertions assertions;
     Fixture f;
     std::int32_t const count = count_of(*f.field);

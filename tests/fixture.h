@@ -16,18 +16,23 @@
 #include <vector>
 
 // GoogleTest shows texts through this.
-inline void PrintTo(KelpString const & text, std::ostream * out) { *out << '|' << text << '|'; }
+inline void PrintTo(KelpString const & text, std::ostream * out)
+{
+    *out << '|' << text << '|';
+}
 
 // The text of an expression or statement, in UTF-8 as all texts of tests.
 template <class Object>
-std::string mdx_of(Object && object) {
+std::string mdx_of(Object && object)
+{
     KelpString text("stale");
     object.writeText(text);
     return text.toUTF8();
 }
 
 // The count of an object, which a reference to and fro tells.
-inline std::int32_t count_of(support::RefCount & object) {
+inline std::int32_t count_of(support::RefCount & object)
+{
     object.use();
     return object.unuse();
 }
@@ -58,15 +63,20 @@ struct Fixture {
     MDXField *const field = makeField("[F]"), *const second = makeField("[G]");
     MDXValue *const value = makeValue("V"), *const weight = makeValue("W"), *const third = makeValue("X");
     // Of [F] and [G]; of [F]; of no field.
-    MDXTuple *const tuple = generator->GenerateTuple(), *const single = generator->GenerateTuple(), *const empty = generator->GenerateTuple();
+    MDXTuple *const tuple = generator->GenerateTuple(), *const single = generator->GenerateTuple(),
+                    *const empty = generator->GenerateTuple();
 
-    explicit Fixture(Classes classes = kGeneral) : fGeneral(classes == kGeneral), generator(createMSOLAP7QueryGenerator("[Sales]", classes == kFlatDialect)) {
+    explicit Fixture(Classes classes = kGeneral)
+        : fGeneral(classes == kGeneral), generator(createMSOLAP7QueryGenerator("[Sales]", classes == kFlatDialect))
+    {
         h.fLevels = { &country, &city, &shop };
         tuple->AddField(field)->AddField(second);
         single->AddField(field);
     }
-    ~Fixture() {
-        for (support::RefCount * const object : std::initializer_list<support::RefCount *>{ set, other, field, second, value, weight, third, tuple, single, empty })
+    ~Fixture()
+    {
+        for (support::RefCount * const object :
+            std::initializer_list<support::RefCount *>{ set, other, field, second, value, weight, third, tuple, single, empty })
             object->unuse();
     }
     // With a reference for the caller.
@@ -75,9 +85,12 @@ struct Fixture {
     MDXValue * makeValue(KelpString const & text) const { return fGeneral ? new General<MDXValue>(text) : generator->GenerateValue(text); }
 
     // The texts and counts of all but one object. A tuple's text is left out, which may be that of the very object.
-    std::string state(support::RefCount const * but) const {
+    std::string state(support::RefCount const * but) const
+    {
         std::string all = condition.toUTF8();
-        auto const add = [&](auto *... objects) { ((all += objects == but ? "" : mdx_of(*objects) + std::to_string(count_of(*objects)) + "; "), ...); };
+        auto const add = [&](auto *... objects) {
+            ((all += objects == but ? "" : mdx_of(*objects) + std::to_string(count_of(*objects)) + "; "), ...);
+        };
         add(set, other, field, second, value, weight, third);
         for (MDXTuple * const each : { tuple, single })
             all += std::to_string(each->FieldCount()) + "/" + std::to_string(count_of(*each)) + "; ";
@@ -96,9 +109,13 @@ struct OperationRow {
 #define CALL(...) #__VA_ARGS__, []([[maybe_unused]] Fixture & f) { return __VA_ARGS__; }
 
 // An MDXError with its inserts, and what `body` throws of it, as one text; empty when it throws none.
-inline std::string raises(std::uint32_t code, std::string const & inserts = "") { return "error " + std::to_string(code) + " (" + inserts + ")"; }
+inline std::string raises(std::uint32_t code, std::string const & inserts = "")
+{
+    return "error " + std::to_string(code) + " (" + inserts + ")";
+}
 
-inline std::string error_of(std::function<void()> const & body) {
+inline std::string error_of(std::function<void()> const & body)
+{
     try {
         body();
         return "";
@@ -110,7 +127,8 @@ inline std::string error_of(std::function<void()> const & body) {
     }
 }
 
-inline std::string doubled_quotes(std::string text) {
+inline std::string doubled_quotes(std::string text)
+{
     for (std::size_t at = 0; (at = text.find('\'', at)) != std::string::npos; at += 2)
         text.insert(at, 1, '\'');
     return text;
@@ -120,7 +138,8 @@ inline std::string doubled_quotes(std::string text) {
 // too), that the object itself is returned with its count as it was, that the other objects keep text and count, and
 // that an error leaves the text alone.
 template <class Object, Classes classes>
-void check(std::vector<OperationRow<Object>> const & rows) {
+void check(std::vector<OperationRow<Object>> const & rows)
+{
     for (Classes const each : classes == kBoth ? std::vector{ kGeneral, kDialect } : std::vector{ classes }) {
         for (OperationRow<Object> const & row : rows) {
             SCOPED_TRACE(row.name);
@@ -144,7 +163,8 @@ void check(std::vector<OperationRow<Object>> const & rows) {
 
 // The text of an object that was just made and is given back.
 template <class Object>
-std::string made(Object * object) {
+std::string made(Object * object)
+{
     RefPtr<Object> const held(object);
     EXPECT_EQ(1, count_of(*object));
     return mdx_of(*object);
@@ -159,8 +179,11 @@ struct LogLines {
     LogLines() { support_dll::getLogObject()->setSink(take_line, this); }
     ~LogLines() { support_dll::getLogObject()->setSink(nullptr, nullptr); }
     Strings take() { return std::exchange(fAll, {}); }
-    static void take_line(void * lines, std::uint32_t code, std::int32_t level, KelpString const & module, KelpString const & part, KelpString const & line) {
-        static_cast<LogLines *>(lines)->fAll.push_back(KelpString(format_text("%x %d %s/%s: %s", code, level, module, part, line)).toUTF8());
+    static void take_line(
+        void * lines, std::uint32_t code, std::int32_t level, KelpString const & module, KelpString const & part, KelpString const & line)
+    {
+        static_cast<LogLines *>(lines)->fAll.push_back(
+            KelpString(format_text("%x %d %s/%s: %s", code, level, module, part, line)).toUTF8());
     }
 };
 
@@ -169,7 +192,10 @@ struct Assertions {
     static inline Strings fAll;
     support_dll::AssertionHandler const fBefore;
 
-    Assertions() : fBefore(support_dll::setAssertionHandler([](char const * expression, char const * file) { fAll.push_back(std::string(expression) + " in " + file); })) {}
+    Assertions()
+        : fBefore(support_dll::setAssertionHandler(
+              [](char const * expression, char const * file) { fAll.push_back(std::string(expression) + " in " + file); }))
+    {}
     ~Assertions() { support_dll::setAssertionHandler(fBefore); }
     Strings take() { return std::exchange(fAll, {}); }
 };

@@ -19,7 +19,8 @@ struct QueryLog : testing::Test, Machine {
 
 }
 
-TEST_F(QueryLog, SettingsAreReadOnceForAGenerator) {
+TEST_F(QueryLog, SettingsAreReadOnceForAGenerator)
+{
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());
     set(kKey, "MDX Query Log", "log.txt");
     set(kKey, "MDX Query Clock", "1"); // which is no number
@@ -36,7 +37,8 @@ TEST_F(QueryLog, SettingsAreReadOnceForAGenerator) {
     EXPECT_EQ(&own, timer);
 }
 
-TEST_F(QueryLog, EntriesAndDurations) {
+TEST_F(QueryLog, EntriesAndDurations)
+{
     set(kKey, "MDX Query Log", (fFolder / "log.txt").string());
     set(kKey, "MDX Query Clock", 1u);
     MDXQueryLog * const log = f.generator->GetMDXQueryLog();
@@ -59,13 +61,15 @@ TEST_F(QueryLog, EntriesAndDurations) {
     std::size_t const at = text.find("duration: ") + 10; // of the number, which varies
     std::string const seconds = text.substr(at, text.find(' ', at) - at);
     text.replace(at, seconds.size(), "?");
-    EXPECT_EQ(text, "[Sales]: \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \nQuery duration: ? seconds\na message\n[Sales]: \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \n");
+    EXPECT_EQ(text,
+        "[Sales]: \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \nQuery duration: ? seconds\na message\n[Sales]: \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \n");
     EXPECT_EQ(4u, seconds.size() - seconds.find('.'));
     EXPECT_GE(std::stod(seconds), 0.01); // the clock goes on while the process waits
     EXPECT_LE(std::stod(seconds), most.count() + 0.002);
 }
 
-TEST_F(QueryLog, ClosedLogDoesNothing) {
+TEST_F(QueryLog, ClosedLogDoesNothing)
+{
     auto const file = fFolder / "missing/log.txt";
     set(kKey, "MDX Query Log", file.string());
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());

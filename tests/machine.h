@@ -26,10 +26,15 @@ struct Machine {
 };
 
 // The file's text, with each line ended by "\n" alone; its bytes as they are in the mode std::ios::binary.
-inline std::string text_of(std::filesystem::path const & file, std::ios::openmode mode = std::ios::in) { return (std::ostringstream() << std::ifstream(file, mode).rdbuf()).str(); }
+inline std::string text_of(std::filesystem::path const & file, std::ios::openmode mode = std::ios::in)
+{
+    return (std::ostringstream() << std::ifstream(file, mode).rdbuf()).str();
+}
 
 // The setting as the library reads it: its text in UTF-8, "true" or "false" for a number, "none" for none.
-inline std::string setting(KelpString const & name, KelpString const & key = "Software\\Log", RegistryWrapper::RootKey root = RegistryWrapper::LocalMachine) {
+inline std::string setting(
+    KelpString const & name, KelpString const & key = "Software\\Log", RegistryWrapper::RootKey root = RegistryWrapper::LocalMachine)
+{
     KelpString text("none"); // which stays when no text is found
     bool on = false;
     bool const isText = RegistryWrapper::readRegKeyValue(root, key, name, text);

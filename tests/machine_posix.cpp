@@ -3,7 +3,8 @@
 #include <cstdlib>
 #include <iomanip>
 
-Machine::Machine() {
+Machine::Machine()
+{
     for (char const * const folder : { "temporary", "settings/odbomodule", "home/.config/odbomodule" })
         std::filesystem::create_directories(fFolder / folder);
     ::setenv("XDG_CONFIG_HOME", (fFolder / "settings").c_str(), 1);
@@ -11,17 +12,25 @@ Machine::Machine() {
     ::setenv("TMPDIR", temporary_folder().c_str(), 1);
 }
 
-Machine::~Machine() {
+Machine::~Machine()
+{
     ::setenv("TMPDIR", fBefore.c_str(), 1);
     std::filesystem::remove_all(fFolder);
 }
 
-static std::ofstream begin_setting(std::filesystem::path const & folder, std::string const & key, std::string const & name) {
+static std::ofstream begin_setting(std::filesystem::path const & folder, std::string const & key, std::string const & name)
+{
     std::ofstream file(folder / "settings/odbomodule/registry.reg", std::ios::app);
     file << "[HKEY_LOCAL_MACHINE\\" << key << "]\n" << std::quoted(name) << '=';
     return file;
 }
 
-void Machine::set(std::string const & key, std::string const & name, std::string const & text) { begin_setting(fFolder, key, name) << std::quoted(text) << '\n'; }
+void Machine::set(std::string const & key, std::string const & name, std::string const & text)
+{
+    begin_setting(fFolder, key, name) << std::quoted(text) << '\n';
+}
 
-void Machine::set(std::string const & key, std::string const & name, std::uint32_t number) { begin_setting(fFolder, key, name) << "dword:" << std::hex << number << '\n'; }
+void Machine::set(std::string const & key, std::string const & name, std::uint32_t number)
+{
+    begin_setting(fFolder, key, name) << "dword:" << std::hex << number << '\n';
+}

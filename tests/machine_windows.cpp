@@ -4,33 +4,47 @@
 
 #include <stdexcept>
 
-static std::wstring wide(std::string const & text) { return std::filesystem::path(std::u8string(text.begin(), text.end())).wstring(); }
+static std::wstring wide(std::string const & text)
+{
+    return std::filesystem::path(std::u8string(text.begin(), text.end())).wstring();
+}
 
 // The local machine is, for this process, a key of the user's: no rights are needed, and tests may run side by side.
-static std::wstring local_machine(std::filesystem::path const & folder) { return L"Software\\odbomodule tests\\" + folder.filename().wstring(); }
+static std::wstring local_machine(std::filesystem::path const & folder)
+{
+    return L"Software\\odbomodule tests\\" + folder.filename().wstring();
+}
 
-Machine::Machine() {
+Machine::Machine()
+{
     HKEY key = nullptr;
-    if (::RegCreateKeyW(HKEY_CURRENT_USER, local_machine(fFolder).c_str(), &key) != ERROR_SUCCESS || ::RegOverridePredefKey(HKEY_LOCAL_MACHINE, key) != ERROR_SUCCESS)
+    if (::RegCreateKeyW(HKEY_CURRENT_USER, local_machine(fFolder).c_str(), &key) != ERROR_SUCCESS ||
+        ::RegOverridePredefKey(HKEY_LOCAL_MACHINE, key) != ERROR_SUCCESS)
         throw std::runtime_error("no registry for a test");
     ::RegCloseKey(key);
     std::filesystem::create_directories(temporary_folder());
     ::SetEnvironmentVariableW(L"TMP", temporary_folder().c_str());
 }
 
-Machine::~Machine() {
+Machine::~Machine()
+{
     ::SetEnvironmentVariableW(L"TMP", fBefore.c_str());
     ::RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
     ::RegDeleteTreeW(HKEY_CURRENT_USER, local_machine(fFolder).c_str());
     std::filesystem::remove_all(fFolder);
 }
 
-static void put(std::string const & key, std::string const & name, DWORD type, void const * value, std::size_t size) {
+static void put(std::string const & key, std::string const & name, DWORD type, void const * value, std::size_t size)
+{
     ::RegSetKeyValueW(HKEY_LOCAL_MACHINE, wide(key).c_str(), wide(name).c_str(), type, value, static_cast<DWORD>(size));
 }
 
-void Machine::set(std::string const & key, std::string const & name, std::string const & text) {
+void Machine::set(std::string const & key, std::string const & name, std::string const & text)
+{
     put(key, name, REG_SZ, wide(text).c_str(), (wide(text).size() + 1) * sizeof(wchar_t));
 }
 
-void Machine::set(std::string const & key, std::string const & name, std::uint32_t number) { put(key, name, REG_DWORD, &number, sizeof number); }
+void Machine::set(std::string const & key, std::string const & name, std::uint32_t number)
+{
+    put(key, name, REG_DWORD, &number, sizeof number);
+}

@@ -6,7 +6,8 @@
 
 CoreLog * gCoreLog = nullptr;
 
-TEST(RefCountWithoutLog, CountsAllTheSame) {
+TEST(RefCountWithoutLog, CountsAllTheSame)
+{
     struct Thing final : support::RefCount {
         using RefCount::RefCount;
     };

@@ -9,7 +9,11 @@ namespace {
 struct Level {
     CoreLog::VerbosityType & fLevel;
 
-    Level(char const * module, KelpString const & part, std::int32_t level) : fLevel(*support_dll::getLogObject()->getModuleVerbosity(module, part)) { fLevel = level; }
+    Level(char const * module, KelpString const & part, std::int32_t level)
+        : fLevel(*support_dll::getLogObject()->getModuleVerbosity(module, part))
+    {
+        fLevel = level;
+    }
     ~Level() { fLevel = 0; }
 };
 
@@ -20,7 +24,8 @@ struct Thing final : support::RefCount {
     ~Thing() override { fAtEnd(*this); }
 };
 
-void on_eight_threads(std::function<void()> const & body) {
+void on_eight_threads(std::function<void()> const & body)
+{
     std::vector<std::jthread> threads; // which end before it does
     for (int i = 0; i < 8; ++i)
         threads.emplace_back(body);
@@ -28,7 +33,8 @@ void on_eight_threads(std::function<void()> const & body) {
 
 }
 
-TEST(RefCount, CountsHoldersOnEightThreads) {
+TEST(RefCount, CountsHoldersOnEightThreads)
+{
     int ends = 0;
     auto * const thing = new Thing([&](Thing &) { ++ends; });
     EXPECT_EQ(2, thing->use());
@@ -43,7 +49,8 @@ TEST(RefCount, CountsHoldersOnEightThreads) {
     EXPECT_EQ(1, ends);
 }
 
-TEST(RefCount, ReportsAnUnuseTooMany) {
+TEST(RefCount, ReportsAnUnuseTooMany)
+{
     Assertions assertions;
     std::int32_t left = -1;
     (new Thing([&](Thing & dying) { left = dying.unuse(); }))->unuse();
@@ -51,7 +58,8 @@ TEST(RefCount, ReportsAnUnuseTooMany) {
     EXPECT_EQ(0, left);
 }
 
-TEST(RefCount, WritesItsLifeToTheLog) {
+TEST(RefCount, WritesItsLifeToTheLog)
+{
     LogLines lines;
     Level const memory("MEMORY", "Thing", 4);
     Level const counts("INTERFACE", "Thing", 5);
@@ -70,9 +78,9 @@ TEST(RefCount, WritesItsLifeToTheLog) {
     memory.fLevel = 3;
     counts.fLevel = 4;
     (new Thing([](Thing &) {}))->unuse();
-    EXPECT_EQ(
-        lines.take(), (Strings{ "c2011000 4 MEMORY/Thing: " + whole + " created", start + " Refcount raised to 2", "c2011000 6 INTERFACE/Thing: " + whole + " Refcount raised to 2",
-                          start + " Refcount lowered to 1", start + " Refcount lowered to 0", "c2011000 4 MEMORY/Thing: " + whole + " destroyed" }));
+    EXPECT_EQ(lines.take(), (Strings{ "c2011000 4 MEMORY/Thing: " + whole + " created", start + " Refcount raised to 2",
+                                "c2011000 6 INTERFACE/Thing: " + whole + " Refcount raised to 2", start + " Refcount lowered to 1",
+                                start + " Refcount lowered to 0", "c2011000 4 MEMORY/Thing: " + whole + " destroyed" }));
 
     std::string const name(150, 'N');
     Level const cut("MEMORY", name.c_str(), 4);
@@ -81,7 +89,8 @@ TEST(RefCount, WritesItsLifeToTheLog) {
 }
 
 // One counter for a general class and its dialect class; statements share one.
-TEST(RefCount, NumbersTheObjectsOfAClass) {
+TEST(RefCount, NumbersTheObjectsOfAClass)
+{
     Fixture f;
     MDXQueryGenerator & g = *f.generator;
     std::tuple<std::string, std::function<support::RefCount *()>, std::function<support::RefCount *()>> const rows[] = {
@@ -90,7 +99,8 @@ TEST(RefCount, NumbersTheObjectsOfAClass) {
         { "MDXValue", [] { return new General<MDXValue>(1); }, [&] { return g.GenerateValue(1); } },
         { "MDXTuple", [] { return new General<MDXTuple>; }, [&] { return g.GenerateTuple(); } },
         { "MDXMemberProperty", [] { return new MDXMemberProperty("a", "b"); }, [&] { return g.GenerateMemberProperty("a", "b"); } },
-        { "MDXQuery", [&] { return g.GenerateQuery(MDXQuery::QT_SELECT, nullptr); }, [&] { return g.GenerateQuery(MDXQuery::QT_DROP, nullptr); } },
+        { "MDXQuery", [&] { return g.GenerateQuery(MDXQuery::QT_SELECT, nullptr); },
+            [&] { return g.GenerateQuery(MDXQuery::QT_DROP, nullptr); } },
     };
     for (auto const & [name, first, second] : rows) {
         LogLines lines;
@@ -103,7 +113,8 @@ TEST(RefCount, NumbersTheObjectsOfAClass) {
     }
 }
 
-TEST(RefPtr, TakesAndGivesBack) {
+TEST(RefPtr, TakesAndGivesBack)
+{
     Fixture f;
     {
         RefPtr<MDXSet> const held = hold(f.set);
@@ -122,7 +133,8 @@ TEST(RefPtr, TakesAndGivesBack) {
     EXPECT_FALSE(hold<MDXSet>(nullptr));
 }
 
-TEST(RefCount, ObjectsMadeOnEightThreads) {
+TEST(RefCount, ObjectsMadeOnEightThreads)
+{
     Fixture f;
     LogLines lines;
     Level const memory("MEMORY", "MDXValue", 4);

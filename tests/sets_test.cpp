@@ -4,7 +4,8 @@
 
 namespace {
 
-TEST(MDXSet, CopyAndAssignment) {
+TEST(MDXSet, CopyAndAssignment)
+{
     Fixture f;
     f.other->SetExpression("{it's}")->getQuotedText();
     RefPtr<MDXSet> const held = hold(f.other);
@@ -19,7 +20,8 @@ TEST(MDXSet, CopyAndAssignment) {
     }
 }
 
-TEST(MDXSet, Operations) {
+TEST(MDXSet, Operations)
+{
     check<MDXSet, kBoth>({
         // Algebra
         { CALL(*f.set += *f.field), "UNION( {A}, { [F] } )" },
@@ -58,12 +60,15 @@ TEST(MDXSet, Operations) {
         { CALL(f.set->DrillUp("[X]")), "DRILLUPMEMBER( {A},  { [X] } ) " },
         { CALL(f.set->DrillUpOnSet("[X]")), "DRILLUPMEMBER( Hierarchize( {A} ) , [X] ) " },
         { CALL(f.set->DrillUpOnSet(f.set)), "DRILLUPMEMBER( Hierarchize( {A} ) , {A} ) " },
-        { CALL(f.set->ToggleDrillStateOnSet(f.other, false)->ToggleDrillStateOnSet(f.other, true)), "TOGGLEDRILLSTATE( TOGGLEDRILLSTATE( {A}, {B} ) , {B}, RECURSIVE )" },
+        { CALL(f.set->ToggleDrillStateOnSet(f.other, false)->ToggleDrillStateOnSet(f.other, true)),
+            "TOGGLEDRILLSTATE( TOGGLEDRILLSTATE( {A}, {B} ) , {B}, RECURSIVE )" },
         // Ancestors and descendants
         { CALL(f.set->TakeAncestorsOfMember("[M]", true, INT32_MIN)), " { Ancestor( [M], {[M]}.Item(0).Item(0).Level ) } " },
-        { CALL(f.set->TakeAncestorsOfMember("[M]", false, 2)), " { Ancestor( [M], {[M].Parent.Parent, [M].Parent, [M]}.Item(0).Item(0).Level ) } " },
-        { CALL(f.set->TakeAncestorsOfMember("[M]", true, 2)), " { Ancestor( [M], {[M].Parent.Parent, [M].Parent, [M]}.Item(0).Item(0).Level ), "
-                                                              "Ancestor( [M], {[M].Parent, [M]}.Item(0).Item(0).Level ), Ancestor( [M], {[M]}.Item(0).Item(0).Level ) } " },
+        { CALL(f.set->TakeAncestorsOfMember("[M]", false, 2)),
+            " { Ancestor( [M], {[M].Parent.Parent, [M].Parent, [M]}.Item(0).Item(0).Level ) } " },
+        { CALL(f.set->TakeAncestorsOfMember("[M]", true, 2)),
+            " { Ancestor( [M], {[M].Parent.Parent, [M].Parent, [M]}.Item(0).Item(0).Level ), "
+            "Ancestor( [M], {[M].Parent, [M]}.Item(0).Item(0).Level ), Ancestor( [M], {[M]}.Item(0).Item(0).Level ) } " },
         { CALL(f.set->TakeChildren(f.field)), "[F].CHILDREN " },
         { CALL(f.set->TakeDescendants(f.field, true)), "DESCENDANTS( [F], [F].LEVEL, SELF_AND_AFTER ) " },
         { CALL(f.set->TakeDescendants(f.field, false)), "DESCENDANTS( [F], [F].LEVEL, AFTER ) " },
@@ -76,9 +81,10 @@ TEST(MDXSet, Operations) {
         { CALL(f.set->Rank(f.field, f.other)), "Rank([F],{B})" },
         { CALL(f.set->TakeRank(f.field)), "Rank([F],{A})" },
         { CALL(f.set->generate("{S}", "[E]")), "Generate( {S}, [E] ) " },
-        { CALL(f.set->TakeSubset(f.single, f.tuple)), "SUBSET( {A}, IIF( RANK( [F], {A} ) < RANK( ( [F], [G] ) , {A} ), RANK([F], {A} ) - 1, RANK( ( [F], [G] ) , {A} ) - 1) , "
-                                                      "IIF( RANK ( [F], {A} ) < RANK( ( [F], [G] ) , {A} ), RANK(( [F], [G] ) , {A} ) - RANK([F], {A} ) + 1, "
-                                                      "RANK([F], {A} ) - RANK(( [F], [G] ) , {A} ) + 1 ) )" },
+        { CALL(f.set->TakeSubset(f.single, f.tuple)),
+            "SUBSET( {A}, IIF( RANK( [F], {A} ) < RANK( ( [F], [G] ) , {A} ), RANK([F], {A} ) - 1, RANK( ( [F], [G] ) , {A} ) - 1) , "
+            "IIF( RANK ( [F], {A} ) < RANK( ( [F], [G] ) , {A} ), RANK(( [F], [G] ) , {A} ) - RANK([F], {A} ) + 1, "
+            "RANK([F], {A} ) - RANK(( [F], [G] ) , {A} ) + 1 ) )" },
         { CALL(f.set->TakeSubset(f.single, f.empty)), raises(MDX_ERR_EMPTY_TUPLE) },
         { CALL(f.set->TakeSubset(f.single, 3, 0)),
             "SUBSET( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ), (RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) + 0 - 1 ), "
@@ -111,8 +117,10 @@ TEST(MDXSet, Operations) {
         { CALL(f.set->TakeExtremity(MDXSet::Bottom, MDXSet::Sum, "10", f.single)), "BOTTOMSUM( {A}, 10, [F] ) " },
         { CALL(f.set->TakeExtremity(MDXSet::Bottom, MDXSet::Count, "10", f.single)), "BOTTOMCOUNT( {A}, 10, [F] ) " },
         { CALL(f.set->TakeExtremity(MDXSet::Bottom, MDXSet::Percent, "10", f.single)), "BOTTOMPERCENT( {A}, 10, [F] ) " },
-        { CALL(f.set->TakeExtremity(MDXSet::ExtremityType{ 2 }, MDXSet::ExtremityMeasure{ 3 }, "10", nullptr)), raises(MDX_ERR_BAD_ENUM, "2, ExtremityType") },
-        { CALL(f.set->TakeExtremity(MDXSet::Bottom, MDXSet::ExtremityMeasure{ 3 }, "10", nullptr)), raises(MDX_ERR_BAD_ENUM, "3, ExtremityMeasure") },
+        { CALL(f.set->TakeExtremity(MDXSet::ExtremityType{ 2 }, MDXSet::ExtremityMeasure{ 3 }, "10", nullptr)),
+            raises(MDX_ERR_BAD_ENUM, "2, ExtremityType") },
+        { CALL(f.set->TakeExtremity(MDXSet::Bottom, MDXSet::ExtremityMeasure{ 3 }, "10", nullptr)),
+            raises(MDX_ERR_BAD_ENUM, "3, ExtremityMeasure") },
         { CALL(f.set->TakeExtremity(MDXSet::Top, MDXSet::Sum, "10", nullptr)), raises(MDX_ERR_MISSING_TUPLE) },
         { CALL(f.set->TakeExtremity(MDXSet::Top, MDXSet::Count, "10", f.empty)), raises(MDX_ERR_EMPTY_TUPLE) },
     });
@@ -122,8 +130,10 @@ TEST(MDXSet, Operations) {
         { CALL(f.set->Hierarchize(true, nullptr, true, { &f.calculation })), "HIERARCHIZE( {A} ) " },
         { CALL(f.set->HierarchizeCalculations(true)), "HIERARCHIZE( {A} ) " },
         { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, true, -1, 2)), " GENERATE( {S}, ASCENDANTS( [H].CURRENTMEMBER.PARENT) )" },
-        { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, -1, 2)), " GENERATE( {S}, { ANCESTOR( [H].CURRENTMEMBER, [H].CURRENTMEMBER.LEVEL.ORDINAL ) } )" },
-        { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, -2, -1)), " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
+        { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, -1, 2)),
+            " GENERATE( {S}, { ANCESTOR( [H].CURRENTMEMBER, [H].CURRENTMEMBER.LEVEL.ORDINAL ) } )" },
+        { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, -2, -1)),
+            " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
         { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, true, INT32_MIN, 2)), " GENERATE( {S} , {  } ) " },
         { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, 2, -1)),
             " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER.PARENT.PARENT, [H].CURRENTMEMBER.PARENT, [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
@@ -132,13 +142,18 @@ TEST(MDXSet, Operations) {
             "{ ANCESTOR( [H].CURRENTMEMBER.PARENT, { [H].CURRENTMEMBER.PARENT, [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) }, "
             "{ ANCESTOR( [H].CURRENTMEMBER.PARENT, { [H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL ) } } ) " },
         { CALL(f.set->TakeSiblings(f.field, nullptr)), "[F].SIBLINGS " },
-        { CALL(f.set->TakeChildren(f.other, &f.h, true, -1, "[X]")), "GENERATE( {B}, DESCENDANTS( [H].CURRENTMEMBER, [H].CURRENTMEMBER.LEVEL, AFTER ) )" },
-        { CALL(f.set->TakeChildren(f.other, &f.h, false, -1, "[X]")), "GENERATE( {B}, DESCENDANTS( [H].CURRENTMEMBER, [H].LEVELS.COUNT - 1, LEAVES ) )" },
-        { CALL(f.set->TakeChildren(f.other, &f.h, false, 0, "[X]")), "GENERATE( {B}, GENERATE( { [H].CURRENTMEMBER }, DESCENDANTS( [H].CURRENTMEMBER, 0, LEAVES ) ) )" },
-        { CALL(f.set->TakeChildren(f.set, &f.h, true, -2, "")), "GENERATE( {A}, GENERATE( { [H].CURRENTMEMBER }, DESCENDANTS( [H].CURRENTMEMBER, -2, SELF_AND_BEFORE ) ) )" },
+        { CALL(f.set->TakeChildren(f.other, &f.h, true, -1, "[X]")),
+            "GENERATE( {B}, DESCENDANTS( [H].CURRENTMEMBER, [H].CURRENTMEMBER.LEVEL, AFTER ) )" },
+        { CALL(f.set->TakeChildren(f.other, &f.h, false, -1, "[X]")),
+            "GENERATE( {B}, DESCENDANTS( [H].CURRENTMEMBER, [H].LEVELS.COUNT - 1, LEAVES ) )" },
+        { CALL(f.set->TakeChildren(f.other, &f.h, false, 0, "[X]")),
+            "GENERATE( {B}, GENERATE( { [H].CURRENTMEMBER }, DESCENDANTS( [H].CURRENTMEMBER, 0, LEAVES ) ) )" },
+        { CALL(f.set->TakeChildren(f.set, &f.h, true, -2, "")),
+            "GENERATE( {A}, GENERATE( { [H].CURRENTMEMBER }, DESCENDANTS( [H].CURRENTMEMBER, -2, SELF_AND_BEFORE ) ) )" },
         { CALL(f.h.fCalculations = { { 1, nullptr }, { 2, nullptr } }, f.set->TakeLeafNodes(&f.h)),
             "GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) )" },
-        { CALL(f.h.fCalculations = { { 7, &f.calculation }, { -3, nullptr }, { -2, &f.child }, { 0, nullptr }, { 9, nullptr } }, f.set->TakeLeafNodes(&f.h)),
+        { CALL(f.h.fCalculations = { { 7, &f.calculation }, { -3, nullptr }, { -2, &f.child }, { 0, nullptr }, { 9, nullptr } },
+              f.set->TakeLeafNodes(&f.h)),
             "UNION( GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) ), { [H].[Japan].[South], [H].[North] } )" },
     });
 }
@@ -149,7 +164,8 @@ struct Masked final : MDXSet {
     KelpString getText() const override { return "{mask}"; }
 };
 
-TEST(MDXSet, AsksArgumentsForTheirTextAtOnceAndWrapsItsOwn) {
+TEST(MDXSet, AsksArgumentsForTheirTextAtOnceAndWrapsItsOwn)
+{
     Fixture f;
     RefPtr<Masked> const masked(new Masked(KelpString("{M}")));
     (*f.set += *masked)->Invert(&f.h)->DrillUpOnSet(f.other);
@@ -175,7 +191,8 @@ struct Failing final : memory_cube::Hierarchy {
     void getCalculations(std::map<BRIM_o::CalculationId, BRIM_o::Calculation *> &) override { asked("calculations"); }
 };
 
-TEST(MDXSet, TextWhenTheHostThrows) {
+TEST(MDXSet, TextWhenTheHostThrows)
+{
     auto const text_after = [](char const * question, MDXSet * (*call)(MDXSet &, BRIM_o::Hierarchy *)) {
         Fixture f;
         Failing host(question);
@@ -187,7 +204,8 @@ TEST(MDXSet, TextWhenTheHostThrows) {
     auto const take_leaf_nodes = [](MDXSet & set, BRIM_o::Hierarchy * host) { return set.TakeLeafNodes(host); };
     EXPECT_EQ("{A}", text_after("name", take_leaf_nodes));
     EXPECT_EQ("{A}", text_after("level count", take_leaf_nodes));
-    EXPECT_EQ("GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) )", text_after("calculations", take_leaf_nodes));
+    EXPECT_EQ(
+        "GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) )", text_after("calculations", take_leaf_nodes));
     EXPECT_EQ(" { ", text_after("level", [](MDXSet & set, auto * host) { return set.TakeTopLevel(host); }));
     EXPECT_EQ(" { Extract( {S}, ", text_after("name", [](MDXSet & set, auto * host) { return set.Extract("{S}", host); }));
     EXPECT_EQ("{A}", text_after("name", [](MDXSet & set, auto * host) { return set.TakeAncestorsOfSet("{S}", host, true, 1, 1); }));

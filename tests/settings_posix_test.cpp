@@ -18,14 +18,18 @@ struct SettingsFiles : testing::Test, Machine {
 
 std::string const kSection = "[HKEY_LOCAL_MACHINE\\Software\\Log]\r\n";
 
-TEST_F(SettingsFiles, LinesAreValuesOrPassedOver) {
+TEST_F(SettingsFiles, LinesAreValuesOrPassedOver)
+{
     std::pair<char const *, char const *> const rows[] = { { R"("name"="C:\\a \"b\"")", R"(C:\a "b")" }, { "\t\"Name\" = \"yes\" ", "yes" },
-        { R"("Name"=dword: fFfFfFfF )", "true" }, { "\"Name\"=\"first\"\n\n\"Name\"=\"second\"\n\"Name\"=broken", "second" }, { R"("Name"=DWORD:0)", "false" },
-        { R"("Name"=dword:123456789)", "none" }, { R"("Name"=dword:12g)", "none" }, { R"("Name"=dword:)", "none" }, { R"("Name"=-)", "none" }, { R"(; "Name"="no")", "none" },
-        { R"("Name"="no)", "none" }, { R"("Name"="a\b")", "none" }, { R"("Name"="a"b)", "none" }, { R"("Name="no")", "none" }, { R"("Name\)", "none" }, { R"("Name")", "none" },
-        { R"(Name="no")", "none" }, { R"(@="no")", "none" }, { R"(="no")", "none" }, { "@=HEX(2):25,\\\r\n  00,\\\r\n\"Name\"=\"inside\"", "none" },
-        { "@=hex:25\n\"Name\"=\"behind\"", "behind" }, { "[hkey_local_machine\\software\\LOG]\n\"Name\"=\"yes\"", "yes" },
-        { "[HKEY_LOCAL_MACHINE\\Software\\Log)\n\"Name\"=\"no\"", "none" }, { "[HKEY_CURRENT_USER\\Software\\Log]\n\"Name\"=\"no\"", "none" } };
+        { R"("Name"=dword: fFfFfFfF )", "true" }, { "\"Name\"=\"first\"\n\n\"Name\"=\"second\"\n\"Name\"=broken", "second" },
+        { R"("Name"=DWORD:0)", "false" }, { R"("Name"=dword:123456789)", "none" }, { R"("Name"=dword:12g)", "none" },
+        { R"("Name"=dword:)", "none" }, { R"("Name"=-)", "none" }, { R"(; "Name"="no")", "none" }, { R"("Name"="no)", "none" },
+        { R"("Name"="a\b")", "none" }, { R"("Name"="a"b)", "none" }, { R"("Name="no")", "none" }, { R"("Name\)", "none" },
+        { R"("Name")", "none" }, { R"(Name="no")", "none" }, { R"(@="no")", "none" }, { R"(="no")", "none" },
+        { "@=HEX(2):25,\\\r\n  00,\\\r\n\"Name\"=\"inside\"", "none" }, { "@=hex:25\n\"Name\"=\"behind\"", "behind" },
+        { "[hkey_local_machine\\software\\LOG]\n\"Name\"=\"yes\"", "yes" },
+        { "[HKEY_LOCAL_MACHINE\\Software\\Log)\n\"Name\"=\"no\"", "none" },
+        { "[HKEY_CURRENT_USER\\Software\\Log]\n\"Name\"=\"no\"", "none" } };
     for (auto const & [lines, want] : rows) {
         std::ofstream(file(), std::ios::binary) << kSection + lines;
         EXPECT_EQ(setting("Name"), want) << lines;
@@ -33,7 +37,8 @@ TEST_F(SettingsFiles, LinesAreValuesOrPassedOver) {
     }
 }
 
-TEST_F(SettingsFiles, MayBeInSeveralEncodings) {
+TEST_F(SettingsFiles, MayBeInSeveralEncodings)
+{
     std::u16string const text = u"\uFEFF[HKEY_LOCAL_MACHINE\\Software\\Log]\r\n\"Name\"=\"\u00e9\U0001F600\"";
     std::string const wide(reinterpret_cast<char const *>(text.data()), 2 * text.size());
     std::string swapped = wide;
@@ -46,7 +51,8 @@ TEST_F(SettingsFiles, MayBeInSeveralEncodings) {
     }
 }
 
-TEST_F(SettingsFiles, FirstFileWithTheValueWins) {
+TEST_F(SettingsFiles, FirstFileWithTheValueWins)
+{
     std::ofstream(file("home/.config"), std::ios::binary) << kSection + "\"Both\"=\"home\"\n\"Home\"=\"home\"\n\"Kind\"=\"home\"\n";
     EXPECT_EQ(setting("Both"), "home"); // no file in the first folder
     std::ofstream(file(), std::ios::binary) << "\"Home\"=\"in no key\"\n" + kSection + "\"Both\"=\"first\"\n\"Kind\"=dword:1\n";
@@ -59,7 +65,8 @@ TEST_F(SettingsFiles, FirstFileWithTheValueWins) {
     EXPECT_EQ(setting("Both"), "none");
 }
 
-TEST_F(SettingsFiles, AreOrdinaryFilesUpToASize) {
+TEST_F(SettingsFiles, AreOrdinaryFilesUpToASize)
+{
     std::string bytes = kSection + "\"Name\"=\"yes\"\n";
     bytes.resize(1024 * 1024, ' ');
     std::ofstream(file(), std::ios::binary) << bytes;
@@ -71,7 +78,8 @@ TEST_F(SettingsFiles, AreOrdinaryFilesUpToASize) {
     EXPECT_EQ(setting("Name"), "none"); // and does not wait for a writer
 }
 
-TEST_F(SettingsFiles, OfOthersAreNotWrittenTo) {
+TEST_F(SettingsFiles, OfOthersAreNotWrittenTo)
+{
     FileLocator shared("log.txt");
     shared.setLocationToTemp();
     FileLocator const named(shared.path().u16string());
@@ -85,7 +93,8 @@ TEST_F(SettingsFiles, OfOthersAreNotWrittenTo) {
     EXPECT_FALSE(File(named).open("a+")) << "a link where all may write";
     fs::rename(fFolder / "mine.txt", shared.path());
     EXPECT_TRUE(File(named).open("a+"));
-    EXPECT_TRUE(::chown(shared.path().c_str(), 65534, 65534) != 0 || !File(named).open("a+")) << "a file of another user"; // which an administrator alone can make
+    EXPECT_TRUE(::chown(shared.path().c_str(), 65534, 65534) != 0 || !File(named).open("a+"))
+        << "a file of another user"; // which an administrator alone can make
     EXPECT_FALSE(File(FileLocator("/dev/null")).open("a+"));
     ::setenv("TMPDIR", "temporary", 1); // not absolute
     shared.setLocationToTemp();

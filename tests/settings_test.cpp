@@ -12,7 +12,8 @@ struct Settings : testing::Test, Machine {
     FileLocator place(std::u16string const & name) const { return FileLocator(fFolder.u16string() + u"/" + name); }
 };
 
-TEST_F(Settings, ValuesHaveATypeAndAKey) {
+TEST_F(Settings, ValuesHaveATypeAndAKey)
+{
     set("Software\\Log", "Text", "C:\\\\a \"b\"\\Z\u00fcrich \U0001F600.txt");
     set("Software\\Log", "Z\u00fcrich", std::string(2000, 'x'));
     set("Software\\Log", "On", 0x80000000u);
@@ -26,7 +27,8 @@ TEST_F(Settings, ValuesHaveATypeAndAKey) {
     EXPECT_EQ(setting("On", "Software\\Log", RegistryWrapper::RootKey(2)), "none");
 }
 
-TEST_F(Settings, FilesGrowAtTheirEnd) {
+TEST_F(Settings, FilesGrowAtTheirEnd)
+{
     std::u16string const name = u"Z\u00fcrich \u6771\u4eac \U0001F600.txt";
     File first(place(name)), second(place(name));
     first.writeLine("before it is open");
@@ -40,7 +42,8 @@ TEST_F(Settings, FilesGrowAtTheirEnd) {
         EXPECT_FALSE(File(none).open("a+")) << none.path();
 }
 
-TEST_F(Settings, TemporaryFolderIsNotTrusted) {
+TEST_F(Settings, TemporaryFolderIsNotTrusted)
+{
     EXPECT_TRUE(FileLocator("../log.txt").isLocationSet());
     FileLocator shared("log.txt");
     EXPECT_FALSE(shared.isLocationSet());
@@ -52,7 +55,8 @@ TEST_F(Settings, TemporaryFolderIsNotTrusted) {
 }
 
 // Here of two threads: a system keeps two open files of one process apart as it does those of two.
-TEST_F(Settings, LinesOfTwoWritersDoNotMix) {
+TEST_F(Settings, LinesOfTwoWritersDoNotMix)
+{
     auto const write = [this](char character) {
         File file(place(u"log.txt"));
         file.open("a+");

@@ -9,7 +9,8 @@
 
 namespace {
 
-TEST(SettingsRegistry, HasTextsOfTwoKinds) {
+TEST(SettingsRegistry, HasTextsOfTwoKinds)
+{
     Machine const machine;
     ::SetEnvironmentVariableW(L"ODBOMODULE_TEST", L"D:\\a place whose name is longer than the variable's own");
     wchar_t const text[] = L"%ODBOMODULE_TEST%\\log.txt";
@@ -17,15 +18,17 @@ TEST(SettingsRegistry, HasTextsOfTwoKinds) {
     std::string const plain = "%ODBOMODULE_TEST%\\log.txt";
     std::tuple<DWORD, void const *, std::size_t, std::string> const rows[] = { { REG_SZ, text, sizeof text, plain },
         { REG_SZ, text, sizeof text - sizeof *text, plain }, // without its zero
-        { REG_EXPAND_SZ, text, sizeof text, "D:\\a place whose name is longer than the variable's own\\log.txt" }, { REG_SZ, nullptr, 0, "" },
-        { REG_MULTI_SZ, text, sizeof text, "none" }, { REG_QWORD, &number, sizeof number, "none" }, { REG_BINARY, &number, 4, "none" } };
+        { REG_EXPAND_SZ, text, sizeof text, "D:\\a place whose name is longer than the variable's own\\log.txt" },
+        { REG_SZ, nullptr, 0, "" }, { REG_MULTI_SZ, text, sizeof text, "none" }, { REG_QWORD, &number, sizeof number, "none" },
+        { REG_BINARY, &number, 4, "none" } };
     for (auto const & [type, value, size, want] : rows) {
         ASSERT_EQ(::RegSetKeyValueW(HKEY_LOCAL_MACHINE, L"Software\\Log", L"Value", type, value, static_cast<DWORD>(size)), ERROR_SUCCESS);
         EXPECT_EQ(setting("Value"), want) << type;
     }
 }
 
-TEST(SettingsFiles, ArePlainAndInNobodysWay) {
+TEST(SettingsFiles, ArePlainAndInNobodysWay)
+{
     Machine const machine;
     FileLocator const named((machine.fFolder / "log.txt").u16string());
     File file(named);

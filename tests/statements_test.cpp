@@ -17,7 +17,8 @@ struct Watched final : Base {
 
 }
 
-TEST(MDXSelectQuery, Text) {
+TEST(MDXSelectQuery, Text)
+{
     Fixture f;
     RefPtr const plain(new General<MDXSelectQuery>("[Sales]"));
     plain->AddAxisSpecification(0, f.set, {}, kAll);
@@ -25,14 +26,17 @@ TEST(MDXSelectQuery, Text) {
     plain->AddSlicerSpecification(f.field);
     EXPECT_EQ("WITH MEMBER [F] AS V SELECT {A} ON COLUMNS FROM [Sales] WHERE [F] ", mdx_of(*plain));
     EXPECT_EQ(mdx_of(*plain), plain->getText(false).toUTF8());
-    EXPECT_EQ("WITH \n       MEMBER [F] AS V \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \nWHERE \n      [F] ", plain->getText(true).toUTF8());
+    EXPECT_EQ("WITH \n       MEMBER [F] AS V \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \nWHERE \n      [F] ",
+        plain->getText(true).toUTF8());
 
     RefPtr const full(new General<MDXSelectQuery>("[Sales]"));
     full->AddAxisSpecification(0, f.set, {}, kAll);
     EXPECT_TRUE(full->SpecifyDrillThrough());
     full->AddAxisSpecification(1, f.other, { "P", "Q", "R" }, MDXSelectQuery::NES_NON_EMPTY);
     full->AddAxisSpecification(2, f.set, { "P" }, static_cast<MDXSelectQuery::NonEmptyStatus>(2));
-    EXPECT_EQ("DRILLTHROUGH SELECT {A} ON COLUMNS , NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS , {A} DIMENSION PROPERTIES P ON AXIS(2) FROM [Sales] ", mdx_of(*full));
+    EXPECT_EQ(
+        "DRILLTHROUGH SELECT {A} ON COLUMNS , NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS , {A} DIMENSION PROPERTIES P ON AXIS(2) FROM [Sales] ",
+        mdx_of(*full));
     EXPECT_EQ(full->getText(true).toUTF8(),
         "DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS ,\n       NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS ,\n       {A} DIMENSION PROPERTIES P ON AXIS(2) "
         "\nFROM [Sales] ");
@@ -53,7 +57,8 @@ TEST(MDXSelectQuery, Text) {
         "\nWHERE \n      ( [F], [G] )   CELL PROPERTIES P, Q, R");
 }
 
-TEST(MDXSelectQuery, Refusals) {
+TEST(MDXSelectQuery, Refusals)
+{
     Fixture f;
     RefPtr const query(new General<MDXSelectQuery>("[Sales]"));
     EXPECT_EQ(raises(MDX_ERR_NO_AXES), error_of([&] { query->getText(true); }));
@@ -72,10 +77,12 @@ TEST(MDXSelectQuery, Refusals) {
     EXPECT_EQ(none, bare->getText(true));
 }
 
-TEST(Statements, PartsByThemselves) {
+TEST(Statements, PartsByThemselves)
+{
     Fixture f;
     RefPtr<MDXValue> const value(f.makeValue("'v'"));
-    auto const member = [&](std::int32_t solveOrder, std::vector<KelpString> const & names, std::vector<KelpString> const & values, bool qualified) {
+    auto const member = [&](std::int32_t solveOrder, std::vector<KelpString> const & names, std::vector<KelpString> const & values,
+                            bool qualified) {
         return mdx_of(MDXMemberSpecification(f.field, value.get(), solveOrder, names, values, qualified, "[Sales]"));
     };
     EXPECT_EQ("MEMBER [Sales].[F] AS 'v' ", member(INT32_MIN, {}, {}, true));
@@ -87,7 +94,8 @@ TEST(Statements, PartsByThemselves) {
     MDXMemberSpecification const holdsNone(nullptr, nullptr, 0, {}, {}, false, "[Sales]");
 }
 
-TEST(MDXCreateQuery, Text) {
+TEST(MDXCreateQuery, Text)
+{
     Fixture f;
     RefPtr const query(new General<MDXCreateQuery>("[Sales]"));
     EXPECT_EQ(raises(MDX_ERR_NO_FORMULAS), error_of([&] { query->getText(false); }));
@@ -103,7 +111,8 @@ TEST(MDXCreateQuery, Text) {
     EXPECT_EQ("", bare->getText(true).toUTF8());
 }
 
-TEST(MDXDropQuery, Text) {
+TEST(MDXDropQuery, Text)
+{
     RefPtr const members(new General<MDXDropQuery>("[Sales]"));
     RefPtr const sets(new General<MDXDropQuery>("[Sales]"));
     EXPECT_EQ(raises(MDX_ERR_NOTHING_TO_DROP), error_of([&] { members->getText(false); }));
@@ -117,7 +126,8 @@ TEST(MDXDropQuery, Text) {
 
 // A statement reads its parts afresh. Formulas end in their order, then axes, then the slicer; a member formula gives
 // back its value first.
-TEST(Statements, HoldTheirPartsAndGiveThemBackInOrder) {
+TEST(Statements, HoldTheirPartsAndGiveThemBackInOrder)
+{
     std::string ended;
     auto * const axis = new Watched<MDXSet>("{A}", ended);
     auto * const slice = new Watched<MDXField>("[S]", ended);

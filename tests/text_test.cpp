@@ -17,10 +17,17 @@ static thread_local std::size_t gFailAt = 0; // 1 fails the next one; 0 none
     void * const memory = fails ? nullptr : std::malloc(size + (size == 0));
     return memory != nullptr ? memory : throw std::bad_alloc();
 }
-[[gnu::noinline]] void operator delete(void * memory) noexcept { std::free(memory); }
-[[gnu::noinline]] void operator delete(void * memory, std::size_t) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void * memory) noexcept
+{
+    std::free(memory);
+}
+[[gnu::noinline]] void operator delete(void * memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
 
-static std::size_t allocations_of(std::function<void()> const & work) {
+static std::size_t allocations_of(std::function<void()> const & work)
+{
     std::size_t const before = gAllocations;
     work();
     return gAllocations - before;
@@ -32,7 +39,8 @@ struct Expression {
     bool fQuotedTextValid = false;
 };
 
-TEST(Text, RowsTakeTheirTextsAsTheyAre) {
+TEST(Text, RowsTakeTheirTextsAsTheyAre)
+{
     KelpString const a("[a]");
     EXPECT_EQ(KelpString("-5, [a][a]b"), mdx<u"$2, $1$1$3">({ a, decimal(-5), std::u16string_view(u"b") }));
     EXPECT_EQ(KelpString("-2147483649-9223372036854775808"), mdx<u"$1$2">({ decimal(std::int64_t{ INT32_MIN } - 1), decimal(INT64_MIN) }));
@@ -55,7 +63,8 @@ TEST(Text, RowsTakeTheirTextsAsTheyAre) {
     EXPECT_EQ(KelpString("only this-only this"), e.fText);
 }
 
-TEST(Text, OneAllocationForAText) {
+TEST(Text, OneAllocationForAText)
+{
     Fixture f(kDialect);
     KelpString const member("[Store].[Geography].[All Stores].[O'Brien & Sons]");
     KelpString text;
@@ -72,7 +81,8 @@ TEST(Text, OneAllocationForAText) {
 #if !defined(_WIN32) // where the libraries' allocations do not fail by gFailAt
 
 // Makes each allocation that an operation could want fail in turn, until it gets all that it wants.
-static void fail_each(char const * name, MDXSet * (*call)(Fixture &)) {
+static void fail_each(char const * name, MDXSet * (*call)(Fixture &))
+{
     for (std::size_t nth = 1; nth < 100; ++nth) {
         Fixture f(kDialect);
         f.set->TakeName(KelpString("a set whose text is too long for a string's own room"));
@@ -89,7 +99,8 @@ static void fail_each(char const * name, MDXSet * (*call)(Fixture &)) {
     ADD_FAILURE() << name << " goes on failing";
 }
 
-TEST(Text, AFailedAllocationLeavesTheOldText) {
+TEST(Text, AFailedAllocationLeavesTheOldText)
+{
     fail_each(CALL(*f.set *= *f.other));
     fail_each(CALL(f.set->TakeSubset(f.tuple, f.single)));
     fail_each(CALL(f.set->TakeAncestorsOfMember(KelpString("[M]"), true, 5)));
