@@ -60,7 +60,7 @@ Tree const a = text(u"a"), b = text(u"b"), c = text(u"c"), x(ET_TUPLE_VALUE, { t
 
 TEST(Conditions, Texts)
 {
-    check<MDXSet, kBoth>({
+    expect_operations<MDXSet, kBoth>({
         { TREE(text(u"it's [", ET_NATIVE)), "it's [" },
         { TREE(text(u" it's \"[ ")), " it's \"[ " },
         { TREE({ ET_EQUALTO, { text(u"it's", ET_TEXT_193), text(u"[", ET_TEXT_199) } }), "it's = [" },

@@ -6,17 +6,17 @@ TEST(Dialect, Factories)
 {
     Fixture f(kDialect);
     MDXQueryGenerator & g = *f.generator;
-    EXPECT_EQ("AddCalculatedMembers([H].members)", made(g.GenerateSet(&f.h)));
-    EXPECT_EQ(" { [G], [F], [G] } ", made(g.GenerateSet(std::vector{ f.second, f.field, f.second })));
-    EXPECT_EQ(" {  } ", made(g.GenerateSet(std::vector<MDXField *>{})));
-    EXPECT_EQ(" { ( [F], [G] ) , [F] } ", made(g.GenerateSet(std::vector{ f.tuple, f.single })));
+    EXPECT_EQ("AddCalculatedMembers([H].members)", text_of_new(g.GenerateSet(&f.h)));
+    EXPECT_EQ(" { [G], [F], [G] } ", text_of_new(g.GenerateSet(std::vector{ f.second, f.field, f.second })));
+    EXPECT_EQ(" {  } ", text_of_new(g.GenerateSet(std::vector<MDXField *>{})));
+    EXPECT_EQ(" { ( [F], [G] ) , [F] } ", text_of_new(g.GenerateSet(std::vector{ f.tuple, f.single })));
     EXPECT_EQ(raises(MDX_ERR_EMPTY_TUPLE), error_of([&] { g.GenerateSet(std::vector{ f.single, f.empty }); }));
-    EXPECT_EQ("[H].[City].MEMBERS ", made(g.GenerateSet(&f.city)));
-    EXPECT_EQ(" 'x' ", made(g.GenerateSet(" 'x' ")));
-    EXPECT_EQ("{A}", made(g.GenerateSet(f.set)));
-    EXPECT_EQ("{  }", made(g.GenerateSet()));
-    EXPECT_EQ("-2147483648", made(g.GenerateValue(INT32_MIN)));
-    EXPECT_EQ(" 1 ", made(g.GenerateValue(" 1 ")));
+    EXPECT_EQ("[H].[City].MEMBERS ", text_of_new(g.GenerateSet(&f.city)));
+    EXPECT_EQ(" 'x' ", text_of_new(g.GenerateSet(" 'x' ")));
+    EXPECT_EQ("{A}", text_of_new(g.GenerateSet(f.set)));
+    EXPECT_EQ("{  }", text_of_new(g.GenerateSet()));
+    EXPECT_EQ("-2147483648", text_of_new(g.GenerateValue(INT32_MIN)));
+    EXPECT_EQ(" 1 ", text_of_new(g.GenerateValue(" 1 ")));
     RefPtr<MDXMemberProperty> const property(g.GenerateMemberProperty("[D]", "Size]"));
     EXPECT_EQ("[D].[Size]]", mdx_of(*property));
     EXPECT_EQ("[Size]]", property->getPropertyUniqueName().toUTF8());
@@ -29,18 +29,18 @@ TEST(Dialect, FieldFactories)
         MDXQueryGenerator & g = *f.generator;
         memory_cube::Hierarchy const unnamed(&f.dimension, "", "[Unnamed]");
         memory_cube::Calculation const under(&unnamed, "[C]", "[P]");
-        EXPECT_EQ("A.[x]y]", made(g.GenerateField("A", "x]y")));
-        EXPECT_EQ("[F]", made(g.GenerateField(f.field)));
-        EXPECT_EQ("[H].[City].[x]y]", made(g.GenerateField(&f.city, "x]y")));
-        EXPECT_EQ("[Dim].DEFAULTMEMBER", made(g.GenerateField(&f.dimension)));
-        EXPECT_EQ("[H].[Japan]", made(g.GenerateField(&f.member)));
-        EXPECT_EQ(" 'x' ", made(g.GenerateField(" 'x' ")));
-        EXPECT_EQ("[H].DEFAULTMEMBER", made(g.GenerateField(&f.h)));
-        EXPECT_EQ(flat ? "[D.N].[x]]y]" : "[H].[x]]y]", made(g.GenerateField(&f.h, "x]y")));
-        EXPECT_EQ(flat ? "[D].[]" : "[Unnamed].[]", made(g.GenerateField(&unnamed, "")));
-        EXPECT_EQ(flat ? "[D.N].[x]y]" : "[H].[x]y]", made(g.GenerateField(&f.calculation, "x]y")));
-        EXPECT_EQ(flat ? "[D.N].[x]" : "[H].[x]", made(g.GenerateField(&f.child, "x")));
-        EXPECT_EQ(flat ? "[D].[x]" : "[Unnamed].[x]", made(g.GenerateField(&under, "x")));
+        EXPECT_EQ("A.[x]y]", text_of_new(g.GenerateField("A", "x]y")));
+        EXPECT_EQ("[F]", text_of_new(g.GenerateField(f.field)));
+        EXPECT_EQ("[H].[City].[x]y]", text_of_new(g.GenerateField(&f.city, "x]y")));
+        EXPECT_EQ("[Dim].DEFAULTMEMBER", text_of_new(g.GenerateField(&f.dimension)));
+        EXPECT_EQ("[H].[Japan]", text_of_new(g.GenerateField(&f.member)));
+        EXPECT_EQ(" 'x' ", text_of_new(g.GenerateField(" 'x' ")));
+        EXPECT_EQ("[H].DEFAULTMEMBER", text_of_new(g.GenerateField(&f.h)));
+        EXPECT_EQ(flat ? "[D.N].[x]]y]" : "[H].[x]]y]", text_of_new(g.GenerateField(&f.h, "x]y")));
+        EXPECT_EQ(flat ? "[D].[]" : "[Unnamed].[]", text_of_new(g.GenerateField(&unnamed, "")));
+        EXPECT_EQ(flat ? "[D.N].[x]y]" : "[H].[x]y]", text_of_new(g.GenerateField(&f.calculation, "x]y")));
+        EXPECT_EQ(flat ? "[D.N].[x]" : "[H].[x]", text_of_new(g.GenerateField(&f.child, "x")));
+        EXPECT_EQ(flat ? "[D].[x]" : "[Unnamed].[x]", text_of_new(g.GenerateField(&under, "x")));
         EXPECT_EQ(flat ? 0 : 4, g.GetServerType());
     }
 }
@@ -48,20 +48,20 @@ TEST(Dialect, FieldFactories)
 // What a row changes about the cube comes before the comma.
 TEST(Dialect, Operations)
 {
-    check<MDXField, kFlatDialect>({
+    expect_operations<MDXField, kFlatDialect>({
         { CALL(f.field->TakeParentOfCalculation(&f.child)), "[D.N]" },
         { CALL(f.dimension.fName = "S]", f.h.fName = "[G]", f.field->TakeParentOfCalculation(&f.child)), "[S].[G]]" },
     });
-    check<MDXField, kDialect>({
+    expect_operations<MDXField, kDialect>({
         { CALL(f.field->TakeParentOfCalculation(&f.child)), "[H]" },
         { CALL(f.child.fHierarchy = nullptr, f.field->TakeParentOfCalculation(&f.child)), "[F]" },
     });
-    check<MDXValue, kDialect>({
+    expect_operations<MDXValue, kDialect>({
         { CALL(f.value->TakeProperty(f.field, "cAPTION")), "[F].Name" },
         { CALL(f.value->TakeProperty(f.field, "dESCRIPTION")), "[F].Name" },
         { CALL(f.value->TakeProperty(f.field, "Captions")), "[F].Properties(\"Captions\")" },
     });
-    check<MDXSet, kDialect>({
+    expect_operations<MDXSet, kDialect>({
         { CALL(f.set->StripCalculations(nullptr, false)), "STRIPCALCULATEDMEMBERS( {A} ) " },
         { CALL(f.set->StripCalculations(&f.h, true)), "{A}" },
         { CALL(f.h.fCalculations = { { 7, &f.calculation }, { -3, &f.child } }, f.set->StripCalculations(&f.h, true)),

@@ -5,14 +5,14 @@
 // What the dialect's classes replace; its factories show the constructors that they share.
 TEST(Expressions, GeneralOnly)
 {
-    check<MDXField, kGeneral>({ { CALL(f.field->TakeParentOfCalculation(&f.child)), "[H].[Japan]" } });
-    check<MDXValue, kGeneral>({ { CALL(f.value->TakeProperty(f.field, "Caption")), "[F].Properties(\"Caption\")" } });
+    expect_operations<MDXField, kGeneral>({ { CALL(f.field->TakeParentOfCalculation(&f.child)), "[H].[Japan]" } });
+    expect_operations<MDXValue, kGeneral>({ { CALL(f.value->TakeProperty(f.field, "Caption")), "[F].Properties(\"Caption\")" } });
     Fixture f;
     memory_cube::Calculation const nested(nullptr, "[N]", "[H].[Japan]"); // its hierarchy is not asked for
-    EXPECT_EQ("[H].[x]y]", made(new General<MDXField>(&f.h, "x]y")));
-    EXPECT_EQ("[H].[x]y]", made(new General<MDXField>(&f.calculation, "x]y")));
-    EXPECT_EQ("[H].[Japan].[x]y]", made(new General<MDXField>(&nested, "x]y")));
-    EXPECT_EQ("{[H].allmembers}", made(new General<MDXSet>(&f.h)));
+    EXPECT_EQ("[H].[x]y]", text_of_new(new General<MDXField>(&f.h, "x]y")));
+    EXPECT_EQ("[H].[x]y]", text_of_new(new General<MDXField>(&f.calculation, "x]y")));
+    EXPECT_EQ("[H].[Japan].[x]y]", text_of_new(new General<MDXField>(&nested, "x]y")));
+    EXPECT_EQ("{[H].allmembers}", text_of_new(new General<MDXSet>(&f.h)));
     MDXMemberProperty const property(" [D] ", "Size]");
     EXPECT_EQ(" [D] .Size]", mdx_of(property));
     EXPECT_EQ("Size]", property.getPropertyUniqueName().toUTF8());
@@ -20,7 +20,7 @@ TEST(Expressions, GeneralOnly)
 
 TEST(MDXField, Operations)
 {
-    check<MDXField, kBoth>({
+    expect_operations<MDXField, kBoth>({
         { CALL(f.field->MoveToChild("x]'y")), "[F].[x]'y]" },
         { CALL(f.field->MoveToRootNode(&f.dimension, "x]y")), "[Dim].[x]y]" },
         { CALL(f.field->MoveToFirstChild()), "[F].FIRSTCHILD " },
@@ -64,7 +64,7 @@ TEST(MemberNames, DoubledCharacters)
 
 TEST(MDXValue, Operations)
 {
-    check<MDXValue, kBoth>({
+    expect_operations<MDXValue, kBoth>({
         { CALL(f.value->TakeCount(f.set)), "COUNT( {A} )" },
         { CALL(f.value->TakeUniqueName(f.field)), "[F].UNIQUENAME " },
         { CALL(f.value->TakeName(f.field)), "[F].NAME " },

@@ -59,15 +59,29 @@ struct Fixture {
     memory_cube::Calculation child{ &h, "[H].[Japan].[South]", "[H].[Japan]" };
     KelpString condition = " c ";
 
-    MDXSet *const set = makeSet("{A}"), *const other = makeSet("{B}");
-    MDXField *const field = makeField("[F]"), *const second = makeField("[G]");
-    MDXValue *const value = makeValue("V"), *const weight = makeValue("W"), *const third = makeValue("X");
-    // Of [F] and [G]; of [F]; of no field.
-    MDXTuple *const tuple = generator->GenerateTuple(), *const single = generator->GenerateTuple(),
-                    *const empty = generator->GenerateTuple();
+    MDXSet *const set, *const other;
+    MDXField *const field, *const second;
+    MDXValue *const value, *const weight, *const third;
+    // Of both fields; of the first; of none.
+    MDXTuple *const tuple, *const single, *const empty;
 
-    explicit Fixture(Classes classes = kGeneral)
-        : fGeneral(classes == kGeneral), generator(createMSOLAP7QueryGenerator("[Sales]", classes == kFlatDialect))
+    struct Texts {
+        char const *set = "{A}", *other = "{B}", *field = "[F]", *second = "[G]", *value = "V", *weight = "W", *third = "X";
+    };
+    explicit Fixture(Classes classes = kGeneral) : Fixture(classes, Texts()) {}
+    Fixture(Classes classes, Texts const & texts)
+        : fGeneral(classes == kGeneral),
+          generator(createMSOLAP7QueryGenerator("[Sales]", classes == kFlatDialect)),
+          set(makeSet(texts.set)),
+          other(makeSet(texts.other)),
+          field(makeField(texts.field)),
+          second(makeField(texts.second)),
+          value(makeValue(texts.value)),
+          weight(makeValue(texts.weight)),
+          third(makeValue(texts.third)),
+          tuple(generator->GenerateTuple()),
+          single(generator->GenerateTuple()),
+          empty(generator->GenerateTuple())
     {
         h.fLevels = { &country, &city, &shop };
         tuple->AddField(field)->AddField(second);
@@ -84,29 +98,31 @@ struct Fixture {
     MDXField * makeField(KelpString const & text) const { return fGeneral ? new General<MDXField>(text) : generator->GenerateField(text); }
     MDXValue * makeValue(KelpString const & text) const { return fGeneral ? new General<MDXValue>(text) : generator->GenerateValue(text); }
 
-    // The texts and counts of all but one object. A tuple's text is left out, which may be that of the very object.
-    std::string state(support::RefCount const * but) const
+    // The texts and counts of all objects but one. A tuple's text is left out: its members may be that one.
+    std::string state_without(support::RefCount const * left_out) const
     {
-        std::string all = condition.toUTF8();
+        std::string state;
         auto const add = [&](auto *... objects) {
-            ((all += objects == but ? "" : mdx_of(*objects) + std::to_string(count_of(*objects)) + "; "), ...);
+            ((state += objects == left_out ? "" : mdx_of(*objects) + std::to_string(count_of(*objects)) + "; "), ...);
         };
         add(set, other, field, second, value, weight, third);
         for (MDXTuple * const each : { tuple, single })
-            all += std::to_string(each->FieldCount()) + "/" + std::to_string(count_of(*each)) + "; ";
-        return all;
+            state += std::to_string(each->FieldCount()) + "/" + std::to_string(count_of(*each)) + "; ";
+        return state;
     }
 };
 
-// A row: an operation on one of the fixture's objects (told by its own words) that returns what the operation returns,
-// and the full text that the object has afterwards, or the error that it raises.
+// A row: an operation on one of the fixture's objects (named by its own words) that returns what the operation returns, the full text
+// that the object has afterwards, or the error that it raises, and what is changed about the fixture before.
 template <class Object>
 struct OperationRow {
     char const * name;
-    Object * (*call)(Fixture & f);
+    std::function<Object *(Fixture & f)> call;
     std::string want;
+    std::function<void(Fixture & f)> given{};
 };
 #define CALL(...) #__VA_ARGS__, []([[maybe_unused]] Fixture & f) { return __VA_ARGS__; }
+#define GIVEN(...) [](Fixture & f) { __VA_ARGS__; }
 
 // An MDXError with its inserts, and what `body` throws of it, as one text; empty when it throws none.
 inline std::string raises(std::uint32_t code, std::string const & inserts = "")
@@ -134,36 +150,44 @@ inline std::string doubled_quotes(std::string text)
     return text;
 }
 
-// Runs each row on a fresh fixture and checks what holds for all: the text, the quoted text (read before the call
-// too), that the object itself is returned with its count as it was, that the other objects keep text and count, and
-// that an error leaves the text alone.
+// Checks what holds for every operation: the text, the quoted text (read before the call too), that the object itself is
+// returned with its count as it was, that the other objects keep text and count, and that an error leaves the text alone.
+template <class Object>
+void expect_operation(Fixture & f, OperationRow<Object> const & row)
+{
+    SCOPED_TRACE(row.name);
+    if (row.given)
+        row.given(f);
+    Object & object = *std::get<Object *>(std::tuple(f.set, f.field, f.value));
+    std::string const old = mdx_of(object);
+    std::int32_t const count = count_of(object);
+    std::string const others = f.state_without(&object);
+    EXPECT_EQ(doubled_quotes(old), object.getQuotedText().toUTF8());
+
+    std::string const error = error_of([&] { EXPECT_EQ(&object, row.call(f)); });
+    std::string const have = mdx_of(object);
+    EXPECT_EQ(row.want, error.empty() ? have : error);
+    EXPECT_EQ(error.empty() ? have : old, object.getText().toUTF8());
+    EXPECT_EQ(doubled_quotes(have), object.getQuotedText().toUTF8());
+    EXPECT_EQ(count, count_of(object));
+    EXPECT_EQ(others, f.state_without(&object)) << "other objects";
+}
+
+// Each row on a fixture of its own.
 template <class Object, Classes classes>
-void check(std::vector<OperationRow<Object>> const & rows)
+void expect_operations(std::vector<OperationRow<Object>> const & rows)
 {
     for (Classes const each : classes == kBoth ? std::vector{ kGeneral, kDialect } : std::vector{ classes }) {
         for (OperationRow<Object> const & row : rows) {
-            SCOPED_TRACE(row.name);
             Fixture f(each);
-            Object & object = *std::get<Object *>(std::tuple(f.set, f.field, f.value));
-            std::string const old = mdx_of(object);
-            std::int32_t const count = count_of(object);
-            std::string const others = f.state(&object);
-            EXPECT_EQ(doubled_quotes(old), object.getQuotedText().toUTF8());
-
-            std::string const error = error_of([&] { EXPECT_EQ(&object, row.call(f)); });
-            std::string const have = mdx_of(object);
-            EXPECT_EQ(row.want, error.empty() ? have : error);
-            EXPECT_EQ(error.empty() ? have : old, object.getText().toUTF8());
-            EXPECT_EQ(doubled_quotes(have), object.getQuotedText().toUTF8());
-            EXPECT_EQ(count, count_of(object));
-            EXPECT_EQ(others, f.state(&object)) << "other objects";
+            expect_operation(f, row);
         }
     }
 }
 
-// The text of an object that was just made and is given back.
+// The text of an object that was just made, which is given back.
 template <class Object>
-std::string made(Object * object)
+std::string text_of_new(Object * object)
 {
     RefPtr<Object> const held(object);
     EXPECT_EQ(1, count_of(*object));

@@ -22,7 +22,7 @@ TEST(MDXSet, CopyAndAssignment)
 
 TEST(MDXSet, Operations)
 {
-    check<MDXSet, kBoth>({
+    expect_operations<MDXSet, kBoth>({
         // Algebra
         { CALL(*f.set += *f.field), "UNION( {A}, { [F] } )" },
         { CALL(*f.set += *f.other), "UNION( {A}, {B} )" },
@@ -125,7 +125,7 @@ TEST(MDXSet, Operations)
         { CALL(f.set->TakeExtremity(MDXSet::Top, MDXSet::Count, "10", f.empty)), raises(MDX_ERR_EMPTY_TUPLE) },
     });
     // What the dialect replaces.
-    check<MDXSet, kGeneral>({
+    expect_operations<MDXSet, kGeneral>({
         { CALL(f.set->StripCalculations(nullptr, true)), "STRIPCALCULATEDMEMBERS( {A} ) " },
         { CALL(f.set->Hierarchize(true, nullptr, true, { &f.calculation })), "HIERARCHIZE( {A} ) " },
         { CALL(f.set->HierarchizeCalculations(true)), "HIERARCHIZE( {A} ) " },

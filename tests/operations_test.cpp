@@ -1,0 +1,193 @@
+#include "tests/condition_tree.h"
+#include "tests/fixture.h"
+
+#include <set>
+#include <stdexcept>
+#include <type_traits>
+
+// Runs the rows of docs/operations.md and of README.md's table, which are taken from the documents when this is built.
+
+namespace {
+
+using namespace BRIM_o;
+
+// The fixture with the names and texts of the documents.
+struct Documented : Fixture {
+    KelpString text = "c";
+    Tree const a = text_node(u"a"), b = text_node(u"b"), c = text_node(u"c"), tree{ ET_GREATERTHAN, { a, b } };
+    Tree const p{ ET_TUPLE_VALUE, { text_node(u"p") } };
+    RefPtr<MDXSelectQuery> const select = statement<MDXSelectQuery>(MDXQuery::QT_SELECT);
+    RefPtr<MDXCreateQuery> const create = statement<MDXCreateQuery>(MDXQuery::QT_CREATE);
+    RefPtr<MDXDropQuery> const drop = statement<MDXDropQuery>(MDXQuery::QT_DROP);
+
+    explicit Documented(Classes classes) : Fixture(classes, { "s", "t", "m", "n", "x", "v", "w" })
+    {
+        dimension.fName = "Store";
+        dimension.fUniqueName = "[Store]";
+        h.fName = "Geo";
+        h.fUniqueName = "[Store].[Geo]";
+        country.fUniqueName = "[Store].[Geo].[Country]";
+        member.fUniqueName = "[Store].[Geo].[Japan]";
+        calculation.fUniqueName = "[Store].[Geo].[North]";
+        child.fUniqueName = "[Store].[Geo].[South]";
+        child.fParentUniqueName = member.fUniqueName;
+        h.fCalculations = { { 1, &calculation } };
+        select->AddAxisSpecification(0, set, {}, MDXSelectQuery::NES_ALL);
+    }
+    template <class Statement>
+    RefPtr<Statement> statement(MDXQuery::QueryType type) const
+    {
+        if (fGeneral)
+            return RefPtr<Statement>(new General<Statement>("[Sales]"));
+        return RefPtr(static_cast<Statement *>(generator->GenerateQuery(type, nullptr)));
+    }
+};
+
+Tree node(ExpressionType kind, char16_t const * text)
+{
+    return text_node(text, kind);
+}
+
+Tree node(ExpressionType kind, double number)
+{
+    Tree tree = number_node(number);
+    tree.fNode->fType = kind;
+    return tree;
+}
+
+template <class... Operands>
+Tree node(ExpressionType kind, Operands const &... operands)
+{
+    return { kind, { operands... } };
+}
+
+// What a row says, done with the objects that it names.
+#define WITH_NAMES(...)                                                                                                                    \
+    [](Documented & f) {                                                                                                                   \
+        [[maybe_unused]] auto const [generator, dimension, hierarchy, level, member, calculation, nested] = std::tuple(                    \
+            f.generator.get(), &f.dimension, &f.h, &f.country, &f.member, &f.calculation, &f.child);                                       \
+        [[maybe_unused]] auto const [s, t, m, n, x, v, w, k, pair] = std::tuple(                                                           \
+            f.set, f.other, f.field, f.second, f.value, f.weight, f.third, f.single, f.tuple);                                             \
+        [[maybe_unused]] auto const [select, create, drop] = std::tuple(f.select.get(), f.create.get(), f.drop.get());                     \
+        [[maybe_unused]] auto const & [a, b, c, p] = std::tie(f.a, f.b, f.c, f.p);                                                         \
+        [[maybe_unused]] Expression * const tree = f.tree.get();                                                                           \
+        [[maybe_unused]] KelpString & text = f.text;                                                                                       \
+        return __VA_ARGS__;                                                                                                                \
+    }
+
+template <class Object>
+constexpr bool kHasOperations = std::is_same_v<Object, MDXSet *> || std::is_same_v<Object, MDXField *> ||
+                                std::is_same_v<Object, MDXValue *>;
+
+bool makes_an_object(std::string_view row)
+{
+    return row.find("generator->") != row.npos;
+}
+
+// An operation, with the text that the dialect gives, and the general one where it differs.
+template <class Call>
+void operation(char const * row, Call const & call, char const * want, char const * generalWant = nullptr)
+{
+    using Result = std::invoke_result_t<Call, Documented &>;
+    for (Classes const classes : { kDialect, kGeneral }) {
+        Documented f(classes);
+        std::string const text = classes == kGeneral && generalWant != nullptr ? generalWant : want;
+        if constexpr (kHasOperations<Result>) {
+            if (!makes_an_object(row)) {
+                expect_operation<std::remove_pointer_t<Result>>(f, { row, [&](Fixture &) { return call(f); }, text });
+                continue;
+            }
+        }
+        if constexpr (std::is_same_v<Result, KelpString>)
+            EXPECT_EQ(text, call(f).toUTF8()) << row;
+        else if (makes_an_object(row))
+            EXPECT_EQ(text, text_of_new(call(f))) << row;
+        else
+            EXPECT_EQ(text, mdx_of(*call(f))) << row;
+    }
+}
+
+// What depends on the way that the generator spells hierarchies.
+template <class Call>
+void spelling(char const * row, Call const & call, std::string const & uniqueNames, std::string const & flatNames)
+{
+    for (Classes const classes : { kDialect, kFlatDialect }) {
+        Documented f(classes);
+        auto * const object = call(f);
+        EXPECT_EQ(classes == kDialect ? uniqueNames : flatNames, makes_an_object(row) ? text_of_new(object) : mdx_of(*object)) << row;
+    }
+}
+
+// What is added to a statement, and its text then.
+template <class Call>
+void statement(
+    char const * row, Call const & add, std::string const & want, std::string const & onSeveralLines, char const * generalWant = nullptr)
+{
+    for (Classes const classes : { kDialect, kGeneral }) {
+        Documented f(classes);
+        add(f);
+        std::string_view const words = std::string_view(row).substr(std::string_view(row).find(' ') + 1);
+        MDXQuery const & query = words.starts_with("create") ? static_cast<MDXQuery const &>(*f.create)
+                                 : words.starts_with("drop") ? static_cast<MDXQuery const &>(*f.drop)
+                                                             : *f.select;
+        bool const differs = classes == kGeneral && generalWant != nullptr;
+        EXPECT_EQ(differs ? generalWant : want, query.getText(false).toUTF8()) << row;
+        EXPECT_EQ(differs ? query.getText(true).toUTF8() : onSeveralLines, query.getText(true).toUTF8()) << row;
+    }
+}
+
+// A set that notes the first node that its server is asked about.
+struct Asked final : MDXSet {
+    using MDXSet::MDXSet;
+    Expression * fFirst = nullptr;
+    bool server_translate(KelpString &, Expression * expression, MDXTuple const *) override
+    {
+        fFirst = fFirst == nullptr ? expression : fFirst;
+        return false;
+    }
+};
+
+std::set<std::int32_t> gKinds; // that were documented
+
+// A node of a condition, its number, the least operands that it needs, and whether the server is asked about it.
+template <class Call>
+void condition(char const * row, Call const & call, std::string const & want, std::string const & number, std::string const & operands,
+    std::string const & asked)
+{
+    for (Classes const classes : { kDialect, kGeneral }) {
+        Documented f(classes);
+        Tree const tree = call(f);
+        expect_operation<MDXSet>(f, { row, [&](Fixture &) { return f.set->Filter(tree.get(), f.single); }, want });
+
+        EXPECT_EQ(number, std::to_string(tree.fNode->fType)) << row;
+        gKinds.insert(tree.fNode->fType);
+        RefPtr<Asked> const set(new Asked(KelpString("s")));
+        set->Filter(tree.get(), f.single);
+        EXPECT_EQ(asked == "yes", set->fFirst == tree.get()) << row;
+
+        std::size_t const needed = operands == "none" ? 0 : operands == "all" ? 1 : static_cast<std::size_t>(operands[0] - '0');
+        EXPECT_GE(tree.fNode->fOperands.size(), needed) << row;
+        if (needed > 0) {
+            tree.fNode->fOperands.resize(needed - 1);
+            f.set->SetExpression("s");
+            EXPECT_THROW(f.set->Filter(tree.get(), f.single), std::out_of_range) << row;
+            EXPECT_EQ("s", mdx_of(*f.set)) << row;
+        }
+    }
+}
+
+}
+
+TEST(Operations, AreAsDocumented)
+{
+#include "documented_rows.h"
+    // A number that is not documented is no kind.
+    for (std::int32_t number = -1; number < 300; ++number) {
+        if (gKinds.count(number) == 1)
+            continue;
+        Documented f(kDialect);
+        Tree const unknown(ExpressionType{ number }, { f.a, f.b });
+        EXPECT_EQ(raises(MDX_ERR_BAD_EXPRESSION), error_of([&] { f.set->Filter(unknown.get(), f.single); })) << number;
+    }
+    EXPECT_EQ(40u, gKinds.size());
+}
