@@ -45,14 +45,14 @@ std::int32_t BaseError::hResult() const
 
 KelpString BaseError::getText() const
 {
-    auto at = error_message(fCode);
+    char const * at = error_message(fCode);
     if (at == nullptr)
         return format_text("Error 0x%08x of the module %s.", fCode, fModule);
 
     KelpString text;
     for (; *at != '\0'; ++at) {
         if (*at == '%' && at[1] >= '1' && at[1] <= '9') {
-            if (auto const insert = getInsert(*++at - '1'))
+            if (BRIM_o::AnyErrorInsert const * const insert = getInsert(*++at - '1'))
                 text += insert->getText();
         } else {
             text += static_cast<char16_t>(*at);
@@ -73,7 +73,7 @@ BRIM_o::AnyErrorInsert const * BaseError::getInsert(std::int32_t index) const
 
 void BaseError::log() const
 {
-    auto const text = getText();
+    KelpString const text = getText();
     char16_t const * const inserts[] = { text.c_str() };
     support_dll::getLogObject()->log(fCode, fSeverity, fModule.toUTF8().c_str(), KelpString(), 1, inserts);
 }

@@ -10,8 +10,8 @@ namespace {
 void write_to_standard_error(void *, std::uint32_t code, std::int32_t level, KelpString const & module,
     KelpString const & subModule, KelpString const & line)
 {
-    KelpString text = format_text("%s %s [%08x, level %d] %s\n", module, subModule, code, level, line);
-    auto const bytes = text.toUTF8();
+    KelpString const text = format_text("%s %s [%08x, level %d] %s\n", module, subModule, code, level, line);
+    std::string const bytes = text.toUTF8();
     std::fwrite(bytes.data(), 1, bytes.size(), stderr);
 }
 
@@ -36,7 +36,7 @@ void CoreLog::log(std::uint32_t code, std::int32_t level, char const * module, K
     }
     KelpString const moduleName(module);
     std::lock_guard<std::mutex> const guard(fSinkMutex);
-    auto const sink = fSink == nullptr ? write_to_standard_error : fSink;
+    Sink const sink = fSink == nullptr ? write_to_standard_error : fSink;
     sink(fContext, code, level, moduleName, subModule, line);
 }
 
@@ -58,7 +58,7 @@ CoreLog * getLogObject()
 
 void AssertionFailure(char const * expression, char const * file)
 {
-    if (auto const handler = gAssertionHandler.load()) {
+    if (AssertionHandler const handler = gAssertionHandler.load()) {
         handler(expression, file);
         return;
     }

@@ -37,8 +37,10 @@ std::size_t take_number(char const *& at)
 Conversion take_conversion(char const *& at)
 {
     Conversion result;
-    for (; *at == '-' || *at == '0'; ++at)
-        (*at == '-' ? result.left : result.zeros) = true;
+    for (; *at == '-' || *at == '0'; ++at) {
+        result.left = result.left || *at == '-';
+        result.zeros = result.zeros || *at == '0';
+    }
     result.width = take_number(at);
     if (*at == '.') {
         ++at;
@@ -67,8 +69,8 @@ Number real_number(double value, int precision)
     }
     int const places = precision < 0 ? 6 : precision;
     result.digits.resize(320 + static_cast<std::size_t>(places)); // the largest real has 309 digits
-    auto const begin = result.digits.data();
-    auto const end =
+    char * const begin = result.digits.data();
+    char const * const end =
         std::to_chars(begin, begin + result.digits.size(), std::fabs(value), std::chars_format::fixed, places).ptr;
     result.digits.resize(static_cast<std::size_t>(end - begin));
     return result;
@@ -79,13 +81,13 @@ Number whole_number(FormatArgument const & argument, Conversion const & conversi
     bool const hexadecimal = conversion.type == 'x' || conversion.type == 'X';
     bool const plain = !hexadecimal && conversion.type != 'u';
     bool const negative = argument.fKind == FormatArgument::Signed && argument.fSigned < 0;
-    auto bits = argument.fKind == FormatArgument::Signed ? static_cast<std::uint64_t>(argument.fSigned)
-                                                         : argument.fUnsigned;
+    std::uint64_t bits = argument.fKind == FormatArgument::Signed ? static_cast<std::uint64_t>(argument.fSigned)
+                                                                  : argument.fUnsigned;
     if (negative)
         bits = plain ? 0 - bits : bits & (~std::uint64_t{ 0 } >> (64 - argument.fBits));
 
     char buffer[24];
-    auto const end = std::to_chars(buffer, std::end(buffer), bits, hexadecimal ? 16 : 10).ptr;
+    char * const end = std::to_chars(buffer, std::end(buffer), bits, hexadecimal ? 16 : 10).ptr;
     Number result{ negative && plain ? "-" : "", std::string(buffer, end), conversion.precision < 0 };
     if (conversion.type == 'X')
         std::transform(result.digits.begin(), result.digits.end(), result.digits.begin(),
@@ -98,8 +100,8 @@ Number whole_number(FormatArgument const & argument, Conversion const & conversi
 
 void append_padded(std::u16string & out, Conversion const & conversion, Number const & number)
 {
-    auto const size = number.sign.size() + number.digits.size();
-    auto const padding = conversion.width > size ? conversion.width - size : 0;
+    std::size_t const size = number.sign.size() + number.digits.size();
+    std::size_t const padding = conversion.width > size ? conversion.width - size : 0;
     bool const zeros = conversion.zeros && !conversion.left && number.zerosAllowed;
     if (!conversion.left && !zeros)
         out.append(padding, u' ');
@@ -115,7 +117,7 @@ void append_padded(std::u16string & out, Conversion const & conversion, std::u16
 {
     if (conversion.type == 's' && conversion.precision >= 0)
         text = text.substr(0, static_cast<std::size_t>(conversion.precision));
-    auto const padding = conversion.width > text.size() ? conversion.width - text.size() : 0;
+    std::size_t const padding = conversion.width > text.size() ? conversion.width - text.size() : 0;
     if (!conversion.left)
         out.append(padding, u' ');
     out.append(text);
@@ -149,18 +151,18 @@ void append_argument(std::u16string & out, Conversion const & conversion, Format
 
 }
 
-std::basic_string<char16_t> format_text(char const * format, FormatArgument const * arguments, std::size_t count)
+std::u16string format_text(char const * format, FormatArgument const * arguments, std::size_t count)
 {
     std::u16string result;
-    auto at = format == nullptr ? "" : format;
+    char const * at = format == nullptr ? "" : format;
     std::size_t next = 0;
     while (*at != '\0') {
-        auto const start = at++;
+        char const * const start = at++;
         if (*start != '%') {
             result.push_back(static_cast<unsigned char>(*start));
             continue;
         }
-        auto const conversion = take_conversion(at);
+        Conversion const conversion = take_conversion(at);
         if (conversion.type == '%')
             result.push_back(u'%');
         else if (conversion.type == '\0' || next == count)
@@ -175,7 +177,7 @@ std::int32_t write_cut(char16_t * buffer, std::size_t size, std::u16string_view 
 {
     if (buffer == nullptr || size == 0)
         return 0;
-    auto const length = text.copy(buffer, size - 1);
+    std::size_t const length = text.copy(buffer, size - 1);
     buffer[length] = u'\0';
     return static_cast<std::int32_t>(length);
 }

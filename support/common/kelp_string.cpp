@@ -97,7 +97,7 @@ KelpString & KelpString::operator=(Base && text) noexcept
 
 KelpString & KelpString::operator=(char const * text)
 {
-    auto const narrow = view(text);
+    std::string_view const narrow = view(text);
     Base::reserve(narrow.size()); // may fail, while the old text still stands
     clear();
     append_narrow(*this, narrow);
@@ -142,7 +142,7 @@ KelpString::size_type KelpString::find(char character, size_type position) const
     auto const * const bytes = reinterpret_cast<unsigned char const *>(data());
     size_type const end = 2 * size();
     for (size_type at = 2 * std::min(position, size()); at < end; at += 2) {
-        auto const * const found = std::memchr(bytes + at, static_cast<unsigned char>(character), end - at);
+        void const * const found = std::memchr(bytes + at, static_cast<unsigned char>(character), end - at);
         if (found == nullptr)
             return npos;
         at = static_cast<size_type>(static_cast<unsigned char const *>(found) - bytes) / 2 * 2;
@@ -154,8 +154,8 @@ KelpString::size_type KelpString::find(char character, size_type position) const
 
 std::int32_t KelpString::strcmp(char const * text, bool ignoreCase) const noexcept
 {
-    auto const narrow = view(text);
-    auto const shorter = std::min(size(), narrow.size());
+    std::string_view const narrow = view(text);
+    size_type const shorter = std::min(size(), narrow.size());
     for (size_type i = 0; i < shorter; ++i) {
         char16_t mine = (*this)[i];
         char16_t theirs = static_cast<unsigned char>(narrow[i]);

@@ -7,7 +7,7 @@
 // Widens narrow text behind what `out` holds, in place: the standard library would make a temporary.
 inline void append_narrow(std::u16string & out, std::string_view text)
 {
-    auto const end = out.size();
+    std::size_t const end = out.size();
     out.resize(end + text.size());
     std::transform(text.begin(), text.end(), out.begin() + static_cast<std::ptrdiff_t>(end),
         [](char character) -> char16_t { return static_cast<unsigned char>(character); });

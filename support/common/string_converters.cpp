@@ -15,7 +15,7 @@ constexpr std::size_t kLongest = 40;
 void assign(KelpString & out, char const * begin, char const * end)
 {
     char16_t wide[kLongest];
-    auto const wideEnd = std::copy(begin, end, wide);
+    char16_t const * const wideEnd = std::copy(begin, end, wide);
     out.assign(wide, static_cast<std::size_t>(wideEnd - wide));
 }
 
@@ -43,8 +43,8 @@ Digits digits_of(char const * at, char const * end)
 Digits digits_of(double magnitude, int limit)
 {
     char buffer[kLongest];
-    auto end = std::to_chars(buffer, std::end(buffer), magnitude, std::chars_format::scientific).ptr;
-    auto const shortest = digits_of(buffer, end);
+    char const * end = std::to_chars(buffer, std::end(buffer), magnitude, std::chars_format::scientific).ptr;
+    Digits const shortest = digits_of(buffer, end);
     if (shortest.count <= limit)
         return shortest;
     end = std::to_chars(buffer, std::end(buffer), magnitude, std::chars_format::scientific, limit - 1).ptr;
@@ -68,7 +68,7 @@ char * write_exponent_form(char * out, Digits const & number)
 
 char * write_fixed_form(char * out, Digits const & number)
 {
-    auto const end = number.digits + number.count;
+    char const * const end = number.digits + number.count;
     if (number.exponent < 0) {
         *out++ = '0';
         *out++ = '.';
@@ -88,7 +88,8 @@ char * write_fixed_form(char * out, Digits const & number)
 void StringConverters::convertIntegerToString(std::int32_t value, KelpString & out, std::int32_t radix)
 {
     char buffer[kLongest];
-    auto const end = std::to_chars(buffer, std::end(buffer), value, radix < 2 || radix > 36 ? 10 : radix).ptr;
+    char const * const end =
+        std::to_chars(buffer, std::end(buffer), value, radix < 2 || radix > 36 ? 10 : radix).ptr;
     assign(out, buffer, end);
 }
 
@@ -100,11 +101,11 @@ void StringConverters::convertRealToString(
         return;
     }
     char buffer[kLongest];
-    auto end = buffer;
+    char * end = buffer;
     if (std::signbit(value))
         *end++ = '-';
     int const limit = std::clamp<int>(digits, 1, 17);
-    auto const number = digits_of(std::fabs(value), limit);
+    Digits const number = digits_of(std::fabs(value), limit);
     if (alwaysExponent || number.exponent < -4 || number.exponent >= limit)
         end = write_exponent_form(end, number);
     else

@@ -16,14 +16,12 @@
 
 namespace {
 
-using Text = std::u16string_view;
-
 bool is_blank(char16_t character)
 {
-    return (character >= u'\t' && character <= u'\r') ||
-           Text(u" \u0085\u00A0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007\u2008\u2009\u200A"
-                u"\u2028\u2029\u202F\u205F\u3000")
-                   .find(character) != Text::npos;
+    constexpr std::u16string_view kBlanks =
+        u"\t\n\v\f\r \u0085\u00A0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007\u2008\u2009\u200A"
+        u"\u2028\u2029\u202F\u205F\u3000";
+    return kBlanks.find(character) != kBlanks.npos;
 }
 
 bool is_digit(char16_t character)
@@ -81,7 +79,7 @@ HRESULT dereference(VARIANT const & source, VARIANT & out)
     if (source.byref == nullptr)
         return DISP_E_TYPEMISMATCH;
     if (source.vt == (VT_BYREF | VT_VARIANT)) {
-        auto const & inner = *static_cast<VARIANT const *>(source.byref);
+        VARIANT const & inner = *static_cast<VARIANT const *>(source.byref);
         return inner.vt == source.vt ? E_INVALIDARG : dereference(inner, out);
     }
     out.vt = static_cast<VARTYPE>(source.vt & ~VT_BYREF);
@@ -90,18 +88,19 @@ HRESULT dereference(VARIANT const & source, VARIANT & out)
 }
 
 // "&H1F" and "&O17", less the "&": 32 bits with the sign in the first.
-HRESULT parse_bits(Text text, double & out)
+HRESULT parse_bits(std::u16string_view text, double & out)
 {
     if (text.size() < 2)
         return DISP_E_TYPEMISMATCH;
     char16_t const mark = ascii_lower(text.front());
     unsigned const shift = mark == u'h' ? 4 : mark == u'o' ? 3 : 0;
+    std::u16string_view const digits =
+        std::u16string_view(u"0123456789abcdef").substr(0, shift == 0 ? 0 : 1u << shift);
     std::uint32_t bits = 0;
     bool fits = true;
     for (char16_t const digit : text.substr(1)) {
-        auto const place =
-            Text(u"0123456789abcdef").substr(0, shift == 0 ? 0 : 1u << shift).find(ascii_lower(digit));
-        if (place == Text::npos)
+        std::size_t const place = digits.find(ascii_lower(digit));
+        if (place == digits.npos)
             return DISP_E_TYPEMISMATCH;
         fits = fits && bits >> (32 - shift) == 0;
         bits = bits << shift | static_cast<std::uint32_t>(place);
@@ -113,11 +112,13 @@ HRESULT parse_bits(Text text, double & out)
 }
 
 // Reads "12,345.6e7", no sign and no blanks.
-HRESULT parse_magnitude(Text text, double & out)
+HRESULT parse_magnitude(std::u16string_view text, double & out)
 {
     std::string plain;      // the same in the form that from_chars takes
     std::int64_t order = 0; // the power of ten above the first digit that is not 0
-    bool digits = false, point = false, nonzero = false;
+    bool digits = false;
+    bool point = false;
+    bool nonzero = false;
     std::size_t i = 0;
     for (; i < text.size(); ++i) {
         char16_t const character = text[i];
@@ -154,7 +155,7 @@ HRESULT parse_magnitude(Text text, double & out)
         plain += 'e' + std::to_string(exponent);
         order += exponent;
     }
-    auto const failure = std::from_chars(plain.data(), plain.data() + plain.size(), out).ec;
+    std::errc const failure = std::from_chars(plain.data(), plain.data() + plain.size(), out).ec;
     if (failure == std::errc::result_out_of_range) {
         if (nonzero && order > 0)
             return DISP_E_OVERFLOW;
@@ -163,9 +164,13 @@ HRESULT parse_magnitude(Text text, double & out)
     return S_OK;
 }
 
-HRESULT parse_number(Text text, double & out)
+HRESULT parse_number(std::u16string_view text, double & out)
 {
-    bool sign = false, negative = false, currency = false, open = false, closed = false;
+    bool sign = false;
+    bool negative = false;
+    bool currency = false;
+    bool open = false;
+    bool closed = false;
     auto const take_sign = [&](char16_t character) {
         if (sign || (character != u'-' && character != u'+'))
             return false;
@@ -206,9 +211,9 @@ HRESULT parse_number(Text text, double & out)
 }
 
 // A text is read up to its first zero character.
-Text read_text(VARIANT const & value)
+std::u16string_view read_text(VARIANT const & value)
 {
-    Text const text(value.bstrVal, SysStringLen(value.bstrVal));
+    std::u16string_view const text(value.bstrVal, SysStringLen(value.bstrVal));
     return text.substr(0, text.find(u'\0'));
 }
 
@@ -261,7 +266,7 @@ HRESULT whole_of(VARIANT const & value, std::int32_t & out)
 HRESULT bool_of(VARIANT const & value, VARIANT_BOOL & out)
 {
     if (value.vt == VT_BSTR) {
-        Text const text = read_text(value);
+        std::u16string_view const text = read_text(value);
         bool const yes = equal_ignoring_case(text, u"true") || text == u"#TRUE#";
         if (yes || equal_ignoring_case(text, u"false") || text == u"#FALSE#") {
             out = yes ? VARIANT_TRUE : VARIANT_FALSE;
@@ -283,7 +288,7 @@ KelpString real_text(double value, int digits)
         return value < 0 ? "-1.#INF" : "1.#INF";
     char buffer[40];
     value = value == 0 ? 0 : value; // no "-0"
-    auto const end = std::to_chars(buffer, std::end(buffer), value, std::chars_format::general, digits).ptr;
+    char * const end = std::to_chars(buffer, std::end(buffer), value, std::chars_format::general, digits).ptr;
     std::replace(buffer, end, 'e', 'E');
     KelpString text;
     append_narrow(text, std::string_view(buffer, static_cast<std::size_t>(end - buffer)));
@@ -292,8 +297,9 @@ KelpString real_text(double value, int digits)
 
 KelpString currency_text(std::int64_t amount)
 {
-    auto const magnitude = amount < 0 ? 0 - static_cast<std::uint64_t>(amount) : static_cast<std::uint64_t>(amount);
-    auto text = format_text("%s%u", amount < 0 ? "-" : "", magnitude / 10000);
+    auto const bits = static_cast<std::uint64_t>(amount);
+    std::uint64_t const magnitude = amount < 0 ? 0 - bits : bits;
+    KelpString text = format_text("%s%u", amount < 0 ? "-" : "", magnitude / 10000);
     if (magnitude % 10000 != 0) {
         text += format_text(".%04u", magnitude % 10000);
         text.erase(text.find_last_not_of(u'0') + 1);
@@ -304,7 +310,8 @@ KelpString currency_text(std::int64_t amount)
 // "11/24/2026 3:04:05 PM", without the time at midnight and without the date on day 0.
 HRESULT date_text(DATE date, KelpString & out)
 {
-    constexpr double kFirstDay = -657434, kLastDay = 2958465; // of the years 100 and 9999
+    constexpr double kFirstDay = -657434; // of the year 100
+    constexpr double kLastDay = 2958465;  // of the year 9999
     if (!(date > kFirstDay - 1 && date < kLastDay + 1))
         return E_INVALIDARG;
     double day = std::trunc(date);
@@ -358,7 +365,7 @@ HRESULT text_of(VARIANT const & value, std::uint16_t flags, KelpString & out)
     }
 }
 
-HRESULT store_text(VARIANT & out, Text text)
+HRESULT store_text(VARIANT & out, std::u16string_view text)
 {
     out.bstrVal = SysAllocStringLen(text.data(), static_cast<unsigned>(text.size()));
     return out.bstrVal == nullptr ? E_OUTOFMEMORY : S_OK;
@@ -369,7 +376,7 @@ HRESULT convert(VARIANT const & source, std::uint16_t flags, VARIANT & out)
 {
     if (source.vt == out.vt) {
         if (source.vt == VT_BSTR)
-            return store_text(out, Text(source.bstrVal, SysStringLen(source.bstrVal)));
+            return store_text(out, std::u16string_view(source.bstrVal, SysStringLen(source.bstrVal)));
         if (size_of(source.vt) == 0 && source.vt != VT_EMPTY && source.vt != VT_NULL &&
             !(is_object(source.vt) && source.byref == nullptr))
             return DISP_E_TYPEMISMATCH; // objects have no copies here
@@ -399,7 +406,7 @@ BSTR SysAllocString(char16_t const * text)
 {
     if (text == nullptr)
         return nullptr;
-    auto const length = std::char_traits<char16_t>::length(text);
+    std::size_t const length = std::char_traits<char16_t>::length(text);
     return length > std::numeric_limits<unsigned>::max() ? nullptr
                                                          : SysAllocStringLen(text, static_cast<unsigned>(length));
 }
@@ -411,7 +418,7 @@ BSTR SysAllocStringLen(char16_t const * text, unsigned length)
     if (length > kLongest)
         return nullptr;
     auto const bytes = static_cast<std::uint32_t>(length * sizeof(char16_t));
-    auto const block = static_cast<char *>(std::calloc(1, sizeof bytes + bytes + sizeof(char16_t)));
+    auto * const block = static_cast<char *>(std::calloc(1, sizeof bytes + bytes + sizeof(char16_t)));
     if (block == nullptr)
         return nullptr;
     std::memcpy(block, &bytes, sizeof bytes);

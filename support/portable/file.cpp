@@ -27,11 +27,11 @@ File::~File() = default;
 bool File::open(char const * mode)
 {
     fHandle.reset();
-    auto const & path = fLocation.path().native();
+    std::string const & path = fLocation.path().native();
     if (mode == nullptr || std::string_view(mode) != "a+" || path.find('\0') != path.npos)
         return false;
 
-    auto const parent = fLocation.path().parent_path();
+    std::filesystem::path const parent = fLocation.path().parent_path();
     Handle const folder(::open(parent.empty() ? "." : parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     struct ::stat state;
     if (folder.descriptor < 0 || ::fstat(folder.descriptor, &state) != 0)
@@ -41,7 +41,7 @@ bool File::open(char const * mode)
 
     // O_NONBLOCK: a pipe of that name must not make us wait.
     int const flags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK | (shared ? O_NOFOLLOW : 0);
-    auto const name = fLocation.path().filename();
+    std::filesystem::path const name = fLocation.path().filename();
     auto handle = std::make_unique<Handle>(::openat(folder.descriptor, name.c_str(), flags, S_IRUSR | S_IWUSR));
     if (handle->descriptor < 0 || ::fstat(handle->descriptor, &state) != 0 || !S_ISREG(state.st_mode))
         return false;
@@ -55,10 +55,10 @@ void File::writeLine(KelpString const & text)
 {
     if (!fHandle)
         return;
-    auto line = text.toUTF8();
+    std::string line = text.toUTF8();
     line += '\n';
     for (std::string_view rest = line; !rest.empty();) {
-        auto const count = ::write(fHandle->descriptor, rest.data(), rest.size());
+        ssize_t const count = ::write(fHandle->descriptor, rest.data(), rest.size());
         if (count > 0)
             rest.remove_prefix(static_cast<std::size_t>(count));
         else if (count == 0 || errno != EINTR)

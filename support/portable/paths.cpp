@@ -10,6 +10,6 @@ std::filesystem::path native_path(KelpString const & text)
 
 std::filesystem::path temporary_folder()
 {
-    auto const folder = ::secure_getenv("TMPDIR");
+    char const * const folder = ::secure_getenv("TMPDIR");
     return folder != nullptr && *folder == '/' ? folder : "/tmp";
 }

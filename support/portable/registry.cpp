@@ -19,9 +19,9 @@ constexpr off_t kLargestFile = 1024 * 1024;
 std::vector<std::string> setting_folders()
 {
     std::vector<std::string> folders;
-    if (auto const folder = ::secure_getenv("XDG_CONFIG_HOME"); folder != nullptr && *folder == '/')
+    if (char const * const folder = ::secure_getenv("XDG_CONFIG_HOME"); folder != nullptr && *folder == '/')
         folders.emplace_back(folder);
-    if (auto const home = ::secure_getenv("HOME"); home != nullptr && *home == '/')
+    if (char const * const home = ::secure_getenv("HOME"); home != nullptr && *home == '/')
         folders.push_back(std::string(home) + "/.config");
     folders.emplace_back("/etc");
     return folders;
@@ -38,7 +38,7 @@ std::string read_file(std::string const & path)
     if (::fstat(file, &state) == 0 && S_ISREG(state.st_mode) && state.st_size <= kLargestFile) {
         char buffer[4096];
         for (;;) {
-            auto const count = ::read(file, buffer, sizeof buffer);
+            ssize_t const count = ::read(file, buffer, sizeof buffer);
             if (count < 0 && errno == EINTR)
                 continue;
             if (count <= 0 || bytes.size() > static_cast<std::size_t>(kLargestFile))
@@ -57,9 +57,9 @@ std::optional<RegistryValue> find_value(
         return std::nullopt;
     KelpString fullKey("HKEY_LOCAL_MACHINE\\");
     fullKey += key;
-    for (auto const & folder : setting_folders()) {
-        auto const text = decode_registry_text(read_file(folder + "/odbomodule/registry.reg"));
-        if (auto value = find_registry_value(text, fullKey, name))
+    for (std::string const & folder : setting_folders()) {
+        KelpString const text = decode_registry_text(read_file(folder + "/odbomodule/registry.reg"));
+        if (std::optional<RegistryValue> value = find_registry_value(text, fullKey, name))
             return value;
     }
     return std::nullopt;
@@ -70,8 +70,8 @@ std::optional<RegistryValue> find_value(
 bool RegistryWrapper::readRegKeyValue(
     RootKey root, KelpString const & key, KelpString const & name, KelpString & out)
 {
-    auto const value = find_value(root, key, name);
-    auto const text = value ? std::get_if<KelpString>(&*value) : nullptr;
+    std::optional<RegistryValue> const value = find_value(root, key, name);
+    KelpString const * const text = value ? std::get_if<KelpString>(&*value) : nullptr;
     if (text != nullptr)
         out = *text;
     return text != nullptr;
@@ -79,8 +79,8 @@ bool RegistryWrapper::readRegKeyValue(
 
 bool RegistryWrapper::readRegKeyValue(RootKey root, KelpString const & key, KelpString const & name, bool & out)
 {
-    auto const value = find_value(root, key, name);
-    auto const number = value ? std::get_if<std::uint32_t>(&*value) : nullptr;
+    std::optional<RegistryValue> const value = find_value(root, key, name);
+    std::uint32_t const * const number = value ? std::get_if<std::uint32_t>(&*value) : nullptr;
     if (number != nullptr)
         out = *number != 0;
     return number != nullptr;

@@ -8,7 +8,7 @@ constexpr std::u16string_view kBlanks = u" \t";
 
 std::u16string_view trim(std::u16string_view text)
 {
-    auto const first = text.find_first_not_of(kBlanks);
+    std::size_t const first = text.find_first_not_of(kBlanks);
     if (first == text.npos)
         return {};
     return text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
@@ -17,8 +17,8 @@ std::u16string_view trim(std::u16string_view text)
 // Takes the next line off `text`, without its end.
 std::u16string_view take_line(std::u16string_view & text)
 {
-    auto const end = text.find(u'\n');
-    auto line = text.substr(0, end);
+    std::size_t const end = text.find(u'\n');
+    std::u16string_view line = text.substr(0, end);
     text.remove_prefix(end == text.npos ? text.size() : end + 1);
     if (!line.empty() && line.back() == u'\r')
         line.remove_suffix(1);
@@ -47,10 +47,11 @@ std::optional<std::uint32_t> hexadecimal_number(std::u16string_view digits)
 {
     if (digits.empty() || digits.size() > 8)
         return std::nullopt;
+    constexpr std::u16string_view kDigits = u"0123456789abcdef";
     std::uint32_t number = 0;
     for (char16_t const digit : digits) {
-        auto const place = std::u16string_view(u"0123456789abcdef").find(ascii_lower(digit));
-        if (place == std::u16string_view::npos)
+        std::size_t const place = kDigits.find(ascii_lower(digit));
+        if (place == kDigits.npos)
             return std::nullopt;
         number = number * 16 + static_cast<std::uint32_t>(place);
     }
@@ -65,12 +66,12 @@ bool begins_ignoring_case(std::u16string_view text, std::u16string_view beginnin
 // What stands behind the "=".
 std::optional<RegistryValue> parse_value(std::u16string_view text)
 {
-    if (auto quoted = take_quoted(text))
+    if (std::optional<KelpString> quoted = take_quoted(text))
         return trim(text).empty() ? std::optional<RegistryValue>(std::move(*quoted)) : std::nullopt;
     constexpr std::u16string_view kNumber = u"dword:";
     if (!begins_ignoring_case(text, kNumber))
         return std::nullopt;
-    if (auto const number = hexadecimal_number(trim(text.substr(kNumber.size()))))
+    if (std::optional<std::uint32_t> const number = hexadecimal_number(trim(text.substr(kNumber.size()))))
         return RegistryValue(*number);
     return std::nullopt;
 }
@@ -79,11 +80,10 @@ std::optional<RegistryValue> parse_value(std::u16string_view text)
 // value, which is not looked up: it counts as no name.
 std::u16string_view value_part(std::u16string_view line, KelpString & name)
 {
-    if (line.front() == u'@') {
+    if (line.front() == u'@')
         line.remove_prefix(1);
-    } else if (auto quoted = take_quoted(line)) {
+    else if (std::optional<KelpString> quoted = take_quoted(line))
         name = std::move(*quoted);
-    }
     line = trim(line);
     return line.empty() || line.front() != u'=' ? std::u16string_view() : trim(line.substr(1));
 }
@@ -112,7 +112,7 @@ std::optional<RegistryValue> find_registry_value(
     std::optional<RegistryValue> result;
     bool inKey = false;
     while (!text.empty()) {
-        auto const line = take_line(text);
+        std::u16string_view const line = take_line(text);
         if (line.empty() || line.front() == u';')
             continue;
         if (line.front() == u'[') {
@@ -120,13 +120,13 @@ std::optional<RegistryValue> find_registry_value(
             continue;
         }
         KelpString found;
-        auto const value = value_part(line, found);
+        std::u16string_view const value = value_part(line, found);
         if (!found.empty() && inKey && equal_ignoring_case(found, name))
-            if (auto parsed = parse_value(value))
+            if (std::optional<RegistryValue> parsed = parse_value(value))
                 result = std::move(parsed);
         // Bytes may go on over several lines, which are no values of their own.
         if (begins_ignoring_case(value, u"hex"))
-            for (auto part = value; !part.empty() && part.back() == u'\\';)
+            for (std::u16string_view part = value; !part.empty() && part.back() == u'\\';)
                 part = take_line(text);
     }
     return result;

@@ -6,14 +6,14 @@
 
 std::filesystem::path native_path(KelpString const & text)
 {
-    auto const begin = ole_characters(text.data());
+    wchar_t const * const begin = ole_characters(text.data());
     return std::filesystem::path(begin, begin + text.size()); // 16 bits throughout, lone surrogates included
 }
 
 std::filesystem::path temporary_folder()
 {
     wchar_t folder[MAX_PATH + 1];
-    auto const length = ::GetTempPathW(static_cast<DWORD>(std::size(folder)), folder);
+    DWORD const length = ::GetTempPathW(static_cast<DWORD>(std::size(folder)), folder);
     if (length == 0 || length >= std::size(folder))
         return std::filesystem::current_path();
     return std::filesystem::path(folder, folder + length);
