@@ -1,18 +1,20 @@
-#include "odbomodule/host/automation.h"
-
 #include "odbomodule/host/file.h"
+
+#include "odbomodule/host/automation.h"
 
 #include <string>
 #include <string_view>
 
 struct File::Handle {
-    explicit Handle(HANDLE file) : fFile(file) {}
-    ~Handle() { ::CloseHandle(fFile); }
+    explicit Handle(HANDLE opened) : file(opened) {}
+    ~Handle() { ::CloseHandle(file); }
     Handle(Handle const &) = delete;
     Handle & operator=(Handle const &) = delete;
 
-    HANDLE const fFile;
+    HANDLE const file;
 };
+
+namespace {
 
 // Keeps other processes that write by this class out for the length of a scope. A handle that may only append
 // writes in one piece on the system's own file systems, but not on every one that stands in for them. The lock is
@@ -38,6 +40,24 @@ private:
     bool fHeld;
 };
 
+// The text with the line ends of this system, which the text's own newlines become too.
+std::string line_of(KelpString const & text)
+{
+    std::string const plain = text.toUTF8();
+    std::string line;
+    line.reserve(plain.size() + plain.size() / 32 + 2);
+    char previous = '\0';
+    for (char const character : plain) {
+        if (character == '\n' && previous != '\r')
+            line += '\r';
+        line += character;
+        previous = character;
+    }
+    return line += "\r\n";
+}
+
+}
+
 File::File(FileLocator const & location) : fLocation(location) {}
 
 File::~File() = default;
@@ -45,7 +65,7 @@ File::~File() = default;
 bool File::open(char const * mode)
 {
     fHandle.reset();
-    auto const & path = fLocation.path().native();
+    std::wstring const & path = fLocation.path().native();
     if (mode == nullptr || std::string_view(mode) != "a+" || path.find(L'\0') != path.npos)
         return false;
 
@@ -69,32 +89,16 @@ bool File::open(char const * mode)
     return true;
 }
 
-// The text with the line ends of this system, which the text's own newlines become too.
-static std::string line_of(KelpString const & text)
-{
-    std::string const plain = text.toUTF8();
-    std::string line;
-    line.reserve(plain.size() + plain.size() / 32 + 2);
-    char previous = '\0';
-    for (char const character : plain) {
-        if (character == '\n' && previous != '\r')
-            line += '\r';
-        line += character;
-        previous = character;
-    }
-    return line += "\r\n";
-}
-
 void File::writeLine(KelpString const & text)
 {
     if (!fHandle)
         return;
     std::string const line = line_of(text);
-    WriteLock const lock(fHandle->fFile);
+    WriteLock const lock(fHandle->file);
     for (std::string_view rest = line; !rest.empty();) {
         DWORD const part = rest.size() > MAXLONG ? MAXLONG : static_cast<DWORD>(rest.size());
         DWORD written = 0;
-        if (!::WriteFile(fHandle->fFile, rest.data(), part, &written, nullptr) || written == 0)
+        if (!::WriteFile(fHandle->file, rest.data(), part, &written, nullptr) || written == 0)
             return;
         rest.remove_prefix(written);
     }
