@@ -33,7 +33,7 @@ public:
     {}
     FormatArgument(char const * text) noexcept : fKind(Narrow), fNarrow(text == nullptr ? "" : text) {}
     FormatArgument(char16_t const * text) noexcept : fKind(Wide), fWide(text == nullptr ? u"" : text) {}
-    FormatArgument(std::basic_string<char16_t> const & text) noexcept : fKind(Wide), fWide(text) {}
+    FormatArgument(std::u16string const & text) noexcept : fKind(Wide), fWide(text) {}
 
     Kind fKind;
     unsigned fBits = 64; // width of a signed number, for its unsigned and hexadecimal forms
@@ -49,11 +49,10 @@ public:
 // The text of `format` with its arguments put in. Conversions: %d %i %u %x %X %c %s %f %%, with the flags
 // "-" and "0", a width and a precision; length modifiers are passed over. An address is written by %x.
 // A conversion without an argument is written as it stands. The decimal point is "." in every locale.
-SUPPORT_API std::basic_string<char16_t> format_text(
-    char const * format, FormatArgument const * arguments, std::size_t count);
+SUPPORT_API std::u16string format_text(char const * format, FormatArgument const * arguments, std::size_t count);
 
 template <class... Arguments>
-std::basic_string<char16_t> format_text(char const * format, Arguments const &... arguments)
+std::u16string format_text(char const * format, Arguments const &... arguments)
 {
     FormatArgument const list[] = { FormatArgument(arguments)..., FormatArgument(0) };
     return format_text(format, list, sizeof...(arguments));

@@ -10,9 +10,9 @@
 
 // The one string type: text in 16-bit characters, UTF-16 by convention, never checked. A narrow text is
 // ASCII and is widened character by character; a null pointer counts as the empty text.
-class SUPPORT_TYPE KelpString : public std::basic_string<char16_t> {
+class SUPPORT_TYPE KelpString : public std::u16string {
 public:
-    using Base = std::basic_string<char16_t>;
+    using Base = std::u16string;
 
     KelpString() noexcept = default;
     KelpString(KelpString const &) = default;
