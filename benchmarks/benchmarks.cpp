@@ -1,17 +1,22 @@
 #include "benchmarks/ratio_table.h"
-#include "examples/memory_cube.h"
-#include "odbomodule/odbomodule.h"
 
+#include "examples/memory_cube.h"
 #include "odbomodule/base/text.h"
 #include "odbomodule/host/string_converters.h"
+#include "odbomodule/odbomodule.h"
 
+#include <array>
 #include <cstdint>
+#include <cstdio>
 #include <deque>
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <mutex>
 #include <string>
-#include <thread>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #if defined(__linux__)
 #include <malloc.h>
@@ -28,11 +33,11 @@ namespace {
 std::u16string copy_of(std::initializer_list<std::u16string_view> pieces)
 {
     std::size_t size = 0;
-    for (auto const piece : pieces)
+    for (std::u16string_view const piece : pieces)
         size += piece.size();
     std::u16string text;
     text.reserve(size);
-    for (auto const piece : pieces)
+    for (std::u16string_view const piece : pieces)
         text.append(piece);
     return text;
 }

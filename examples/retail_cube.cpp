@@ -119,7 +119,7 @@ void RetailCube::add_hierarchy(char const * dimension, char const * name, char c
     else if (!ownName.empty())
         uniqueName = below(dimensionUniqueName, name);
     std::string const known = ownName.empty() ? dimension : name;
-    auto & hierarchy = fHierarchies.emplace_back(fDimensionOf[dimension], ownName, uniqueName);
+    memory_cube::Hierarchy & hierarchy = fHierarchies.emplace_back(fDimensionOf[dimension], ownName, uniqueName);
     fHierarchyOf[known] = &hierarchy;
 
     std::string_view rest = levels;
@@ -136,7 +136,7 @@ void RetailCube::add_member(std::string_view hierarchy, std::string_view path)
     if (fMemberOf.find(key(hierarchy, path)) != fMemberOf.end())
         return;
     KelpString owner = find(fHierarchyOf, std::string(hierarchy))->fUniqueName;
-    if (auto const end = path.rfind('|'); end != path.npos) {
+    if (std::size_t const end = path.rfind('|'); end != path.npos) {
         std::string_view const parent = path.substr(0, end);
         add_member(hierarchy, parent);
         owner = member(hierarchy, parent)->fUniqueName;
@@ -146,9 +146,10 @@ void RetailCube::add_member(std::string_view hierarchy, std::string_view path)
 
 void RetailCube::add_calculation(std::string_view hierarchy, std::string_view name, std::string_view parent)
 {
-    auto * const owner = find(fHierarchyOf, std::string(hierarchy));
+    memory_cube::Hierarchy * const owner = find(fHierarchyOf, std::string(hierarchy));
     KelpString const parentUniqueName = parent.empty() ? KelpString() : member(hierarchy, parent)->fUniqueName;
-    auto & calculation = fCalculations.emplace_back(owner, below(owner->fUniqueName, name), parentUniqueName);
+    memory_cube::Calculation & calculation = fCalculations.emplace_back(
+        owner, below(owner->fUniqueName, name), parentUniqueName);
     fCalculationOf[key(hierarchy, name)] = &calculation;
     owner->fCalculations.emplace_back(static_cast<BRIM_o::CalculationId>(fCalculations.size()), &calculation);
 }

@@ -89,12 +89,12 @@ void log_query(Report & report, MDXQuery const & query)
 
 void members_on_the_server(Report & report)
 {
-    auto const create = report.query<MDXCreateQuery>(MDXQuery::QT_CREATE);
-    auto const flagships = report.sum(
+    RefPtr const create = report.query<MDXCreateQuery>(MDXQuery::QT_CREATE);
+    RefPtr const flagships = report.sum(
         report.list({ report.member("Store", "All Stores|Ireland|Leinster|Dublin|O'Brien's Corner"),
             report.member("Store", "All Stores|Japan|東京都|東京|銀座 Store 7") }));
     create->AddMemberFormula(report.calculated("Store", "Flagship Stores").get(), flagships.get(), 1, kNone, kNone);
-    auto const rest = report.sum(
+    RefPtr const rest = report.sum(
         report.list({ report.member("Store", "All Stores|Brazil"), report.member("Store", "All Stores|Japan") }));
     create->AddMemberFormula(report.calculated("Store", "Rest of the World").get(), rest.get(), 1, kNone, kNone);
     print("Calculated members on the server", *create);
@@ -104,15 +104,18 @@ void members_on_the_server(Report & report)
 // calculated member put back behind them.
 RefPtr<MDXSet> opened_stores(Report & report)
 {
-    auto * const stores = report.cube.hierarchy("Store");
+    memory_cube::Hierarchy * const stores = report.cube.hierarchy("Store");
     RefPtr rows(report.generator->GenerateSet(stores));
-    auto const opened = report.list(
+    RefPtr const opened = report.list(
         { report.member("Store", "All Stores|Ireland"), report.member("Store", "All Stores|Switzerland") });
     rows->DrillDownOnSet(opened.get());
 
-    Node current(BRIM_o::ET_CURRENT), currentValue(BRIM_o::ET_TUPLE_VALUE, { &current }), least(1000.0);
+    Node current(BRIM_o::ET_CURRENT);
+    Node currentValue(BRIM_o::ET_TUPLE_VALUE, { &current });
+    Node least(1000.0);
     Node enough(BRIM_o::ET_GREATERTHANOREQUALTO, { &currentValue, &least });
-    Node missing(BRIM_o::ET_TUPLE_IS_NULL, { &current }), present(BRIM_o::ET_NOT, { &missing });
+    Node missing(BRIM_o::ET_TUPLE_IS_NULL, { &current });
+    Node present(BRIM_o::ET_NOT, { &missing });
     Node condition(BRIM_o::ET_AND, { &enough, &present });
     rows->TakeFilter(&condition, report.tuple({ report.measure("Store Sales") }).get());
 
@@ -122,16 +125,16 @@ RefPtr<MDXSet> opened_stores(Report & report)
 
 void filtered_report(Report & report)
 {
-    auto const query = report.select();
-    auto const profit = report.calculated("Measures", "Profit");
+    RefPtr const query = report.select();
+    RefPtr const profit = report.calculated("Measures", "Profit");
     RefPtr margin(report.generator->GenerateValue("[Measures].[Store Sales] - [Measures].[Store Cost]"));
     query->AddMemberFormula(profit.get(), margin.get(), 2, { "FORMAT_STRING" }, { "'#,##0.00'" });
 
-    auto const countries = report.sum(report.list(
+    RefPtr const countries = report.sum(report.list(
         { report.member("Store", "All Stores|Ireland"), report.member("Store", "All Stores|Switzerland") }));
     query->AddMemberFormula(report.calculated("Store", "Europe").get(), countries.get(), 1, kNone, kNone);
 
-    auto const measures = report.list({ report.measure("Unit Sales"), report.measure("Store Sales"), profit });
+    RefPtr const measures = report.list({ report.measure("Unit Sales"), report.measure("Store Sales"), profit });
     query->AddAxisSpecification(0, measures.get(), kNone, MDXSelectQuery::NES_ALL);
     query->AddAxisSpecification(
         1, opened_stores(report).get(), { "[Store].[City].[Manager]" }, MDXSelectQuery::NES_NON_EMPTY);
@@ -145,10 +148,10 @@ void filtered_report(Report & report)
 void ordered_cities(Report & report)
 {
     RefPtr cities(report.generator->GenerateSet(report.cube.level("Store", "City")));
-    auto const key = report.tuple({ report.measure("Store Sales"), report.member("Calendar", "2025") });
+    RefPtr const key = report.tuple({ report.measure("Store Sales"), report.member("Calendar", "2025") });
     cities->Order(Descending, key.get());
 
-    auto const query = report.select();
+    RefPtr const query = report.select();
     query->AddAxisSpecification(
         0, report.list({ report.measure("Store Sales") }).get(), kNone, MDXSelectQuery::NES_ALL);
     query->AddAxisSpecification(1, cities.get(), kNone, MDXSelectQuery::NES_NON_EMPTY);
@@ -161,7 +164,7 @@ void best_products(Report & report)
     products->TakeLeafNodes(report.cube.hierarchy("Product"));
     products->TakeExtremity(MDXSet::Top, MDXSet::Count, "10", report.tuple({ report.measure("Unit Sales") }).get());
 
-    auto const query = report.select();
+    RefPtr const query = report.select();
     query->AddAxisSpecification(0, products.get(), kNone, MDXSelectQuery::NES_ALL);
     query->AddSlicerSpecification(report.measure("Unit Sales").get());
     print("The ten products that sell best", *query);
@@ -169,15 +172,15 @@ void best_products(Report & report)
 
 void stores_by_quarter(Report & report)
 {
-    auto const columns = report.list(
+    RefPtr const columns = report.list(
         { report.member("Calendar", "2025|Q1"), report.member("Calendar", "2025|Q2") });
     *columns *= *report.list({ report.measure("Unit Sales"), report.measure("Customer Count") });
-    auto const rows = report.list(
+    RefPtr const rows = report.list(
         { report.member("Store", "All Stores|Brazil|São Paulo"), report.member("Store", "All Stores|Japan|東京都"),
             report.member("Store", "All Stores|Ireland|Leinster|Dublin|O'Brien's Corner") });
     *rows += *report.member("Store", "All Stores|Switzerland|Zürich");
 
-    auto const query = report.select();
+    RefPtr const query = report.select();
     query->AddAxisSpecification(0, columns.get(), kNone, MDXSelectQuery::NES_ALL);
     query->AddAxisSpecification(1, rows.get(), kNone, MDXSelectQuery::NES_ALL);
     print("Two quarters beside each other, for chosen places", *query);
@@ -185,40 +188,41 @@ void stores_by_quarter(Report & report)
 
 void around_a_month(Report & report)
 {
-    auto const quarter = report.member("Calendar", "2025|Q1|January");
+    RefPtr const quarter = report.member("Calendar", "2025|Q1|January");
     quarter->MoveToParent();
     RefPtr months(report.generator->GenerateSet());
     months->TakeChildren(quarter.get());
-    auto const previous = report.member("Calendar", "2025|Q1");
+    RefPtr const previous = report.member("Calendar", "2025|Q1");
     previous->LoopLeft();
     *months += *previous;
 
-    auto const query = report.select();
+    RefPtr const query = report.select();
     query->AddAxisSpecification(0, months.get(), kNone, MDXSelectQuery::NES_ALL);
     print("The months of a quarter, and the quarter before it", *query);
 }
 
 void named_set(Report & report)
 {
-    auto const create = report.query<MDXCreateQuery>(MDXQuery::QT_CREATE);
-    auto const places = report.list({ report.member("Store", "All Stores|Ireland|Leinster|Dublin|O'Brien's Corner"),
-        report.member("Store", "All Stores|Switzerland|Zürich|Zürich") });
+    RefPtr const create = report.query<MDXCreateQuery>(MDXQuery::QT_CREATE);
+    RefPtr const places = report.list(
+        { report.member("Store", "All Stores|Ireland|Leinster|Dublin|O'Brien's Corner"),
+            report.member("Store", "All Stores|Switzerland|Zürich|Zürich") });
     create->AddSetFormula("[Flagship Places]", places.get());
     print("A named set on the server", *create);
 
-    auto const query = report.select();
+    RefPtr const query = report.select();
     RefPtr rows(report.generator->GenerateSet("[Flagship Places]"));
     query->AddAxisSpecification(0, rows.get(), kNone, MDXSelectQuery::NES_ALL);
     print("A statement that uses it", *query);
 
-    auto const drop = report.query<MDXDropQuery>(MDXQuery::QT_DROP);
+    RefPtr const drop = report.query<MDXDropQuery>(MDXQuery::QT_DROP);
     drop->AddSetToDrop("[Flagship Places]");
     print("The end of the named set", *drop);
 }
 
 void end_of_the_members(Report & report)
 {
-    auto const drop = report.query<MDXDropQuery>(MDXQuery::QT_DROP);
+    RefPtr const drop = report.query<MDXDropQuery>(MDXQuery::QT_DROP);
     for (char const * name : { "Flagship Stores", "Rest of the World" })
         drop->AddMemberToDrop(report.calculated("Store", name)->getText());
     print("The end of the calculated members", *drop);
