@@ -1,6 +1,7 @@
 #include "tests/condition_tree.h"
 #include "tests/fixture.h"
 
+#include <algorithm>
 #include <set>
 #include <stdexcept>
 #include <type_traits>
@@ -136,20 +137,21 @@ void statement(
     }
 }
 
-// A set that notes the first node that its server is asked about.
-struct Asked final : MDXSet {
+// A set whose server writes one node. What it writes for others is not taken.
+struct Writing final : MDXSet {
     using MDXSet::MDXSet;
-    Expression * fFirst = nullptr;
-    bool server_translate(KelpString &, Expression * expression, MDXTuple const *) override
+    Expression const * fNode = nullptr;
+    bool server_translate(KelpString & text, Expression * expression, MDXTuple const *) override
     {
-        fFirst = fFirst == nullptr ? expression : fFirst;
-        return false;
+        text = "the server's";
+        return expression == fNode;
     }
 };
 
 std::set<std::int32_t> gKinds; // that were documented
 
-// A node of a condition, its number, the least operands that it needs, and whether the server is asked about it.
+// A node of a condition, its number, the least operands that it needs, and whether the server is asked about it, which then
+// keeps the operands from being looked at.
 template <class Call>
 void condition(char const * row, Call const & call, std::string const & want, std::string const & number, std::string const & operands,
     std::string const & asked)
@@ -158,17 +160,22 @@ void condition(char const * row, Call const & call, std::string const & want, st
         Documented f(classes);
         Tree const tree = call(f);
         expect_operation<MDXSet>(f, { row, [&](Fixture &) { return f.set->Filter(tree.get(), f.single); }, want });
-
         EXPECT_EQ(number, std::to_string(tree.fNode->fType)) << row;
         gKinds.insert(tree.fNode->fType);
-        RefPtr<Asked> const set(new Asked(KelpString("s")));
+
+        std::vector<Expression *> & nodes = tree.fNode->fOperands;
+        Tree const unknown(ExpressionType{ 300 });
+        if (asked == "yes")
+            std::fill(nodes.begin(), nodes.end(), unknown.get());
+        RefPtr<Writing> const set(new Writing(KelpString("s")));
+        set->fNode = tree.get();
         set->Filter(tree.get(), f.single);
-        EXPECT_EQ(asked == "yes", set->fFirst == tree.get()) << row;
+        EXPECT_EQ(asked == "yes" ? "the server's" : want, mdx_of(*set)) << row;
 
         std::size_t const needed = operands == "none" ? 0 : operands == "all" ? 1 : static_cast<std::size_t>(operands[0] - '0');
-        EXPECT_GE(tree.fNode->fOperands.size(), needed) << row;
+        ASSERT_GE(nodes.size(), needed) << row;
         if (needed > 0) {
-            tree.fNode->fOperands.resize(needed - 1);
+            nodes.assign(needed - 1, f.a.get());
             f.set->SetExpression("s");
             EXPECT_THROW(f.set->Filter(tree.get(), f.single), std::out_of_range) << row;
             EXPECT_EQ("s", mdx_of(*f.set)) << row;
