@@ -109,7 +109,8 @@ TEST(Dialect, Statements)
     select->AddCellProperties({ "FORMATTED_VALUE" });
     EXPECT_EQ(mdx_of(*select),
         "WITH MEMBER [D.N] AS ' ''v'' ' , SOLVE_ORDER = 3, FORMAT_STRING = '#,#'  MEMBER [G's] AS ' W '    SET N AS ' {''A''} '  "
-        "SELECT NON EMPTY {'A'} ON COLUMNS , {B} DIMENSION PROPERTIES P, Q ON ROWS FROM [Sales] WHERE ( [D.N], [G's] )   CELL PROPERTIES FORMATTED_VALUE");
+        "SELECT NON EMPTY {'A'} ON COLUMNS , {B} DIMENSION PROPERTIES P, Q ON ROWS "
+        "FROM [Sales] WHERE ( [D.N], [G's] )   CELL PROPERTIES FORMATTED_VALUE");
     select->AddMemberFormula(f.field, f.value, -1, { "P" }, {});
     EXPECT_EQ(raises(MDX_ERR_PROPERTY_COUNT_MISMATCH), error_of([&] { select->getText(false); }));
 

@@ -131,6 +131,28 @@ TEST(MDXSet, AsksArgumentsForTheirTextAtOnceAndWrapsItsOwn)
     EXPECT_EQ("SELECT {mask} ON COLUMNS FROM [Sales] ", mdx_of(*query));
 }
 
+// A hierarchy that asks the set for its quoted text, in the middle of the set's operation.
+struct Asking final : memory_cube::Hierarchy {
+    MDXSet * fSet;
+
+    explicit Asking(MDXSet * set) : Hierarchy(nullptr, "", "[H]"), fSet(set) {}
+    KelpString const & getUniqueName() const override
+    {
+        fSet->getQuotedText();
+        return fUniqueName;
+    }
+};
+
+TEST(MDXSet, KeepsNoQuotedTextFromTheMiddleOfAnOperation)
+{
+    Fixture f;
+    Asking const host(f.set);
+    f.set->Invert(&host);
+    EXPECT_EQ("EXCEPT( [H].MEMBERS, {A} ) ", f.set->getQuotedText().toUTF8());
+    f.set->Extract("{S}", &host);
+    EXPECT_EQ(" { Extract( {S}, [H] ) } ", f.set->getQuotedText().toUTF8());
+}
+
 // A hierarchy that answers one question by an error.
 struct Failing final : memory_cube::Hierarchy {
     std::string fFailing;

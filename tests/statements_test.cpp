@@ -17,44 +17,41 @@ struct Watched final : Base {
 
 }
 
+// All parts at once, in both forms; each alone stands in the reference of the operations.
 TEST(MDXSelectQuery, Text)
 {
     Fixture f;
-    RefPtr const plain(new General<MDXSelectQuery>("[Sales]"));
-    plain->AddAxisSpecification(0, f.set, {}, kAll);
-    plain->AddMemberFormula(f.field, f.value, -1, {}, {});
-    plain->AddSlicerSpecification(f.field);
-    EXPECT_EQ("WITH MEMBER [F] AS V SELECT {A} ON COLUMNS FROM [Sales] WHERE [F] ", mdx_of(*plain));
-    EXPECT_EQ(mdx_of(*plain), plain->getText(false).toUTF8());
-    EXPECT_EQ("WITH \n       MEMBER [F] AS V \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \nWHERE \n      [F] ",
-        plain->getText(true).toUTF8());
+    RefPtr const query(new General<MDXSelectQuery>("[Sales]"));
+    query->AddAxisSpecification(0, f.set, {}, kAll);
+    EXPECT_TRUE(query->SpecifyDrillThrough());
+    EXPECT_EQ("DRILLTHROUGH SELECT {A} ON COLUMNS FROM [Sales] ", mdx_of(*query));
+    EXPECT_EQ("DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] ", query->getText(true).toUTF8());
 
-    RefPtr const full(new General<MDXSelectQuery>("[Sales]"));
-    full->AddAxisSpecification(0, f.set, {}, kAll);
-    EXPECT_TRUE(full->SpecifyDrillThrough());
-    full->AddAxisSpecification(1, f.other, { "P", "Q", "R" }, MDXSelectQuery::NES_NON_EMPTY);
-    full->AddAxisSpecification(2, f.set, { "P" }, static_cast<MDXSelectQuery::NonEmptyStatus>(2));
-    EXPECT_EQ(
-        "DRILLTHROUGH SELECT {A} ON COLUMNS , NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS , {A} DIMENSION PROPERTIES P ON AXIS(2) FROM [Sales] ",
-        mdx_of(*full));
-    EXPECT_EQ(full->getText(true).toUTF8(),
-        "DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS ,\n       NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS ,\n       {A} DIMENSION PROPERTIES P ON AXIS(2) "
-        "\nFROM [Sales] ");
-    full->AddMemberFormula(f.field, f.value, 7, {}, {});
-    full->AddSetFormula("N", f.other);
-    full->AddSetFormula("O", f.set);
-    full->AddSlicerSpecification(f.field);
-    full->AddSlicerSpecification(f.second);
-    full->AddCellProperty("P");
-    full->AddCellProperties({});
-    full->AddCellProperties({ "Q", "R" });
-    EXPECT_EQ(mdx_of(*full),
-        "WITH MEMBER [F] AS V, SOLVE_ORDER = 7  SET N AS {B}   SET O AS {A}  DRILLTHROUGH SELECT {A} ON COLUMNS , NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS , "
-        "{A} DIMENSION PROPERTIES P ON AXIS(2) FROM [Sales] WHERE ( [F], [G] )   CELL PROPERTIES P, Q, R");
-    EXPECT_EQ(full->getText(true).toUTF8(),
-        "WITH \n       MEMBER [F] AS V, SOLVE_ORDER = 7 \n       SET N AS {B}  \n       SET O AS {A}  DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS ,\n"
-        "       NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS ,\n       {A} DIMENSION PROPERTIES P ON AXIS(2) \nFROM [Sales] "
-        "\nWHERE \n      ( [F], [G] )   CELL PROPERTIES P, Q, R");
+    query->AddAxisSpecification(1, f.other, { "P", "Q", "R" }, MDXSelectQuery::NES_NON_EMPTY);
+    query->AddAxisSpecification(2, f.set, { "P" }, static_cast<MDXSelectQuery::NonEmptyStatus>(2));
+    query->AddMemberFormula(f.field, f.value, 7, {}, {});
+    query->AddSetFormula("N", f.other);
+    query->AddSetFormula("O", f.set);
+    query->AddSlicerSpecification(f.field);
+    query->AddSlicerSpecification(f.second);
+    query->AddCellProperty("P");
+    query->AddCellProperties({});
+    query->AddCellProperties({ "Q", "R" });
+    EXPECT_EQ(mdx_of(*query),
+        "WITH MEMBER [F] AS V, SOLVE_ORDER = 7  SET N AS {B}   SET O AS {A}  DRILLTHROUGH "
+        "SELECT {A} ON COLUMNS , NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS , {A} DIMENSION PROPERTIES P ON AXIS(2) "
+        "FROM [Sales] WHERE ( [F], [G] )   CELL PROPERTIES P, Q, R");
+    EXPECT_EQ(query->getText(true).toUTF8(), "WITH \n"
+                                             "       MEMBER [F] AS V, SOLVE_ORDER = 7 \n"
+                                             "       SET N AS {B}  \n"
+                                             "       SET O AS {A}  DRILLTHROUGH \n"
+                                             "SELECT \n"
+                                             "       {A} ON COLUMNS ,\n"
+                                             "       NON EMPTY {B} DIMENSION PROPERTIES P, Q, R ON ROWS ,\n"
+                                             "       {A} DIMENSION PROPERTIES P ON AXIS(2) \n"
+                                             "FROM [Sales] \n"
+                                             "WHERE \n"
+                                             "      ( [F], [G] )   CELL PROPERTIES P, Q, R");
 }
 
 TEST(MDXSelectQuery, Refusals)
