@@ -4,7 +4,8 @@
 
 #include <cstdint>
 
-// Codes of the errors that the module raises.
+// Codes of the errors that the module raises. Their messages stand in support/common/error_messages.cpp, by number:
+// a new code needs a row there.
 enum MDXErrorCode : std::uint32_t {
     MDX_ERR_NO_AXES = 0x201706B,                 // the text of a SELECT without an axis
     MDX_ERR_AXIS_OUT_OF_ORDER = 0x201706C,       // an axis whose number is not the next one
