@@ -2,9 +2,9 @@
 #include "odbomodule/host/export.h"
 #include "odbomodule/host/variant.h"
 
-// OLE automation values. On Windows the system's own; elsewhere a counterpart with the same names, layout
-// and result codes for the types that a condition can hold. The system's headers bring many macros: include this
-// where values are looked into, and in no header that others include.
+// The values of OLE automation. On Windows they are the system's own. Elsewhere they are defined here, with the
+// same names, layout and result codes, for the types that a condition can hold. The system's headers bring many
+// macros: include this in a source that looks into values, not in a header that others include.
 #if defined(_WIN32)
 
 #ifndef WIN32_LEAN_AND_MEAN
@@ -21,7 +21,7 @@
 #include <cstdint>
 
 using OLECHAR = char16_t;
-using BSTR = OLECHAR *; // a length ahead of the characters and a zero behind them; null is the empty text
+using BSTR = OLECHAR *; // a length stands before the characters, a zero after them; null is the empty text
 using HRESULT = std::int32_t;
 using VARTYPE = std::uint16_t;
 using VARIANT_BOOL = std::int16_t; // -1 for true, 0 for false
@@ -106,35 +106,40 @@ constexpr HRESULT DISP_E_OVERFLOW = static_cast<HRESULT>(0x8002000A);
 
 extern "C" {
 
-// Makes a copy of a zero-ended text, or of `length` characters. Null for a null text (the first) and when
-// memory runs out. Given back by SysFreeString, which takes null too.
+// Copies a zero-ended text, or `length` characters. From a null text the first makes null, the second `length`
+// zeros. Null when memory runs out. The caller gives the copy back by SysFreeString, which takes null too.
 SUPPORT_API BSTR SysAllocString(char16_t const * text);
 SUPPORT_API BSTR SysAllocStringLen(char16_t const * text, unsigned length);
 SUPPORT_API void SysFreeString(BSTR text);
-// Length in characters; 0 for null.
+// The length in characters; 0 for null.
 SUPPORT_API unsigned SysStringLen(BSTR text);
 
 // Sets an uninitialised value to VT_EMPTY.
 SUPPORT_API void VariantInit(VARIANT * value);
 
-// Gives back what the value owns and sets it to VT_EMPTY. DISP_E_BADVARTYPE, and nothing done, for a type
-// that is none.
+// Gives back what the value owns and sets it to VT_EMPTY. For an unknown type does nothing and returns
+// DISP_E_BADVARTYPE.
 SUPPORT_API HRESULT VariantClear(VARIANT * value);
 
-// Converts `source` to `type` (VT_I4, VT_R8, VT_BOOL, VT_BSTR, VT_EMPTY, VT_NULL, or the source's own) and puts the
-// result in the place of what `destination` held; the two may be one. Anything but S_OK leaves `destination` alone:
-// DISP_E_TYPEMISMATCH for a null value, an object, a pointer to nothing, another type, or a text that does not read
-// as the type; DISP_E_OVERFLOW for a number that does not fit; E_INVALIDARG for a null argument and for a date past
-// the years 100 to 9999 as text; DISP_E_BADVARTYPE for a type that is none. Numbers become whole by rounding to the
-// nearest, halves to the even one. Texts follow the conventions of US English.
-// Flags: VARIANT_ALPHABOOL writes a bool as "True" or "False" in the place of its number.
+// Converts `source` to `type`: VT_I4, VT_R8, VT_BOOL, VT_BSTR, VT_EMPTY, VT_NULL, or the type that it has already.
+// The result replaces what `destination` held; the two may be one. Texts follow the conventions of US English. A
+// real is rounded to the nearest whole number, a half to the even one. With the flag VARIANT_ALPHABOOL, a bool as
+// text is "True" or "False", not a number.
+//
+// A result other than S_OK leaves `destination` alone:
+// - DISP_E_TYPEMISMATCH: a null value, an object, a null pointer, a `type` other than these, or a text that does
+//   not read as `type`.
+// - DISP_E_OVERFLOW: a number that does not fit.
+// - DISP_E_BADVARTYPE: an unknown type.
+// - E_INVALIDARG: a null argument, or a date outside the years 100 to 9999 as text.
+// - E_OUTOFMEMORY: memory ran out.
 SUPPORT_API HRESULT VariantChangeType(
     VARIANT * destination, VARIANT const * source, std::uint16_t flags, VARTYPE type);
 }
 
 #endif
 
-// Windows has a type of its own for 16-bit characters. These two lead from one to the other and back.
+// Windows has a type of its own for 16-bit characters: from char16_t to it, and back.
 inline OLECHAR const * ole_characters(char16_t const * text) noexcept
 {
     return reinterpret_cast<OLECHAR const *>(text);

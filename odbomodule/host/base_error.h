@@ -7,7 +7,7 @@
 
 namespace BRIM_o {
 
-// One text that an error carries for a place in its message.
+// A text that goes into an error's message.
 class SUPPORT_API AnyErrorInsert {
 public:
     virtual ~AnyErrorInsert();
@@ -22,7 +22,7 @@ public:
 
     virtual ~AnyError();
 
-    // The number of the error, its severity, and whether the operation was completed.
+    // The number of the error, its severity, and whether the operation was completed all the same.
     virtual std::uint32_t code() const = 0;
     virtual Severity level() const = 0;
     virtual Completed status() const = 0;
@@ -33,10 +33,11 @@ public:
     // The code as a failed OLE result.
     virtual std::int32_t hResult() const = 0;
 
-    // The message for a reader, with the inserts in their places.
+    // The message for a reader, with the inserts put in.
     virtual KelpString getText() const = 0;
 
-    // The inserts, counted from 0. Null for an index that is out of range; else it lives as long as the error.
+    // The number of inserts, and the one with that index, counted from 0. Null for an index out of range. An insert
+    // belongs to its error.
     virtual std::int32_t numInserts() const = 0;
     virtual AnyErrorInsert const * getInsert(std::int32_t index) const = 0;
 
@@ -46,7 +47,8 @@ public:
 
 }
 
-// The support library's errors: a code with its message text, and inserts in the order of adding.
+// An error as the support library makes it: the code leads to its message; the inserts stand in the order in which
+// they were added.
 class SUPPORT_API BaseError : public BRIM_o::AnyError {
 public:
     BaseError(std::uint32_t code, char const * module, Severity severity, Completed completed);

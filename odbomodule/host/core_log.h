@@ -9,22 +9,22 @@
 #include <string>
 #include <utility>
 
-// The process-wide log of the support library. Each module has a level for each of its sub-modules, 0 at
-// first. Everything may be called from any thread.
+// The log of the process. Each module has a level for each of its sub-modules, 0 at first.
+// Everything may be called from any thread.
 class SUPPORT_API CoreLog {
 public:
-    // Levels may be read and set at any time, by a pointer that stays valid as long as the process.
+    // A level. It may be read and set at any time, by a pointer that stays valid until the process ends.
     using VerbosityType = std::atomic<std::int32_t>;
 
-    // Takes one line: code, level, module, sub-module and the line itself. Called with the log's lock held,
-    // so that lines do not mix; it must not call the log.
+    // Takes one line, and the code, level, module and sub-module that were given to log(). Called under the log's
+    // lock, so that lines do not mix: it must not call log() or setSink().
     using Sink = void (*)(void * context, std::uint32_t code, std::int32_t level, KelpString const & module,
         KelpString const & subModule, KelpString const & line);
 
-    // The level of a sub-module, made at the first request. Never null.
+    // The level of a sub-module, made when it is first asked for. Never null.
     VerbosityType * getModuleVerbosity(char const * module, KelpString const & subModule);
 
-    // Passes the inserts, joined by blanks, to the sink.
+    // Joins the inserts by blanks and passes the line to the sink, whatever the level.
     void log(std::uint32_t code, std::int32_t level, char const * module, KelpString const & subModule,
         std::int32_t insertCount, char16_t const * const * inserts);
 
@@ -41,17 +41,17 @@ private:
 
 namespace support_dll {
 
-// The log of this process: made at the first call, never ended.
+// The log of this process, made at the first call and never deleted.
 SUPPORT_API CoreLog * getLogObject();
 
-// Takes a failed assertion's expression and file.
+// Takes the expression and the file of a failed assertion.
 using AssertionHandler = void (*)(char const * expression, char const * file);
 
-// Reports that `expression` does not hold in `file`: one line on standard error, then the process stops.
-// An installed handler takes the place of both, and may return.
+// Reports that `expression` does not hold in `file`: writes a line to standard error and aborts the process. An
+// installed handler is called in place of both, and may return.
 SUPPORT_API void AssertionFailure(char const * expression, char const * file);
 
-// Installs a handler for the whole process and returns the one before; null brings back the default.
+// Installs a handler for the whole process and returns the previous one; null brings back the default.
 SUPPORT_API AssertionHandler setAssertionHandler(AssertionHandler handler) noexcept;
 
 }

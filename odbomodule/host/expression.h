@@ -6,7 +6,7 @@
 
 namespace BRIM_o {
 
-// The kinds of node in a condition tree. Numbers that are missing here are rejected.
+// The kinds of node in a condition tree. A node of another number is rejected.
 enum ExpressionType : std::int32_t {
     ET_BETWEEN = 0,
     ET_OUTSIDE = 1,
@@ -55,8 +55,9 @@ class Expression {
 public:
     virtual std::vector<Expression *> const & getChildren() = 0; // the operands, in order
     virtual ExpressionType getType() = 0;
-    virtual VARIANT const * getValue() = 0;   // asked for on ET_VALUE and ET_BOOLVAL
-    virtual char16_t const * getString() = 0; // zero-ended; asked for on the kinds that hold a text
+    virtual VARIANT const * getValue() = 0;   // ET_VALUE and ET_BOOLVAL alone are asked
+    virtual char16_t const * getString() = 0; // zero-ended; the kinds that hold a text alone are asked
+
 protected:
     ~Expression() = default;
 };

@@ -5,20 +5,20 @@
 #include <filesystem>
 #include <memory>
 
-// Where a file is: a name, with or without a folder of its own.
+// Where a file is: its name, with or without a folder.
 class SUPPORT_API FileLocator {
 public:
     explicit FileLocator(KelpString const & path);
 
-    // Whether the name has a folder: a bare name has none.
+    // Whether the name comes with a folder.
     bool isLocationSet() const;
 
-    // Puts the file, by its bare name, into the folder for temporary files.
+    // Chooses the folder for temporary files. The file keeps its bare name.
     void setLocationToTemp();
 
     std::filesystem::path const & path() const { return fPath; }
 
-    // Whether setLocationToTemp chose the folder, which other users may write to.
+    // True after setLocationToTemp: other users may write to the temporary folder.
     bool inSharedFolder() const { return fShared; }
 
 private:
@@ -34,16 +34,19 @@ public:
     File(File const &) = delete;
     File & operator=(File const &) = delete;
 
-    // Opens the file in the mode "a+": made if missing, written at its end, never cut; readable by its owner
-    // alone when it is made (on Windows by whom the folder lets). Others may write to it meanwhile. False when
-    // that fails, for any other mode and for what is no regular file; in the temporary folder, and in any that all
-    // users may write to (on Windows in the former alone), also for a symbolic link, another user's file and a file
-    // with several names.
+    // Opens the file for writing at its end, and makes it if it is missing. The only mode is "a+". Other programs
+    // may write to the file at the same time. A new file can be read by its owner alone; on Windows the folder
+    // decides who can read it. Returns false for another mode, for what is not a regular file, and when the system
+    // refuses.
+    //
+    // In a folder that other users may write to, a link or a file of theirs could stand in the file's place. So it
+    // also returns false there for a symbolic link, for a file with several names, and for another user's file.
+    // Such a folder is the temporary one, and any that all users may write to. Windows knows the temporary one
+    // alone, and does not look at the file's owner.
     bool open(char const * mode);
 
-    // Appends the text and one line end by a single write, so that lines of two processes do not mix. On
-    // Windows a line ends by "\r\n", also the lines that the text is made of.
-    // Without an open file nothing happens; a failure to write goes unnoticed.
+    // Appends the text and a line end. Lines of two processes do not mix. On Windows a line ends in "\r\n", and so
+    // does each line within the text. Does nothing when no file is open; a failure to write is not reported.
     void writeLine(KelpString const & text);
 
 private:

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <utility>
 
-// The one string type: text in 16-bit characters, UTF-16 by convention, never checked. A narrow text is
-// ASCII and is widened character by character; a null pointer counts as the empty text.
+// The string type of the module and its host: text in 16-bit characters, UTF-16 by convention, never checked.
+// Narrow text is ASCII and is widened character by character. A null pointer counts as the empty text.
 class SUPPORT_TYPE KelpString : public std::u16string {
 public:
     using Base = std::u16string;
@@ -34,21 +34,21 @@ public:
     SUPPORT_API KelpString & operator+=(char16_t character);
 
     using Base::find;
-    // Index of the first `character` at or behind `position`, npos when there is none.
+    // The index of the first `character` from `position` on, or npos.
     SUPPORT_API size_type find(char character, size_type position = 0) const noexcept;
 
-    // Compares with narrow text: 0 on a match, else below or above 0 as this text sorts before or behind.
-    // With `ignoreCase`, ASCII letters match in either case.
+    // Compares with narrow text: 0 on a match, below 0 if this text sorts before the other, above 0 if it sorts
+    // after it. With `ignoreCase`, ASCII letters match in either case.
     SUPPORT_API std::int32_t strcmp(char const * text, bool ignoreCase) const noexcept;
 
-    // Replaces the text by a printf-style format with its arguments; see format_text for the conversions.
+    // Sets the text to `format` with its arguments put in, as format_text does.
     template <class... Arguments>
     void build(char const * format, Arguments const &... arguments)
     {
         *this = format_text(format, arguments...);
     }
 
-    // From and to UTF-8. What is no well-formed UTF-8, and a lone surrogate, becomes U+FFFD.
+    // From and to UTF-8. Ill-formed UTF-8 and lone surrogates become U+FFFD.
     SUPPORT_API static KelpString fromUTF8(std::string_view text);
     SUPPORT_API std::string toUTF8() const;
 };

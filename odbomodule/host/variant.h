@@ -1,7 +1,7 @@
 #pragma once
 
-// The name of OLE automation's value, without the system's headers: those define macros that would reach a host.
-// What a value is made of stands in host/automation.h.
+// Declares VARIANT, the value of OLE automation, without the system's headers: their macros would reach a host. Its
+// fields stand in odbomodule/host/automation.h.
 #if defined(_WIN32)
 struct tagVARIANT;
 using VARIANT = tagVARIANT;

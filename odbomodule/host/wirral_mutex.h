@@ -3,7 +3,7 @@
 
 #include <mutex>
 
-// A plain mutex: not recursive, to be unlocked by the thread that locked it.
+// A plain mutex. It is not recursive; the thread that locked it unlocks it.
 class WirralMutex {
 public:
     void lock() { fMutex.lock(); }
