@@ -51,7 +51,7 @@ namespace support_dll {
 
 CoreLog * getLogObject()
 {
-    // Never ended: objects that live longer than this library's static ones may still log.
+    // Never deleted: an object that lives longer than the static objects of this library may still write to it.
     static CoreLog * const log = new CoreLog;
     return log;
 }

@@ -45,8 +45,8 @@ void append_code_point(std::string & out, char32_t point)
     }
 }
 
-// Reads one code point and takes it off `text`. A sequence that breaks off is taken up to the byte that
-// cannot go on, and counts as one replacement character.
+// Reads one code point and takes it off `text`. A sequence that breaks off counts as one replacement character: it
+// is taken up to the first byte that does not belong to it.
 char32_t take_code_point(std::string_view & text)
 {
     auto const take = [&] {
@@ -61,7 +61,7 @@ char32_t take_code_point(std::string_view & text)
         return kReplacement;
 
     int const tails = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
-    // The second byte alone tells overlong forms, surrogates and what is past U+10FFFF from the rest.
+    // Overlong forms, surrogates and what is past U+10FFFF can be told by the second byte.
     unsigned char low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
     unsigned char high = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
     char32_t point = lead & (0x3Fu >> tails);
@@ -136,8 +136,8 @@ KelpString & KelpString::operator+=(char16_t character)
 
 KelpString::size_type KelpString::find(char character, size_type position) const noexcept
 {
-    // The C library looks for a byte much faster than the string for a character; what it finds may be the other
-    // half of one.
+    // The C library finds a byte much faster than the string finds a character. The byte may be either half of a
+    // character, and the other half may differ.
     auto const wanted = static_cast<char16_t>(static_cast<unsigned char>(character));
     auto const * const bytes = reinterpret_cast<unsigned char const *>(data());
     size_type const end = 2 * size();

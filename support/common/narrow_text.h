@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-// Widens narrow text behind what `out` holds, in place: the standard library would make a temporary.
+// Appends narrow text, widened character by character. In place: the standard library would make a temporary.
 inline void append_narrow(std::u16string & out, std::string_view text)
 {
     std::size_t const end = out.size();
@@ -19,7 +19,7 @@ constexpr char16_t ascii_lower(char16_t character) noexcept
     return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character + 32) : character;
 }
 
-// Whether two texts are the same, ASCII letters matching in either case.
+// Whether two texts are the same; ASCII letters match in either case.
 inline bool equal_ignoring_case(std::u16string_view one, std::u16string_view other) noexcept
 {
     return std::equal(one.begin(), one.end(), other.begin(), other.end(),

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Room for the longest text: 32 binary digits and a sign.
+// Room for the longest text. An integer has at most 32 binary digits and a sign, a real fewer characters.
 constexpr std::size_t kLongest = 40;
 
 void assign(KelpString & out, char const * begin, char const * end)
@@ -19,7 +19,7 @@ void assign(KelpString & out, char const * begin, char const * end)
     out.assign(wide, static_cast<std::size_t>(wideEnd - wide));
 }
 
-// A real as its significant digits, without a point or trailing zeros, and the power of ten of the first.
+// A real: its significant digits, without a point and trailing zeros, and the power of ten of the first one.
 struct Digits {
     char digits[24];
     int count = 0;
@@ -35,7 +35,7 @@ Digits digits_of(char const * at, char const * end)
             result.digits[result.count++] = *at;
     while (result.count > 1 && result.digits[result.count - 1] == '0')
         --result.count;
-    at += at[1] == '+' ? 2 : 1; // from_chars knows "-" alone
+    at += at[1] == '+' ? 2 : 1; // from_chars takes a "-" and no "+"
     std::from_chars(at, end, result.exponent);
     return result;
 }
@@ -51,7 +51,7 @@ Digits digits_of(double magnitude, int limit)
     return digits_of(buffer, end);
 }
 
-// Both forms write to `out` and return the place behind.
+// Both functions write to `out` and return the place after what they wrote.
 char * write_exponent_form(char * out, Digits const & number)
 {
     *out++ = number.digits[0];

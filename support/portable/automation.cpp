@@ -29,7 +29,8 @@ bool is_digit(char16_t character)
     return character >= u'0' && character <= u'9';
 }
 
-// The size of a value of a type; 0 for types that have none, are unknown, or cannot be copied here.
+// The size of a value of that type. 0 for a type without values, for one that is not copied here, and for an
+// unknown type.
 std::size_t size_of(unsigned type)
 {
     switch (type) {
@@ -67,7 +68,7 @@ bool is_type(unsigned type)
     return base == VT_VARIANT ? type != base : type == VT_EMPTY || type == VT_NULL;
 }
 
-// The value itself where `source` points to one. Borrows a text.
+// The value that `source` is or points to. A text is borrowed.
 HRESULT dereference(VARIANT const & source, VARIANT & out)
 {
     if (!is_type(source.vt))
@@ -87,7 +88,7 @@ HRESULT dereference(VARIANT const & source, VARIANT & out)
     return S_OK;
 }
 
-// "&H1F" and "&O17", less the "&": 32 bits with the sign in the first.
+// Reads "H1F" or "O17", the text after an "&": 32 bits, of which the first is the sign.
 HRESULT parse_bits(std::u16string_view text, double & out)
 {
     if (text.size() < 2)
@@ -111,10 +112,10 @@ HRESULT parse_bits(std::u16string_view text, double & out)
     return S_OK;
 }
 
-// Reads "12,345.6e7", no sign and no blanks.
+// Reads "12,345.6e7", without sign and blanks.
 HRESULT parse_magnitude(std::u16string_view text, double & out)
 {
-    std::string plain;      // the same in the form that from_chars takes
+    std::string plain;      // the number in the form that from_chars reads
     std::int64_t order = 0; // the power of ten above the first digit that is not 0
     bool digits = false;
     bool point = false;
@@ -129,7 +130,7 @@ HRESULT parse_magnitude(std::u16string_view text, double & out)
         } else if (character == u'.' && !point) {
             point = true;
         } else if (character == u',' && digits) {
-            continue; // wherever it stands behind the first digit
+            continue; // anywhere after the first digit
         } else {
             break;
         }
@@ -159,7 +160,7 @@ HRESULT parse_magnitude(std::u16string_view text, double & out)
     if (failure == std::errc::result_out_of_range) {
         if (nonzero && order > 0)
             return DISP_E_OVERFLOW;
-        out = 0; // too small to tell from it
+        out = 0; // the number is too small to differ from it
     }
     return S_OK;
 }
@@ -257,7 +258,7 @@ HRESULT whole_of(VARIANT const & value, std::int32_t & out)
     if (rest > 0.5 || (rest == 0.5 && std::fmod(whole, 2) != 0))
         whole += 1;
     using Limits = std::numeric_limits<std::int32_t>;
-    if (!(whole >= Limits::min() && whole <= Limits::max())) // also for what is no number
+    if (!(whole >= Limits::min() && whole <= Limits::max())) // also true of not-a-number
         return DISP_E_OVERFLOW;
     out = static_cast<std::int32_t>(whole);
     return S_OK;
@@ -287,7 +288,7 @@ KelpString real_text(double value, int digits)
     if (std::isinf(value))
         return value < 0 ? "-1.#INF" : "1.#INF";
     char buffer[40];
-    value = value == 0 ? 0 : value; // no "-0"
+    value = value == 0 ? 0 : value; // so that there is no "-0"
     char * const end = std::to_chars(buffer, std::end(buffer), value, std::chars_format::general, digits).ptr;
     std::replace(buffer, end, 'e', 'E');
     KelpString text;
@@ -307,7 +308,7 @@ KelpString currency_text(std::int64_t amount)
     return text;
 }
 
-// "11/24/2026 3:04:05 PM", without the time at midnight and without the date on day 0.
+// "11/24/2026 3:04:05 PM". At midnight without the time, on day 0 without the date.
 HRESULT date_text(DATE date, KelpString & out)
 {
     constexpr double kFirstDay = -657434; // of the year 100
@@ -315,7 +316,7 @@ HRESULT date_text(DATE date, KelpString & out)
     if (!(date > kFirstDay - 1 && date < kLastDay + 1))
         return E_INVALIDARG;
     double day = std::trunc(date);
-    auto seconds = static_cast<int>(std::round(std::fabs(date - day) * 86400)); // forwards before day 0, too
+    auto seconds = static_cast<int>(std::round(std::fabs(date - day) * 86400)); // forwards before day 0 too
     if (seconds == 86400) {
         day += 1;
         seconds = 0;
@@ -371,7 +372,7 @@ HRESULT store_text(VARIANT & out, std::u16string_view text)
     return out.bstrVal == nullptr ? E_OUTOFMEMORY : S_OK;
 }
 
-// Fills `out`, which holds nothing yet but its type.
+// Converts to the type of `out`, which has no value yet.
 HRESULT convert(VARIANT const & source, std::uint16_t flags, VARIANT & out)
 {
     if (source.vt == out.vt) {
@@ -379,7 +380,7 @@ HRESULT convert(VARIANT const & source, std::uint16_t flags, VARIANT & out)
             return store_text(out, std::u16string_view(source.bstrVal, SysStringLen(source.bstrVal)));
         if (size_of(source.vt) == 0 && source.vt != VT_EMPTY && source.vt != VT_NULL &&
             !(is_object(source.vt) && source.byref == nullptr))
-            return DISP_E_TYPEMISMATCH; // objects have no copies here
+            return DISP_E_TYPEMISMATCH; // objects are not copied here
         out.llVal = source.llVal;
         return S_OK;
     }
@@ -413,7 +414,7 @@ BSTR SysAllocString(char16_t const * text)
 
 BSTR SysAllocStringLen(char16_t const * text, unsigned length)
 {
-    // The length in bytes, in 32 bits, stands ahead of the characters.
+    // The length in bytes stands before the characters, as a number of 32 bits.
     constexpr unsigned kLongest = std::numeric_limits<std::uint32_t>::max() / sizeof(char16_t) - 4;
     if (length > kLongest)
         return nullptr;
@@ -478,7 +479,7 @@ HRESULT VariantChangeType(VARIANT * destination, VARIANT const * source, std::ui
     try {
         code = convert(value, flags, result);
     } catch (...) {
-        return E_OUTOFMEMORY; // nothing else is thrown here
+        return E_OUTOFMEMORY; // only lack of memory is thrown here
     }
     if (code != S_OK)
         return code;

@@ -36,10 +36,10 @@ bool File::open(char const * mode)
     struct ::stat state;
     if (folder.descriptor < 0 || ::fstat(folder.descriptor, &state) != 0)
         return false;
-    // Where others may write, they could have put a file of theirs, or a link to one of ours, in this place.
+    // Where others may write, they could have put a file of theirs here, or a link to one of ours.
     bool const shared = fLocation.inSharedFolder() || (state.st_mode & S_IWOTH) != 0;
 
-    // O_NONBLOCK: a pipe of that name must not make us wait.
+    // O_NONBLOCK: to open a pipe of that name must not wait for its reader.
     int const flags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK | (shared ? O_NOFOLLOW : 0);
     std::filesystem::path const name = fLocation.path().filename();
     auto handle = std::make_unique<Handle>(::openat(folder.descriptor, name.c_str(), flags, S_IRUSR | S_IWUSR));

@@ -14,8 +14,8 @@ namespace {
 
 constexpr off_t kLargestFile = 1024 * 1024;
 
-// The folders that may hold settings, the most personal first. Whoever starts a process with more rights than his
-// own has no say in it.
+// The folders that may hold settings, the most personal first. In a process that has more rights than the user who
+// started it, secure_getenv gives nothing: the user does not choose a folder then.
 std::vector<std::string> setting_folders()
 {
     std::vector<std::string> folders;
@@ -27,7 +27,7 @@ std::vector<std::string> setting_folders()
     return folders;
 }
 
-// The bytes of a settings file; none for a file that is missing, too large or no regular one.
+// The bytes of a settings file; none for a file that is missing, too large or not a regular file.
 std::string read_file(std::string const & path)
 {
     std::string bytes;

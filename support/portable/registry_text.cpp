@@ -25,7 +25,7 @@ std::u16string_view take_line(std::u16string_view & text)
     return trim(line);
 }
 
-// Takes a text in quotes off `line`. Nothing for one that doesn't end or has an escape that is none.
+// Takes a text in quotes off `line`. Nothing for a text without an end or with an unknown escape.
 std::optional<KelpString> take_quoted(std::u16string_view & line)
 {
     if (line.empty() || line.front() != u'"')
@@ -63,7 +63,7 @@ bool begins_ignoring_case(std::u16string_view text, std::u16string_view beginnin
     return equal_ignoring_case(text.substr(0, beginning.size()), beginning);
 }
 
-// What stands behind the "=".
+// Reads what comes after the "=".
 std::optional<RegistryValue> parse_value(std::u16string_view text)
 {
     if (std::optional<KelpString> quoted = take_quoted(text))
@@ -76,8 +76,8 @@ std::optional<RegistryValue> parse_value(std::u16string_view text)
     return std::nullopt;
 }
 
-// The value of a line `"name"=...`, as text; empty when the line is none. "@" is the name of a key's default
-// value, which is not looked up: it counts as no name.
+// What comes after the "=" in a line `"name"=...`, and the name; empty for another line. "@" stands for a key's
+// default value, which is never looked up: `name` is not set then.
 std::u16string_view value_part(std::u16string_view line, KelpString & name)
 {
     if (line.front() == u'@')
@@ -124,7 +124,7 @@ std::optional<RegistryValue> find_registry_value(
         if (!found.empty() && inKey && equal_ignoring_case(found, name))
             if (std::optional<RegistryValue> parsed = parse_value(value))
                 result = std::move(parsed);
-        // Bytes may go on over several lines, which are no values of their own.
+        // Bytes may take several lines. The lines after the first are not values themselves.
         if (begins_ignoring_case(value, u"hex"))
             for (std::u16string_view part = value; !part.empty() && part.back() == u'\\';)
                 part = take_line(text);

@@ -16,9 +16,9 @@ struct File::Handle {
 
 namespace {
 
-// Keeps other processes that write by this class out for the length of a scope. A handle that may only append
-// writes in one piece on the system's own file systems, but not on every one that stands in for them. The lock is
-// on a byte that no file has, so that readers are not kept out.
+// Keeps out other processes that write by this class, for the length of a scope. On the system's own file systems a
+// handle that may only append writes in one piece, but not on every other one. The lock is on a byte beyond the end
+// of any file, so that readers are not kept out.
 class WriteLock {
 public:
     explicit WriteLock(HANDLE file) : fFile(file)
@@ -40,7 +40,7 @@ private:
     bool fHeld;
 };
 
-// The text with the line ends of this system, which the text's own newlines become too.
+// The text as a line of this system: it ends in "\r\n", and so does each line within it.
 std::string line_of(KelpString const & text)
 {
     std::string const plain = text.toUTF8();
@@ -70,8 +70,8 @@ bool File::open(char const * mode)
         return false;
 
     bool const shared = fLocation.inSharedFolder();
-    // Others may append to the file, read it and move it away meanwhile. A handle that may do no more than append
-    // writes at the end, wherever that is by then.
+    // Others may append to the file, read it and move it while it is open. A handle that may do no more than append
+    // writes at the end, wherever the end is by then.
     HANDLE const file = ::CreateFileW(path.c_str(),
         FILE_APPEND_DATA | FILE_READ_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE,
         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,

@@ -12,7 +12,8 @@ bool has_zero(KelpString const & text)
     return text.std::u16string::find(u'\0') != text.npos;
 }
 
-// Reads a value of the type that `flags` name into `size` bytes; a name that no registry can hold is not found.
+// Reads a value of the type that `flags` name into `out`, which has `size` bytes. A name with a zero character is
+// not found: no registry can hold it.
 LSTATUS read_value(RegistryWrapper::RootKey root, KelpString const & key, KelpString const & name, DWORD flags,
     void * out, DWORD & size)
 {
@@ -27,7 +28,7 @@ LSTATUS read_value(RegistryWrapper::RootKey root, KelpString const & key, KelpSt
 bool RegistryWrapper::readRegKeyValue(
     RootKey root, KelpString const & key, KelpString const & name, KelpString & out)
 {
-    // The value may grow between two calls. One with variables in it comes with these put in.
+    // The value may grow between two calls. Variables in it come with their values put in.
     std::u16string text(256, u'\0');
     for (;;) {
         auto size = static_cast<DWORD>(text.size() * sizeof(char16_t));
