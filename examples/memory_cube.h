@@ -51,7 +51,7 @@ struct Calculation final : BRIM_o::Calculation {
 
 struct Hierarchy : BRIM_o::Hierarchy {
     Dimension const * fDimension;
-    KelpString fName; // empty when the dimension's name says it all
+    KelpString fName; // empty if it has the name of its dimension
     KelpString fUniqueName;
     std::vector<Level *> fLevels;                                               // from the top down
     std::vector<std::pair<BRIM_o::CalculationId, Calculation *>> fCalculations; // in the order of the text

@@ -8,7 +8,7 @@ namespace {
 
 struct HierarchyRow {
     char const * dimension;
-    char const * name; // empty when the dimension's name says it all
+    char const * name; // empty if it has the name of its dimension
     char const * levels;
 };
 HierarchyRow const kHierarchies[] = {
@@ -50,7 +50,7 @@ MemberRow const kMembers[] = {
     { "Customers", "All Customers|Japan|東京都|東京|山田 花子" },
 };
 
-// Where one hangs shows in its parent alone: the server knows each by the name of its hierarchy and its own.
+// Only `parent` says where a calculated member hangs. The server knows it by its hierarchy and its own name.
 struct CalculationRow {
     char const * hierarchy;
     char const * name;
@@ -76,7 +76,7 @@ std::string_view last_name(std::string_view path)
     return path.substr(path.rfind('|') + 1);
 }
 
-// owner.[name], with what may not stand between brackets doubled.
+// owner.[name], with each "]" of the name doubled.
 KelpString below(KelpString const & owner, std::string_view name)
 {
     KelpString text;

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-// The cube "[Sales]" of a retailer, as a host would hold it. Names come and are looked up as UTF-8; a hierarchy
-// goes by its own name, or by its dimension's if it has none. A name that is not there throws std::out_of_range.
+// The cube "[Sales]" of a retailer, as a host would hold it. Names are looked up as UTF-8; a hierarchy goes by its
+// own name, or by its dimension's if it has none. An unknown name throws std::out_of_range.
 class RetailCube {
 public:
     // `flatHierarchyNames` is what the generator is given too: unique names are spelled to match it,

@@ -101,7 +101,7 @@ void members_on_the_server(Report & report)
 }
 
 // The stores in the order of the cube, with two countries opened, the ones that sold little left out, and the
-// calculated member put back behind them.
+// calculated member added after them.
 RefPtr<MDXSet> opened_stores(Report & report)
 {
     memory_cube::Hierarchy * const stores = report.cube.hierarchy("Store");
@@ -230,7 +230,7 @@ void end_of_the_members(Report & report)
 
 void refused_direction(Report & report)
 {
-    std::cout << "== A direction that is none ==\n";
+    std::cout << "== An unknown direction ==\n";
     RefPtr cities(report.generator->GenerateSet(report.cube.level("Store", "City")));
     try {
         cities->Order(4, report.tuple({ report.measure("Store Sales") }).get());
