@@ -1,17 +1,30 @@
 # What every target of this tree is built with. All of it is private: nothing reaches a host.
 set(ODBOMODULE_HIDE_STD_MAP "${CMAKE_CURRENT_LIST_DIR}/hide_std.map")
 
+# Whether the compiler takes the flags of g++. A clang that stands in for Visual Studio's compiler does not.
+set(ODBOMODULE_GNU_FLAGS OFF)
+if(CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang|AppleClang)$" AND NOT MSVC)
+    set(ODBOMODULE_GNU_FLAGS ON)
+endif()
+if(ODBOMODULE_SANITIZE AND NOT ODBOMODULE_GNU_FLAGS)
+    message(FATAL_ERROR "ODBOMODULE_SANITIZE is for g++ and clang")
+endif()
+
 function(odbomodule_compile_options target)
     target_compile_features(${target} PRIVATE cxx_std_20)
     set_target_properties(${target} PROPERTIES CXX_STANDARD 20 CXX_STANDARD_REQUIRED ON CXX_EXTENSIONS OFF)
-    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
-        $<$<BOOL:${ODBOMODULE_WERROR}>:-Werror>)
+    if(ODBOMODULE_GNU_FLAGS)
+        target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+            $<$<BOOL:${ODBOMODULE_WERROR}>:-Werror>)
+    elseif(MSVC)
+        target_compile_options(${target} PRIVATE /W4 /utf-8 $<$<BOOL:${ODBOMODULE_WERROR}>:/WX>)
+    endif()
     if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
         # At -O3 this compiler finds overlapping copies in the concatenation of its own std::string.
         target_compile_options(${target} PRIVATE -Wno-restrict)
     endif()
     if(ODBOMODULE_SANITIZE)
-        # The check of function types compares addresses of type information, which each library has its own of.
+        # The check of function types compares addresses of type information, of which each library has its own.
         set(sanitize -fsanitize=${ODBOMODULE_SANITIZE} -fno-sanitize-recover=all
             $<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=function>)
         target_compile_options(${target} PRIVATE ${sanitize} -fno-omit-frame-pointer)
@@ -34,7 +47,10 @@ function(odbomodule_shared_library target)
         set_target_properties(${target} PROPERTIES PREFIX "")
     endif()
     if(NOT WIN32 AND NOT APPLE)
-        set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN" LINK_DEPENDS "${ODBOMODULE_HIDE_STD_MAP}")
+        set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
+    endif()
+    if(ODBOMODULE_GNU_FLAGS AND NOT WIN32 AND NOT APPLE)
+        set_target_properties(${target} PROPERTIES LINK_DEPENDS "${ODBOMODULE_HIDE_STD_MAP}")
         target_compile_options(${target} PRIVATE -fno-semantic-interposition)
         target_link_options(${target} PRIVATE
             "LINKER:--version-script=${ODBOMODULE_HIDE_STD_MAP}" LINKER:-z,relro,-z,now)
