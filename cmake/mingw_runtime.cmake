@@ -1,5 +1,6 @@
-# Exceptions and strings cross the libraries' boundary, so that all share one C++ runtime, as DLLs: MinGW's own are put
-# beside what is built, and into the package. ODBOMODULE_RUNTIME_LIBRARIES is the list of them.
+# Exceptions and strings go from library to library and to the host, so that all of them must share one C++ runtime.
+# MinGW's runtime DLLs are copied beside what is built and go into the package. ODBOMODULE_RUNTIME_LIBRARIES lists
+# their paths.
 set(ODBOMODULE_RUNTIME_LIBRARIES "")
 if(MINGW AND CMAKE_CROSSCOMPILING)
     foreach(library IN ITEMS libgcc_s_seh-1.dll libstdc++-6.dll libwinpthread-1.dll)
