@@ -1,5 +1,5 @@
 #pragma once
 #include <cstdint>
 
-// Throws MDX_ERR_BAD_ENUM for a value that is none of the enumeration's.
+// Throws MDX_ERR_BAD_ENUM, with the value and the enumeration's name as inserts.
 [[noreturn]] void raise_bad_enum(std::int32_t value, char const * enumeration);

@@ -1,5 +1,5 @@
 #pragma once
 class CoreLog;
 
-// The process's log, fetched when the library is loaded; null without one.
+// The process's log, fetched when the library is loaded. Null where there is none.
 extern CoreLog * gCoreLog;

@@ -8,7 +8,8 @@
 namespace support {
 
 // What the objects of one class share: their name, the number of the next one, and the levels that the log has for
-// them, which the first object looks up. One stands beside each class of the module.
+// them, which the first object looks up. Each class that derives from
+// RefCount itself has one, in its source file.
 struct ObjectClass {
     std::u16string_view name;
     std::atomic<std::int32_t> nextId{ 0 };

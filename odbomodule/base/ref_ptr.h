@@ -1,8 +1,8 @@
 #pragma once
 #include <utility>
 
-// Holds one reference on a counted object, or null. A raw pointer that is given to it brings its reference
-// along; hold() takes a new one. Moving takes the reference along.
+// Holds one reference on a counted object, or null. A raw pointer that is given to it brings its reference along;
+// hold() takes a new one. A copy takes a reference of its own. A move takes the other's, which is null then.
 template <class Object>
 class RefPtr {
 public:

@@ -12,12 +12,12 @@ namespace support {
 struct LifeLine;
 struct ObjectClass;
 
-// What every statement and expression is: an object that counts its holders. Born with one reference,
-// which belongs to whoever made it; the last unuse() deletes it. use() and unuse() may be called from any
-// thread; everything else on one object from one thread at a time. Objects may be made on several threads.
+// What every statement and expression is: an object that counts its holders. Born with one reference, which belongs
+// to whoever made it; the last unuse() deletes it. use() and unuse() may be called from any thread; everything else
+// on one object from one thread at a time. Objects may be made on several threads.
 //
-// Under the log module "MEMORY" from level 4 on, a line tells that an object was created or destroyed, under
-// "INTERFACE" from level 5 on, that its count was raised or lowered; the sub-module is the class's name.
+// The log gets a line when an object is created or destroyed, from level 4 of the module "MEMORY" on, and a line
+// when its count is raised or lowered, from level 5 of "INTERFACE" on. The sub-module is the class's name.
 class MDX_API RefCount {
 public:
     RefCount(KelpString const & name, std::int32_t id);
@@ -30,15 +30,15 @@ protected:
     virtual ~RefCount();
 
 public:
-    // Counted objects are not assigned: reports an assertion failure and changes nothing. The assignment of
-    // a derived class comes here first, then copies the fields that the class adds.
+    // Counted objects are not meant to be assigned: reports an assertion failure and changes nothing. The
+    // assignment of a derived class comes here first, then copies the fields that the class adds.
     virtual RefCount & operator=(RefCount const &);
 
     // Takes a reference; returns the new count.
     virtual std::int32_t use();
 
-    // Gives back a reference; returns the count that is left. At 0 the object is gone. An object whose count
-    // is 0 already reports an assertion failure and is not touched again.
+    // Gives back a reference; returns the count that is left. At 0 the object is gone. If the count is 0 already,
+    // reports an assertion failure and changes nothing.
     virtual std::int32_t unuse();
 
 private:

@@ -2,9 +2,9 @@
 #include "odbomodule/expressions/mdx_field.h"
 #include "odbomodule/host/export.h"
 
-// A member in this server's spelling: what hangs under a hierarchy, calculated members included, is written
-// behind the hierarchy itself. With `flatHierarchyNames` a hierarchy is [dimension.hierarchy] from the short
-// names, or [dimension] when it has none of its own; without it, its unique name.
+// A member in this server's spelling: the name of a member under a hierarchy, or of a calculated member, comes
+// right after the hierarchy. With `flatHierarchyNames` a hierarchy is [dimension.hierarchy] from the short names,
+// or [dimension] when its own name is empty; without it, its unique name.
 class MDX_API MSOLAP7Field : public MDXField {
 public:
     MSOLAP7Field(KelpString const & text, bool flatHierarchyNames);
@@ -21,8 +21,7 @@ public:
     MSOLAP7Field(MSOLAP7Field const &) = default;
     ~MSOLAP7Field() override;
 
-    // The calculation's hierarchy, also when it has a parent member. A calculation without a hierarchy leaves
-    // the text as it is.
+    // The calculation's hierarchy, also when it has a parent member. A null hierarchy leaves the text as it is.
     MDXField * TakeParentOfCalculation(BRIM_o::Calculation const * calculation) override;
 
 private:

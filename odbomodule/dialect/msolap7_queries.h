@@ -3,7 +3,7 @@
 #include "odbomodule/statements/mdx_create_query.h"
 #include "odbomodule/statements/mdx_drop_query.h"
 
-// The statements of this server's dialect that a host may derive from: definitions stand between single quotes.
+// CREATE in this server's dialect: definitions stand between single quotes. A host may derive from it.
 class MDX_API MSOLAP7CreateQuery : public MDXCreateQuery {
 public:
     explicit MSOLAP7CreateQuery(KelpString const & cubeName);
@@ -16,6 +16,7 @@ protected:
     ~MSOLAP7CreateQuery() override;
 };
 
+// DROP in this server's dialect, which is the general form. A host may derive from it.
 class MDX_API MSOLAP7DropQuery : public MDXDropQuery {
 public:
     explicit MSOLAP7DropQuery(KelpString const & cubeName);

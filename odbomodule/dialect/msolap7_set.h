@@ -13,24 +13,24 @@ public:
     // AddCalculatedMembers(hierarchy.members)
     explicit MSOLAP7Set(BRIM_o::Hierarchy const * hierarchy);
 
-    // With `byName`, EXCEPT(this, {names}) over the hierarchy's calculated members in the host's order; without
-    // any, this.
+    // With `byName`, EXCEPT(this, {names}) with the hierarchy's calculated members in the host's order; if it has
+    // none, this.
     MDXSet * StripCalculations(BRIM_o::Hierarchy const * hierarchy, bool byName) override;
-    // With a hierarchy: strips by the virtual StripCalculations, hierarchizes, then UNION(that, {names}) over
-    // `calculations`, also without any. Should the host throw, what has been done until then stays.
+    // With a hierarchy: calls StripCalculations, hierarchizes, then UNION(that, {names}) with the names of
+    // `calculations`, also if there are none. Should the host throw, the steps done before stay.
     MDXSet * Hierarchize(bool, BRIM_o::Hierarchy const * hierarchy, bool byName,
         std::vector<BRIM_o::Calculation *> const & calculations) override;
     // Does nothing.
     MDXSet * HierarchizeCalculations(bool) override;
     // The members of the deepest level.
     MDXSet * TakeLeafNodes(BRIM_o::Hierarchy * hierarchy) override;
-    // A count of -1 takes `openCount` in its place.
+    // For a count of -1, `openCount` is the count.
     MDXSet * TakeAncestorsOfSet(KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all,
         std::int32_t count, std::int32_t openCount) override;
-    // The parent's children, or the top level for a member of it, told apart by the server.
+    // The parent's children; for a member of the top level, that level. The server decides which.
     MDXSet * TakeSiblings(MDXField const * field, BRIM_o::Dimension const * dimension) override;
-    // Without a `level`, the children; with one, their descendants at it, or down to it with `all`. The depth is
-    // not read.
+    // Without a `level`, the children; with `all` the set itself after them. With a `level`, the children's
+    // descendants at that level; with `all` from the children down to it. The depth is not read.
     MDXSet * TakeChildren(MDXSet const * set, BRIM_o::Hierarchy const * hierarchy, bool all, std::int32_t depth,
         KelpString const & level) override;
     using MDXSet::TakeChildren;

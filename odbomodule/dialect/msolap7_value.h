@@ -1,7 +1,7 @@
 #pragma once
 #include "odbomodule/expressions/mdx_value.h"
 
-// A value in this server's dialect, which knows a member's caption and description by its name alone.
+// A value in this server's dialect, which writes a member's name for its caption and its description.
 class MSOLAP7Value final : public MDXValue {
 public:
     using MDXValue::MDXValue;

@@ -22,9 +22,9 @@ class MDXTuple;
 class MDXValue;
 
 // Makes the statements and expressions for one cube. Each Generate... gives the caller a new object with one
-// reference, to be given back by unuse(); the objects need the generator no longer. Host objects are read during
-// the call and not kept. Pointers may not be null unless it says so. Objects may be made on several threads at
-// once; the query log is for one thread. The host ends a generator by delete.
+// reference, to be given back by unuse(); the object does not need the generator. Host objects are read during the
+// call and not kept. Pointers may not be null unless it says so. Objects may be made on several threads at once;
+// the query log is for one thread. The host ends a generator by delete.
 class MDX_API MDXQueryGenerator {
 public:
     // How the server spells hierarchies: in one pair of brackets with their dimension, or by unique names.
@@ -36,7 +36,7 @@ public:
     MDXQueryGenerator & operator=(MDXQueryGenerator const &) = delete;
 
     // A statement on the generator's cube; cast it to MDXSelectQuery, MDXCreateQuery or MDXDropQuery. `cube` is not
-    // looked at and may be null. Throws MDX_ERR_BAD_ENUM for another type, with the value and "QueryType".
+    // read and may be null. Throws MDX_ERR_BAD_ENUM for an unknown type, with the value and "QueryType".
     virtual MDXQuery * GenerateQuery(MDXQuery::QueryType type, BRIM_o::Cube * cube) = 0;
 
     // All members of the hierarchy, calculated ones included.
@@ -70,7 +70,7 @@ public:
     // The default member.
     virtual MDXField * GenerateField(BRIM_o::Hierarchy const * hierarchy) = 0;
 
-    // A number; a text itself.
+    // The number in decimal; the text itself.
     virtual MDXValue * GenerateValue(std::int32_t value) = 0;
     virtual MDXValue * GenerateValue(KelpString const & text) = 0;
 
@@ -82,12 +82,12 @@ public:
 
     virtual ServerType GetServerType() const = 0;
 
-    // The query log, or null when the machine's settings have it off or its file cannot be opened: asked for once,
-    // at the first call. It stays the generator's.
+    // The query log, or null when the machine's settings have it off or its file cannot be opened. Settings are
+    // read at the first call alone. The log belongs to the generator.
     virtual MDXQueryLog * GetMDXQueryLog();
 
 protected:
-    // Makes the log for GetMDXQueryLog, which owns it then; null for none.
+    // Makes the log for GetMDXQueryLog, or returns null for none. The generator owns it then.
     virtual MDXQueryLog * create_mdx_query_log() = 0;
 
     KelpString fCubeName;
@@ -97,6 +97,6 @@ private:
     bool fQueryLogCreated = false;
 };
 
-// Makes a generator for the cube of that MDX name, which goes into statements unchanged. `flatHierarchyNames` says
-// how hierarchies are spelled; see MSOLAP7Field. The caller ends it by delete.
+// Makes a generator for the cube with that name in MDX; the name goes into statements unchanged.
+// `flatHierarchyNames` says how hierarchies are spelled; see MSOLAP7Field. The caller ends the generator by delete.
 MDX_API MDXQueryGenerator * createMSOLAP7QueryGenerator(KelpString const & cubeName, bool flatHierarchyNames);

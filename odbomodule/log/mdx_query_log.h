@@ -7,12 +7,12 @@
 class File;
 class MDXQuery;
 
-// A file into which the host has its statements written, with the time that each took. Switched on by a machine
-// setting and handed out by the generator, which owns it. From one thread at a time. Nothing that goes wrong with
-// the file is reported.
+// A file into which the host has its statements written, with the time that each took. A setting of the machine
+// switches it on; the generator hands it out and owns it. Used from one thread at a time. A failure to write is not
+// reported.
 class MDX_API MDXQueryLog {
 public:
-    // Runs from when it is made. Belongs to the host from timeQuery until logQuery takes it.
+    // Measures time from its construction on. Belongs to the host from timeQuery until logQuery deletes it.
     class MDX_API MDXQueryTimer {
     public:
         MDXQueryTimer();
@@ -31,21 +31,21 @@ public:
     MDXQueryLog(MDXQueryLog const &) = delete;
     MDXQueryLog & operator=(MDXQueryLog const &) = delete;
 
-    // Opens the file that the setting "MDX Query Log" under `registryKey` names, for appending; a bare name goes to
-    // the temporary folder. "MDX Query Clock" says whether durations are wanted, false when absent. Returns false,
-    // with the log closed, without the first setting or when the file cannot be opened.
+    // Opens the file that the setting "MDX Query Log" under `registryKey` names, for appending. A bare name goes to
+    // the temporary folder. The setting "MDX Query Clock" says whether durations are wanted; false when absent.
+    // Returns false without the first setting, and when the file cannot be opened.
     bool open(KelpString const & registryKey);
 
     // Writes `text` as a line of its own. Nothing happens while the log is closed.
     void logMessage(KelpString const & text);
 
-    // Sets `*timer` to a new timer if durations are wanted, and leaves it alone if not: set it to null before. A
-    // null `timer` does nothing. Pass the timer to logQuery, or delete it.
+    // Sets `*timer` to a new timer if durations are wanted, and leaves it alone if not: set it to null before. Does
+    // nothing for a null `timer`. The caller passes the timer to logQuery or deletes it.
     void timeQuery(MDXQueryTimer ** timer);
 
-    // Writes the cube's name and the statement in its multi-line form, then the seconds that `timer` has run, and
-    // deletes the timer. A null timer writes no duration. With the log closed or `query` null nothing happens, and
-    // a given timer stays with the caller, as it does when the statement throws: nothing is written then.
+    // Writes the cube's name and the statement in its multi-line form. With a timer, writes the seconds that it has
+    // run and deletes it; without one, no duration. While the log is closed, for a null `query`, and when the
+    // statement throws, nothing is written and the timer still belongs to the caller.
     void logQuery(MDXQuery const * query, MDXQueryTimer * timer);
 
 private:

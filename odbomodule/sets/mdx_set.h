@@ -68,18 +68,18 @@ public:
     // SUBSET(this, start, count); a count below 0 is left out. `start` counts from 0, unchecked.
     virtual MDXSet * TakeSubset(std::int32_t start, std::int32_t count);
 
-    // As += does; without `unite`, the bare list this, field, which Delimit makes a set of.
+    // UNION(this, {field}), as += writes it. Without `unite`, the bare list this, field: Delimit makes a set of it.
     virtual MDXSet * AddField(MDXField const & field, bool unite);
     // ADDCALCULATEDMEMBERS(this)
     virtual MDXSet * AddCalculations();
     // STRIPCALCULATEDMEMBERS(this). A dialect may name the hierarchy's calculated members one by one when
     // `byName` is true; otherwise the hierarchy is not read and may be null.
     virtual MDXSet * StripCalculations(BRIM_o::Hierarchy const * hierarchy, bool byName);
-    // HIERARCHIZE(this). A dialect that is given a hierarchy may strip the calculated members first, as
-    // StripCalculations does by `byName`, and put `calculations` back behind; otherwise none is read.
+    // HIERARCHIZE(this). Given a hierarchy, a dialect may first strip the calculated members, as StripCalculations
+    // does with `byName`, and add `calculations` at the end. Here no argument is read.
     virtual MDXSet * Hierarchize(bool, BRIM_o::Hierarchy const * hierarchy, bool byName,
         std::vector<BRIM_o::Calculation *> const & calculations);
-    // HIERARCHIZE(this), or nothing in a dialect that cannot.
+    // HIERARCHIZE(this). A dialect may do nothing.
     virtual MDXSet * HierarchizeCalculations(bool);
     // DISTINCT(this)
     virtual MDXSet * SpecifyDistinct();
@@ -93,14 +93,14 @@ public:
     virtual MDXSet * TakeWholeLevel(BRIM_o::Level const * level);
     virtual MDXSet * TakeAllMembers(KelpString const & name);
     virtual MDXSet * TakeAllMembers(BRIM_o::Hierarchy const * hierarchy);
-    // The leaves of the hierarchy and its calculated members, in general MDX by GENERATE over the top level.
-    // Should the host throw when asked for the calculated members, the leaves alone are the text.
+    // The leaves of the hierarchy and its calculated members, by GENERATE over the top level. Should the host throw
+    // when asked for the calculated members, the leaves alone are the text.
     virtual MDXSet * TakeLeafNodes(BRIM_o::Hierarchy * hierarchy);
     // The members of a level; `level` counts from 1, unchecked.
     virtual MDXSet * TakeBaseLevel(BRIM_o::Hierarchy const * hierarchy, std::int32_t level);
 
-    // DRILLDOWNMEMBER(this, {given}). With `recursive` over all members of the hierarchy, and `given` is not
-    // read; without it the hierarchy is not read and may be null.
+    // DRILLDOWNMEMBER(this, {given}). With `recursive`, all members of the hierarchy stand in the place of `given`,
+    // which is not read. Without it the hierarchy is not read and may be null.
     virtual MDXSet * DrillDown(BRIM_o::Hierarchy const * hierarchy, KelpString const & given, bool recursive);
     virtual MDXSet * DrillDownOnSet(KelpString const & given);
     virtual MDXSet * DrillDownOnSet(MDXSet const * other);
@@ -114,12 +114,12 @@ public:
     // EXCEPT(hierarchy.MEMBERS, this)
     virtual MDXSet * Invert(BRIM_o::Hierarchy const * hierarchy);
 
-    // The ancestor `count` generations above the member, with `all` each one from there down to the member. The
-    // level is spelled as a chain of parents, so that the text grows with the square of the count, with `all`
-    // with its cube. A count below 0 is as 0.
+    // The ancestor `count` generations above the member; with `all`, each one from there down to the member. The
+    // level is spelled as a chain of parents: the text grows with the square of the count, and with `all` with its
+    // cube. A count below 0 counts as 0.
     virtual MDXSet * TakeAncestorsOfMember(KelpString const & member, bool all, std::int32_t count);
-    // The same for each member of a set. A count of -1 goes to the top; a dialect may take `openCount` for it.
-    // Any other count below 0 is as 0, but for `all`, where it gives no ancestor.
+    // The same for each member of a set. A count of -1 goes to the top; a dialect may take `openCount` for it. Any
+    // other count below 0 counts as 0; with `all` it gives no ancestor.
     virtual MDXSet * TakeAncestorsOfSet(KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all,
         std::int32_t count, std::int32_t openCount);
 
@@ -130,19 +130,20 @@ public:
     // FILTER(this, condition)
     virtual MDXSet * TakeFilter(MDXValue * condition);
     virtual MDXSet * TakeFilter(KelpString & condition);
-    // The condition from a tree, and that tree's text as the whole set. `tuple` is what the tree's current
-    // tuple stands for; it may be null when the tree has none. Throw MDX_ERR_BAD_EXPRESSION for a node without a
-    // translation, MDX_ERR_EMPTY_TUPLE for a tuple without fields that the tree asks for.
+    // FILTER(this, condition) with the condition from a tree, and the text of a tree as the whole set. `tuple`
+    // stands where the tree has its current tuple; it may be null when the tree has none. Throw
+    // MDX_ERR_BAD_EXPRESSION for a node without a translation, MDX_ERR_EMPTY_TUPLE for a tuple without fields that
+    // the tree asks for.
     virtual MDXSet * TakeFilter(BRIM_o::Expression * condition, MDXTuple const * tuple);
     virtual MDXSet * Filter(BRIM_o::Expression * expression, MDXTuple const * tuple);
 
-    // ORDER(this, key, direction): 0 ASC, 1 DESC, 2 BASC, 3 BDESC. Throws MDX_ERR_BAD_ENUM for another
+    // ORDER(this, key, direction): 0 ASC, 1 DESC, 2 BASC, 3 BDESC. Throws MDX_ERR_BAD_ENUM for an unknown
     // direction, with the value and "Sort::direction".
     virtual MDXSet * Order(std::int32_t direction, MDXTuple const * key);
     virtual MDXSet * Order(std::int32_t direction, MDXValue const * key);
 
     // TOPCOUNT(this, amount, tuple) and its kin. `amount` is a number in text; a null tuple is left out. Throws
-    // MDX_ERR_BAD_ENUM for a type or measure that is none, with the value and the enumeration's name, then
+    // MDX_ERR_BAD_ENUM for an unknown type or measure, with the value and the enumeration's name, then
     // MDX_ERR_MISSING_TUPLE for a null tuple unless the measure is Count.
     virtual MDXSet * TakeExtremity(
         ExtremityType type, ExtremityMeasure measure, KelpString const & amount, MDXTuple const * tuple);
@@ -152,25 +153,25 @@ public:
 
     // The members beside the field. The dimension is not read and may be null.
     virtual MDXSet * TakeSiblings(MDXField const * field, BRIM_o::Dimension const * dimension);
-    // The descendants of each member of the set: `depth` levels below it, or down to the bottom for -1; all of
-    // them or the leaves alone. `level` is not read here: a dialect may take it in the place of the depth, as
-    // the text of a level, and without it the children alone.
+    // The descendants of each member of the set, down to `depth` levels below it, or down to the bottom for -1:
+    // with `all` each of them, without it the leaves alone. `level` is not read here. A dialect may read it, as the
+    // text of a level, in place of the depth.
     virtual MDXSet * TakeChildren(MDXSet const * set, BRIM_o::Hierarchy const * hierarchy, bool all,
         std::int32_t depth, KelpString const & level);
     // field.CHILDREN
     virtual MDXSet * TakeChildren(MDXField const * field);
-    // The descendants of one member, as TakeChildren of a set has them. The hierarchy is read for the leaves
-    // at depth -1 alone and may be null elsewhere; the last text is not read.
+    // The descendants of one member, as TakeChildren has them for each. The hierarchy is read for the leaves at
+    // depth -1 alone and may be null otherwise; `level` is not read.
     virtual MDXSet * TakeDescendants(KelpString const & member, BRIM_o::Hierarchy const * hierarchy, bool all,
         std::int32_t depth, KelpString const & level);
-    // All descendants of the field, with the field's own level or without.
+    // All descendants of the field; `withSelf`, the field too.
     virtual MDXSet * TakeDescendants(MDXField const * field, bool withSelf);
 
     // TAIL(this)
     virtual MDXSet * TakeTail();
     // { this }
     virtual MDXSet * Delimit();
-    // { Extract(set, hierarchy) }. Should the host throw, the text ends ahead of the hierarchy.
+    // { Extract(set, hierarchy) }. Should the host throw, the text ends before the hierarchy.
     virtual MDXSet * Extract(KelpString const & set, BRIM_o::Hierarchy const * hierarchy);
     // The text itself, unchanged.
     virtual MDXSet * SetExpression(KelpString const & text);
@@ -181,7 +182,7 @@ public:
     virtual MDXSet * TakeRank(MDXField const * field);
     // Generate(first, second)
     virtual MDXSet * generate(KelpString const & first, KelpString const & second);
-    // As *= does: a plain cross join.
+    // CROSSJOIN(this, other), as *= writes it.
     virtual MDXSet * nonEmptyCrossjoin(MDXSet const * other);
     // Does nothing. The argument may be null.
     virtual MDXSet * removeCalculationsSpecial(MDXSet * other);
@@ -189,12 +190,12 @@ public:
 protected:
     ~MDXSet() override;
 
-    // Writes the MDX of one node, with its operands, to `text`, which comes in empty. Each operand is translated
-    // by a call of its own, so that an override sees every node of the tree. `tuple` as in TakeFilter.
+    // Writes the MDX of one node, with its operands, to `text`, which is empty before. Each operand is translated
+    // by another call of this function, so that an override sees every node of the tree. `tuple` as in TakeFilter.
     virtual void translate_condition(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple);
 
-    // A dialect that writes a node itself, operands included, writes it to `text` and returns true. Asked
-    // before the operands are translated, for the kinds that a server may take in another shape.
+    // A dialect that writes a node itself, operands included, writes it to `text` and returns true. Asked before
+    // the operands are translated, for the kinds that a server may want in another shape. Here returns false.
     virtual bool server_translate(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple);
 
     KelpString fText;

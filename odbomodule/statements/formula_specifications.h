@@ -9,9 +9,9 @@ class MDXField;
 class MDXSet;
 class MDXValue;
 
-// The definition of a calculated member or a named set, as it stands in a WITH clause or behind CREATE. Made and
-// owned by a statement. `qualified` puts the cube's name and a dot ahead of the defined name. The texts of what a
-// formula holds are read when its own is asked for; until then it may hold null.
+// The definition of a calculated member or a named set, as it stands in a WITH clause or after CREATE. Made and
+// owned by a statement. `qualified` puts the cube's name and a dot before the defined name. What a formula holds is
+// asked for its text whenever the formula is, and may not be null then.
 class MDX_API MDXSingleFormulaSpecification {
 public:
     explicit MDXSingleFormulaSpecification(KelpString const & cubeName);

@@ -11,7 +11,7 @@ class MDX_API MDXDropQuery : public MDXQuery {
 public:
     explicit MDXDropQuery(KelpString const & cubeName);
 
-    // One form, whatever the argument. Throws MDX_ERR_NOTHING_TO_DROP without a name.
+    // There is one form; `multiLine` is not read. Throws MDX_ERR_NOTHING_TO_DROP without a name.
     KelpString getText(bool multiLine) const override;
     void writeText(KelpString & out) const override;
 

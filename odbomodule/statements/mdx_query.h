@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-// A statement. It holds objects rather than text: its text is made afresh at each getText, from the current texts
-// of what it holds. Used from one thread at a time. Born with one reference; the last unuse() deletes it and what
+// A statement. It holds objects, not text: each getText makes the text anew, from the current texts of what it
+// holds. Used from one thread at a time. Born with one reference; the last unuse() deletes it and gives back what
 // it holds.
 class MDX_API MDXQuery : public support::RefCount {
 public:

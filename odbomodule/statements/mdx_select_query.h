@@ -13,9 +13,10 @@ class MDXSingleFormulaSpecification;
 class MDXTuple;
 class MDXValue;
 
-// SELECT: axes, and a WITH clause, a slicer and cell properties where they are added. Parts come in any order, but
-// for the axes, and may be added between two texts. The statement takes references on the sets, fields and values
-// it is given, which may not be null; the caller keeps its own. Names and texts go in unchanged and unchecked.
+// SELECT: axes, and a WITH clause, a slicer and cell properties where they are added. Axes are added by number,
+// other parts in any order, also after a text was asked for. The statement takes references on the sets, fields and
+// values it is given, which may not be null; the caller keeps its own. Names and texts go in unchanged and
+// unchecked.
 class MDX_API MDXSelectQuery : public MDXQuery {
 public:
     enum NonEmptyStatus : std::int32_t { NES_ALL = 0, NES_NON_EMPTY = 1 };
@@ -45,28 +46,29 @@ public:
 
     explicit MDXSelectQuery(KelpString const & cubeName);
 
-    // Throws MDX_ERR_NO_AXES without an axis, unless there is a stored text, and what a formula or the slicer
-    // throws; the statement stays as it was.
+    // Throws MDX_ERR_NO_AXES without an axis, unless setQuery stored a text, and what the parts throw; the
+    // statement stays as it was.
     KelpString getText(bool multiLine) const override;
     void writeText(KelpString & out) const override;
 
     // A calculated member and a named set for the WITH clause; see MDXMemberSpecification. Lists of different
-    // lengths are found when the text is asked for.
+    // lengths are an error only when the text is asked for.
     virtual void AddMemberFormula(MDXField * name, MDXValue * value, std::int32_t solveOrder,
         std::vector<KelpString> const & propertyNames, std::vector<KelpString> const & propertyValues);
     virtual void AddSetFormula(KelpString const & name, MDXSet * set);
 
-    // Adds the next axis, counted from 0. Throws MDX_ERR_AXIS_OUT_OF_ORDER for another number; nothing changes.
+    // Adds the next axis, counted from 0. Throws MDX_ERR_AXIS_OUT_OF_ORDER for another number; nothing changes
+    // then.
     virtual void AddAxisSpecification(
         std::int32_t axis, MDXSet * set, std::vector<KelpString> const & properties, NonEmptyStatus status);
-    // Adds a member to the WHERE clause, which several make a tuple of.
+    // Adds a member to the WHERE clause; several stand there as one tuple.
     virtual void AddSlicerSpecification(MDXField * field);
     // Add names to the CELL PROPERTIES clause.
     virtual void AddCellProperty(KelpString const & name);
     virtual void AddCellProperties(std::vector<KelpString> const & names);
-    // Makes the statement a drill-through and returns true; a dialect that has none returns false.
+    // Puts DRILLTHROUGH before SELECT and returns true. A dialect without it does nothing and returns false.
     virtual bool SpecifyDrillThrough();
-    // Stores a text that is the whole statement from now on, whatever else is added. `text` is not changed.
+    // Stores a text, which is the whole statement from now on, whatever else is added. `text` is not changed.
     virtual void setQuery(KelpString & text);
 
 protected:
