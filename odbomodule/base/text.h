@@ -169,17 +169,17 @@ void rewrite(KelpString & text, Row const & row, Text const * texts);
 // What MDXField, MDXSet and MDXValue befriend: the way to their texts for the functions below.
 struct TextFields {
     template <class Object>
-    static KelpString & text(Object * object) noexcept
+    static auto & text(Object * object) noexcept
     {
         return object->fText;
     }
     template <class Object>
-    static KelpString & quoted(Object * object) noexcept
+    static auto & quoted(Object * object) noexcept
     {
         return object->fQuotedText;
     }
     template <class Object>
-    static bool & valid(Object * object) noexcept
+    static auto & valid(Object * object) noexcept
     {
         return object->fQuotedTextValid;
     }
@@ -242,6 +242,17 @@ Object * rewrite_in_turn(Object * object, Arguments const *... arguments)
     rewrite(object, KelpString::Base(pieces.piece(place)));
     (rewrite<u"$1$2$3">(object, { TextFields::text(object), arguments->getText(), pieces.piece(++place) }), ...);
     return object;
+}
+
+// Takes over the texts of another expression. Should memory run out, the expression is as it was.
+template <class Object>
+void assign_texts(Object * object, Object const * other)
+{
+    KelpString text = TextFields::text(other);
+    KelpString quoted = TextFields::quoted(other);
+    TextFields::text(object) = std::move(text);
+    TextFields::quoted(object) = std::move(quoted);
+    TextFields::valid(object) = TextFields::valid(other);
 }
 
 // Sets `result` to `source` with each `character` doubled. The two may be one string.

@@ -45,7 +45,10 @@ MSOLAP7Field::MSOLAP7Field(
     BRIM_o::Calculation const * calculation, KelpString const & name, bool flatHierarchyNames)
     : MDXField(calculation, name), fFlatHierarchyNames(flatHierarchyNames)
 {
-    construct_calculation_parent(calculation->getHierarchy());
+    BRIM_o::Hierarchy const * const hierarchy = calculation->getHierarchy();
+    if (hierarchy == nullptr)
+        return; // as the base made it
+    construct_calculation_parent(hierarchy);
     rewrite<u"$1.[$2]">(this, { fText, name });
 }
 

@@ -51,6 +51,13 @@ MDXField::MDXField(BRIM_o::Calculation const * calculation, KelpString const & n
 
 MDXField::~MDXField() = default;
 
+MDXField & MDXField::operator=(MDXField const & other)
+{
+    RefCount::operator=(other);
+    assign_texts(this, &other);
+    return *this;
+}
+
 KelpString MDXField::getText() const
 {
     return fText;

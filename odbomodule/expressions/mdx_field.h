@@ -40,7 +40,7 @@ public:
     MDXField(MDXField const &) = default;
 
     // Reports an assertion failure, then copies the text: fields are not meant to be assigned.
-    MDXField & operator=(MDXField const &) = default;
+    MDXField & operator=(MDXField const & other);
 
     // The text.
     virtual KelpString getText() const;
@@ -73,18 +73,19 @@ public:
     virtual MDXField * TakeDefaultMember(BRIM_o::Hierarchy const * hierarchy);
     // ANCESTOR(this, level), the level counted from 0 and unchecked. The dimension is not read and may be null.
     virtual MDXField * TakeAncestorAtLevel(BRIM_o::Dimension const * dimension, std::int32_t level);
-    // The calculation's parent member, or its hierarchy when it has none, with nothing behind it.
+    // The calculation's parent member, or its hierarchy when it has none, with nothing after it.
     virtual MDXField * TakeParentOfCalculation(BRIM_o::Calculation const * calculation);
     // The calculation's unique name.
     virtual MDXField * TakeNameOfCalculation(BRIM_o::Calculation const * calculation);
-    // The neighbour to the left or right on the same level, around its end, calculated members included.
+    // The neighbour to the left or right on the same level. At the end of the level it goes on from the other end;
+    // calculated members stand after the last one.
     virtual MDXField * LoopLeft();
     virtual MDXField * LoopRight();
     // The text itself, unchanged.
     virtual MDXField * ReplaceName(KelpString const & text);
 
-    // Puts a bare name into brackets, without the blanks around it. A text whose last letter is "]" stays as
-    // it is. Throws std::out_of_range for a text that is empty or blank; the text then stays as it was.
+    // Puts a bare name into brackets, without the blanks around it. A text that ends in "]", apart from blanks,
+    // stays as it is. Throws std::out_of_range for a text that is empty or blank; the text then stays as it was.
     void Delimit();
 
     // Gives back one reference on each element, from first to last; the vector keeps its pointers.

@@ -3,7 +3,7 @@
 #include "odbomodule/base/object_class.h"
 #include "odbomodule/base/text.h"
 
-#include <cstdint>
+#include <utility>
 
 static support::ObjectClass gClass{ u"MDXMemberProperty" };
 
@@ -12,6 +12,16 @@ MDXMemberProperty::MDXMemberProperty(KelpString const & ownerName, KelpString co
 {}
 
 MDXMemberProperty::~MDXMemberProperty() = default;
+
+MDXMemberProperty & MDXMemberProperty::operator=(MDXMemberProperty const & other)
+{
+    RefCount::operator=(other);
+    KelpString ownerName = other.fOwnerName;
+    KelpString propertyName = other.fPropertyName;
+    fOwnerName = std::move(ownerName);
+    fPropertyName = std::move(propertyName);
+    return *this;
+}
 
 KelpString MDXMemberProperty::getText() const
 {

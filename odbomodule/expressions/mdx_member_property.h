@@ -12,7 +12,7 @@ public:
     ~MDXMemberProperty() override;
 
     // Reports an assertion failure, then copies both names: properties are not meant to be assigned.
-    MDXMemberProperty & operator=(MDXMemberProperty const &) = default;
+    MDXMemberProperty & operator=(MDXMemberProperty const & other);
 
     // owner.property
     virtual KelpString getText() const;

@@ -17,6 +17,13 @@ MDXValue::MDXValue(std::int32_t value) : RefCount(gClass), fText(mdx<u"$1">({ de
 
 MDXValue::~MDXValue() = default;
 
+MDXValue & MDXValue::operator=(MDXValue const & other)
+{
+    RefCount::operator=(other);
+    assign_texts(this, &other);
+    return *this;
+}
+
 KelpString MDXValue::getText() const
 {
     return fText;

@@ -22,7 +22,7 @@ public:
     MDXValue(MDXValue const &) = default;
 
     // Reports an assertion failure, then copies the text: values are not meant to be assigned.
-    MDXValue & operator=(MDXValue const &) = default;
+    MDXValue & operator=(MDXValue const & other);
 
     // The text.
     virtual KelpString getText() const;
@@ -44,9 +44,9 @@ public:
     virtual MDXValue * TakeMax(MDXSet const * set);
     virtual MDXValue * TakeAverage(MDXSet const * set);
 
-    // COVARIANCE(set, first, second), or COVARIANCEN with `unbiased`. In this family the last value may be
-    // null and is then left out, and the text is written piece by piece: a value that is its own argument reads
-    // what has been built so far, and so much is left if an argument throws.
+    // COVARIANCE(set, first, second), or COVARIANCEN with `unbiased`. Here and up to TakeCorrelation, `second` may
+    // be null and is then left out. The text is written piece by piece: a value that is its own argument reads what
+    // has been written so far. If an argument throws, so much stays.
     virtual MDXValue * TakeCovariance(
         MDXSet const * set, MDXValue const * first, MDXValue const * second, bool unbiased);
     // LINREG...(set, first, second)

@@ -5,6 +5,7 @@
 #include "odbomodule/statements/mdx_query.h"
 
 #include <chrono>
+#include <utility>
 
 // Time passed, and not the processor time that the C library's clock counts on some platforms.
 static std::int64_t ticks()
@@ -23,20 +24,22 @@ MDXQueryLog::~MDXQueryLog() = default;
 
 bool MDXQueryLog::open(KelpString const & registryKey)
 {
+    fFile.reset();
     KelpString path;
     if (!RegistryWrapper::readRegKeyValue(RegistryWrapper::LocalMachine, registryKey, "MDX Query Log", path))
         return false;
     if (!RegistryWrapper::readRegKeyValue(RegistryWrapper::LocalMachine, registryKey, "MDX Query Clock", fClockOn))
         fClockOn = false;
+    if (path.empty())
+        return false; // the log is off
 
     FileLocator locator(path);
     if (!locator.isLocationSet())
         locator.setLocationToTemp();
-    fFile = std::make_unique<File>(locator);
-    if (!fFile->open("a+")) {
-        fFile.reset();
+    auto file = std::make_unique<File>(locator);
+    if (!file->open("a+"))
         return false;
-    }
+    fFile = std::move(file);
     return true;
 }
 
@@ -56,12 +59,14 @@ void MDXQueryLog::logQuery(MDXQuery const * query, MDXQueryTimer * timer)
 {
     if (!fFile || query == nullptr)
         return;
-    fFile->writeLine(fCubeName + u": " + query->getText(true));
+    // Both lines are there before the first is written, so that a host that tries again does not write it twice.
+    KelpString const statement = fCubeName + u": " + query->getText(true);
+    KelpString duration;
+    if (timer != nullptr)
+        duration.build("Query duration: %.3f seconds", static_cast<double>(ticks() - timer->fStartTicks) * 0.001);
+    fFile->writeLine(statement);
     if (timer == nullptr)
         return;
-    double const seconds = static_cast<double>(ticks() - timer->fStartTicks) * 0.001;
-    KelpString line;
-    line.build("Query duration: %.3f seconds", seconds);
-    fFile->writeLine(line);
+    fFile->writeLine(duration);
     delete timer;
 }

@@ -38,11 +38,7 @@ MDXSet::~MDXSet() = default;
 
 void MDXSet::operator=(MDXSet const & other)
 {
-    bool const valid = other.fQuotedTextValid;
-    fQuotedTextValid = false;
-    fText = other.fText;
-    fQuotedText = other.fQuotedText;
-    fQuotedTextValid = valid;
+    assign_texts(this, &other);
 }
 
 KelpString MDXSet::getText() const

@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstddef>
 #include <iterator>
+#include <new>
 
 using namespace BRIM_o;
 
@@ -47,7 +48,12 @@ public:
     {
         VariantInit(&fValue);
         auto * const source = const_cast<VARIANT *>(expression->getValue()); // some systems' headers lack a const
-        if (source == nullptr || VariantChangeType(&fValue, source, 0, type) != S_OK)
+        if (source == nullptr)
+            reject();
+        HRESULT const result = VariantChangeType(&fValue, source, 0, type);
+        if (result == E_OUTOFMEMORY)
+            throw std::bad_alloc();
+        if (result != S_OK)
             reject();
     }
     ~ConvertedValue() { VariantClear(&fValue); }

@@ -8,6 +8,9 @@
 #include "odbomodule/sets/mdx_set.h"
 #include "odbomodule/statements/formula_specifications.h"
 
+#include <iterator>
+#include <utility>
+
 MDXSelectQuery::MDXAxisSpecification::MDXAxisSpecification(
     std::int32_t axis, MDXSet * set, std::vector<KelpString> const & properties, bool nonEmpty)
     : fNonEmpty(nonEmpty), fSet(hold(set)), fAxisNumber(axis), fProperties(properties)
@@ -135,9 +138,9 @@ void MDXSelectQuery::AddSlicerSpecification(MDXField * field)
         fSlicer->AddField(field);
         return;
     }
-    RefPtr<MDXTuple> const slicer(new MDXTuple);
+    RefPtr<MDXTuple> slicer(new MDXTuple);
     slicer->AddField(field);
-    fSlicer = slicer;
+    fSlicer = std::move(slicer);
 }
 
 void MDXSelectQuery::AddCellProperty(KelpString const & name)
@@ -147,7 +150,10 @@ void MDXSelectQuery::AddCellProperty(KelpString const & name)
 
 void MDXSelectQuery::AddCellProperties(std::vector<KelpString> const & names)
 {
-    fCellProperties.insert(fCellProperties.end(), names.begin(), names.end());
+    // Copied first: what fails while the list grows would lose what it had.
+    std::vector<KelpString> added = names;
+    fCellProperties.insert(
+        fCellProperties.end(), std::make_move_iterator(added.begin()), std::make_move_iterator(added.end()));
 }
 
 bool MDXSelectQuery::SpecifyDrillThrough()
