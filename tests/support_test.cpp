@@ -10,13 +10,14 @@
 
 namespace {
 
-void expect_texts(std::initializer_list<std::pair<KelpString, char const *>> rows)
+// Rows of a text and what it should be, in UTF-8.
+void expect_texts(std::vector<std::pair<KelpString, std::string>> const & rows)
 {
     for (auto const & [have, want] : rows)
         EXPECT_EQ(have.toUTF8(), want);
 }
 
-TEST(KelpString, AssignsAndAppends)
+TEST(KelpString, TakesTextsOfBothKindsAndItsOwn)
 {
     KelpString text("ab\xE9"); // which is widened without a sign
     text += "c";
@@ -27,73 +28,126 @@ TEST(KelpString, AssignsAndAppends)
     text += static_cast<char const *>(nullptr);
     text += static_cast<char16_t const *>(nullptr);
     EXPECT_EQ(text, u"ab\u00e9c\u4e2ddab\u00e9c\u4e2dd\u4e2dd");
-    EXPECT_EQ(text = text.c_str() + 12, u"\u4e2dd");
-    EXPECT_EQ(text = "a longer text than fits in place", u"a longer text than fits in place");
-    EXPECT_EQ(text = static_cast<char16_t const *>(nullptr), u"");
+    text = text.c_str() + 12;
+    EXPECT_EQ(text, u"\u4e2dd");
+    text = "a longer text than fits in place";
+    EXPECT_EQ(text, u"a longer text than fits in place");
+    text = static_cast<char16_t const *>(nullptr);
+    EXPECT_EQ(text, u"");
     text = "b";
-    EXPECT_EQ(text = static_cast<char const *>(nullptr), u"");
+    text = static_cast<char const *>(nullptr);
+    EXPECT_EQ(text, u"");
 }
 
-TEST(KelpString, FindsAndCompares)
+TEST(KelpString, FindsWholeCharacters)
 {
     KelpString const text(std::u16string(u"\u7474t\u0174t")); // with bytes of a "t" in other characters
     EXPECT_EQ(text.find('t'), 1u);
     EXPECT_EQ(text.find('t', 3), 3u);
     EXPECT_EQ(text.find('t', 99), KelpString::npos);
-    std::tuple<std::u16string, char const *, bool, int> const rows[] = { { u"Name", "Name", false, 0 }, { u"Name", "name", false, -1 },
-        { u"NamZ", "nAMz", true, 0 }, { u"Nam", "Name", true, -1 }, { u"Names", "Name", false, 1 }, { u"", nullptr, false, 0 },
-        { u"a", nullptr, true, 1 }, { u"[", "{", true, -1 }, { u"\u0141", "A", true, 1 } };
-    for (auto const & [one, other, ignoreCase, want] : rows)
-        EXPECT_EQ(KelpString(one).strcmp(other, ignoreCase), want) << KelpString(one);
+}
+
+TEST(KelpString, ComparesWithNarrowTexts)
+{
+    EXPECT_EQ(KelpString("Name").strcmp("Name", false), 0);
+    EXPECT_EQ(KelpString("Name").strcmp("name", false), -1);
+    EXPECT_EQ(KelpString("NamZ").strcmp("nAMz", true), 0);
+    EXPECT_EQ(KelpString("Nam").strcmp("Name", true), -1);
+    EXPECT_EQ(KelpString("Names").strcmp("Name", false), 1);
+    EXPECT_EQ(KelpString("").strcmp(nullptr, false), 0);
+    EXPECT_EQ(KelpString("a").strcmp(nullptr, true), 1);
+    EXPECT_EQ(KelpString("[").strcmp("{", true), -1);                      // which differ as two cases of a letter do
+    EXPECT_EQ(KelpString(std::u16string(u"\u0141")).strcmp("A", true), 1); // whose lower byte is an "A"
 }
 
 TEST(KelpString, ReadsAndWritesUTF8)
 {
-    auto const read = [](std::string_view bytes) { return KelpString::fromUTF8(bytes); };
     char const * const all = "\U00010000a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF"; // one to four bytes
-    EXPECT_EQ(read(all), u"\U00010000a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF");
-    expect_texts({ { read(all), all },
-        { read("\xC1\xAF.\xE0\x9F\xBF.\xF0\x8F\xBF\xBF"), "\uFFFD\uFFFD.\uFFFD\uFFFD\uFFFD.\uFFFD\uFFFD\uFFFD\uFFFD" },
-        { read("\xED\xA0\x80"), "\uFFFD\uFFFD\uFFFD" }, { read("\xF4\x90\x80\x80"), "\uFFFD\uFFFD\uFFFD\uFFFD" },
-        { read("\xFF.\xF5\x80"), "\uFFFD.\uFFFD\uFFFD" }, { read("a\x80z"), "a\uFFFDz" },
-        { read("\xC2\x7F\xC2\xC0\xE2\x82\x7F\xE2\x82\xC0"), "\uFFFD\x7F\uFFFD\uFFFD\uFFFD\x7F\uFFFD\uFFFD" },
-        { read("\xE2\x82z\xE2\xC3\xA9"), "\uFFFDz\uFFFD\u00e9" }, { read("\xF0\x9F\x98"), "\uFFFD" } });
-    KelpString const halves(u"x\xD83D\xDE00" + std::u16string{ 0xDC00, 0xDFFF, u'y', 0xD83D });
+    EXPECT_EQ(KelpString::fromUTF8(all), u"\U00010000a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF");
+    std::pair<std::string, std::string> const rows[] = {
+        // bytes, what is written after they were read
+        { all, all },
+        // In this order: longer than need be, half a pair, beyond the last character, bytes of no character
+        { "\xC1\xAF.\xE0\x9F\xBF.\xF0\x8F\xBF\xBF", "\uFFFD\uFFFD.\uFFFD\uFFFD\uFFFD.\uFFFD\uFFFD\uFFFD\uFFFD" },
+        { "\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD" },
+        { "\xF4\x90\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD" },
+        { "\xFF.\xF5\x80", "\uFFFD.\uFFFD\uFFFD" },
+        { "a\x80z", "a\uFFFDz" },
+        // Cut short: what comes next is read for itself
+        { "\xC2\x7F\xC2\xC0\xE2\x82\x7F\xE2\x82\xC0", "\uFFFD\x7F\uFFFD\uFFFD\uFFFD\x7F\uFFFD\uFFFD" },
+        { "\xE2\x82z\xE2\xC3\xA9", "\uFFFDz\uFFFD\u00e9" },
+        { "\xF0\x9F\x98", "\uFFFD" },
+    };
+    for (auto const & [bytes, want] : rows)
+        EXPECT_EQ(KelpString::fromUTF8(bytes).toUTF8(), want);
+    KelpString const halves(u"x\xD83D\xDE00" + std::u16string{ 0xDC00, 0xDFFF, u'y', 0xD83D }); // after a whole pair
     EXPECT_EQ((std::ostringstream() << halves).str(), "x\U0001F600\uFFFD\uFFFDy\uFFFD");
 }
 
-KelpString real(double value, int digits = 16, bool alwaysExponent = false)
+KelpString real_text(double value, int digits = 16, bool alwaysExponent = false)
 {
     KelpString text("old");
     StringConverters::convertRealToString(value, text, 10, digits, alwaysExponent);
     return text;
 }
 
-KelpString whole(std::int32_t value, std::int32_t radix)
+TEST(StringConverters, RealsHaveAsFewDigitsAsReadBack)
+{
+    using Real = std::numeric_limits<double>;
+    expect_texts({
+        { real_text(-0.0), "-0" },
+        { real_text(9.2), "9.2" },
+        { real_text(-1234.5), "-1234.5" },
+        { real_text(100000), "100000" },
+        { real_text(0.1 + 0.2), "0.3" },
+        { real_text(0.1 + 0.2, 17), "0.30000000000000004" },
+        { real_text(1.0 / 3), "0.3333333333333333" },
+        { real_text(1e15), "1000000000000000" },
+        { real_text(1e16), "1e+16" },
+        { real_text(1e10, 3), "1e+10" },
+        { real_text(0.0001), "0.0001" },
+        { real_text(-0.000015), "-1.5e-05" },
+        { real_text(5e-324), "5e-324" },
+        { real_text(Real::max()), "1.797693134862316e+308" },
+        { real_text(Real::max(), 99), "1.7976931348623157e+308" },
+        { real_text(9.96, 2), "10" }, // rounding brings a digit
+        { real_text(99.6, 2), "1e+02" },
+        { real_text(123456, 3), "1.23e+05" },
+        { real_text(0.56, 0), "0.6" },
+        { real_text(2.5, 16, true), "2.5e+00" },
+        { real_text(0, 16, true), "0e+00" },
+        { real_text(Real::infinity()), "inf" },
+        { real_text(-Real::infinity(), 16, true), "-inf" },
+        { real_text(Real::quiet_NaN()), "nan" },
+    });
+}
+
+KelpString whole_text(std::int32_t value, std::int32_t radix)
 {
     KelpString text("old");
     StringConverters::convertIntegerToString(value, text, radix);
     return text;
 }
 
-TEST(StringConverters, RealsAndWholeNumbers)
+TEST(StringConverters, WholeNumbersHaveTheDigitsOfARadix)
 {
-    using Real = std::numeric_limits<double>;
-    expect_texts({ { real(-0.0), "-0" }, { real(9.2), "9.2" }, { real(-1234.5), "-1234.5" }, { real(100000), "100000" },
-        { real(0.1 + 0.2), "0.3" }, { real(0.1 + 0.2, 17), "0.30000000000000004" }, { real(1.0 / 3), "0.3333333333333333" },
-        { real(1e15), "1000000000000000" }, { real(1e16), "1e+16" }, { real(1e10, 3), "1e+10" }, { real(0.0001), "0.0001" },
-        { real(-0.000015), "-1.5e-05" }, { real(5e-324), "5e-324" }, { real(Real::max()), "1.797693134862316e+308" },
-        { real(Real::max(), 99), "1.7976931348623157e+308" }, { real(9.96, 2), "10" }, { real(99.6, 2), "1e+02" },
-        { real(123456, 3), "1.23e+05" }, { real(0.56, 0), "0.6" }, { real(2.5, 16, true), "2.5e+00" }, { real(0, 16, true), "0e+00" },
-        { real(Real::infinity()), "inf" }, { real(-Real::infinity(), 16, true), "-inf" }, { real(Real::quiet_NaN()), "nan" } });
-    expect_texts({ { whole(0, 10), "0" }, { whole(INT32_MIN, 10), "-2147483648" },
-        { whole(INT32_MIN, 2), "-10000000000000000000000000000000" }, { whole(255, 16), "ff" }, { whole(35, 36), "z" },
-        { whole(12, 1), "12" }, { whole(12, 37), "12" }, { whole(-12, -10), "-12" } });
+    expect_texts({
+        { whole_text(0, 10), "0" },
+        { whole_text(INT32_MIN, 10), "-2147483648" },
+        { whole_text(INT32_MIN, 2), "-10000000000000000000000000000000" },
+        { whole_text(255, 16), "ff" },
+        { whole_text(35, 36), "z" },
+        // Radixes out of range count as 10
+        { whole_text(12, 1), "12" },
+        { whole_text(12, 37), "12" },
+        { whole_text(-12, -10), "-12" },
+    });
 }
 
-TEST(FormatText, Conversions)
+TEST(FormatText, FollowsTheKindsOfItsArguments)
 {
-    expect_texts({ { format_text("Query duration: %.3f seconds", 1234 * 0.001), "Query duration: 1.234 seconds" },
+    expect_texts({
+        { format_text("Query duration: %.3f seconds", 1234 * 0.001), "Query duration: 1.234 seconds" },
         { format_text("Query duration: %.3f seconds", 5 * 0.001), "Query duration: 0.005 seconds" },
         { format_text("%.3f %.3f %.0f %f", 0.0005, 0.0015, 2.5, -1.5), "0.001 0.002 2 -1.500000" },
         { format_text("%.1f", 1e22), "10000000000000000000000.0" },
@@ -102,10 +156,15 @@ TEST(FormatText, Conversions)
         { format_text("%d %i", INT64_MIN, true), "-9223372036854775808 1" },
         { format_text("|%5d|%-5d|%05d|%-05d|%06.4d|", -42, -42, -42, -42, -42), "|  -42|-42  |-0042|-42  | -0042|" },
         { format_text("|%10s|%-9s|%.2s|%.0s|", u"wide", "nar", "cut off", "no"), "|      wide|nar      |cu||" },
-        { format_text("%c%3c%c", u'x', 'y', "text"), "x  ytext" }, { format_text("%ld %lld %hu", 0, 2, 3), "0 2 3" },
-        { format_text("100%% %"), "100% %" }, { format_text("%d and %d", 1), "1 and %d" }, { format_text("%q %-*d %5", 1), "%q %-*d %5" },
+        { format_text("%s", static_cast<char const *>(nullptr)), "" },
+        { format_text("%c%3c%c", u'x', 'y', "text"), "x  ytext" },
+        { format_text("%ld %lld %hu", 0, 2, 3), "0 2 3" },
         { format_text("%d %s %f %.2f", "text", 12, 3, std::numeric_limits<double>::quiet_NaN()), "text 12 3 nan" },
-        { format_text("%s", static_cast<char const *>(nullptr)), "" } });
+        // What has no argument, or is no conversion, is written as it stands
+        { format_text("100%% %"), "100% %" },
+        { format_text("%d and %d", 1), "1 and %d" },
+        { format_text("%q %-*d %5", 1), "%q %-*d %5" },
+    });
     char16_t buffer[] = u"123456";
     EXPECT_EQ(suprintf(buffer, 5, "%s-%d", "ab", 12345), 4);
     EXPECT_EQ(suprintf(buffer, 0, "x"), 0);
@@ -122,19 +181,19 @@ TEST(CoreLog, WritesToStandardErrorAtFirst)
 
 TEST(CoreLog, KeepsALevelForEachSubModule)
 {
-    auto const level = [](int n) {
-        return support_dll::getLogObject()->getModuleVerbosity("MODULE", KelpString(std::to_string(n).c_str()));
+    auto const level_of = [](int part) {
+        return support_dll::getLogObject()->getModuleVerbosity("MODULE", KelpString(std::to_string(part).c_str()));
     };
-    auto const raise = [&] {
-        for (int n = 0; n < 500; ++n)
-            ++*level(n);
+    auto const raise_levels = [&] {
+        for (int part = 0; part < 500; ++part)
+            ++*level_of(part);
     };
-    std::thread other(raise);
-    raise();
+    std::thread other(raise_levels);
+    raise_levels();
     other.join();
-    for (int n = 0; n < 500; ++n)
-        EXPECT_EQ(level(n)->exchange(0), 2);
-    EXPECT_NE(support_dll::getLogObject()->getModuleVerbosity("OTHER", "1"), level(1));
+    for (int part = 0; part < 500; ++part)
+        EXPECT_EQ(level_of(part)->exchange(0), 2);
+    EXPECT_NE(support_dll::getLogObject()->getModuleVerbosity("OTHER", "1"), level_of(1));
 }
 
 TEST(AssertionFailure, EndsTheProcess)
@@ -142,30 +201,32 @@ TEST(AssertionFailure, EndsTheProcess)
     EXPECT_DEATH(support_dll::AssertionFailure("a > b", "file.cpp"), "assertion failed: a > b, in file.cpp\n");
 }
 
-BaseError error(std::uint32_t code, std::initializer_list<char const *> inserts)
+BaseError error_with(std::uint32_t code, Strings const & inserts)
 {
-    BaseError result(code, "ODBOMODULE", BRIM_o::AnyError::SeverityError, BRIM_o::AnyError::NotCompleted);
-    for (auto const insert : inserts)
-        result.addInsert(insert);
-    return result;
+    BaseError error(code, "ODBOMODULE", BRIM_o::AnyError::SeverityError, BRIM_o::AnyError::NotCompleted);
+    for (std::string const & insert : inserts)
+        error.addInsert(insert.c_str());
+    return error;
 }
 
 TEST(BaseError, HasAMessageWithItsInserts)
 {
-    for (auto const code : std::initializer_list<std::uint32_t>{ MDX_ERR_NO_AXES, MDX_ERR_AXIS_OUT_OF_ORDER, MDX_ERR_NO_FORMULAS,
-             MDX_ERR_PROPERTY_COUNT_MISMATCH, MDX_ERR_NOTHING_TO_DROP, MDX_ERR_MIXED_DROP, MDX_ERR_BAD_ENUM, MDX_ERR_MISSING_TUPLE,
-             MDX_ERR_EMPTY_TUPLE, MDX_ERR_BAD_EXPRESSION })
-        EXPECT_EQ(error(code, {}).getText().find(u"Error 0x"), KelpString::npos) << code;
-    auto const failure = error(0x2017076, { "%2", "Sort::direction" });
-    expect_texts({ { failure.getText(), "The value %2 is out of range for the enumeration Sort::direction." },
-        { error(0x2017076, { "7" }).getText(), "The value 7 is out of range for the enumeration ." },
-        { error(0x2017071, { "7" }).getText(), "Error 0x02017071 of the module ODBOMODULE." } });
-    EXPECT_EQ(failure.hResult(), static_cast<std::int32_t>(0x82017076));
-    EXPECT_TRUE(failure.getInsert(2) == nullptr && failure.getInsert(-1) == nullptr);
+    for (std::uint32_t const code :
+        { MDX_ERR_NO_AXES, MDX_ERR_AXIS_OUT_OF_ORDER, MDX_ERR_NO_FORMULAS, MDX_ERR_PROPERTY_COUNT_MISMATCH, MDX_ERR_NOTHING_TO_DROP,
+            MDX_ERR_MIXED_DROP, MDX_ERR_BAD_ENUM, MDX_ERR_MISSING_TUPLE, MDX_ERR_EMPTY_TUPLE, MDX_ERR_BAD_EXPRESSION })
+        EXPECT_EQ(error_with(code, {}).getText().find(u"Error 0x"), KelpString::npos) << code;
+    BaseError const error = error_with(0x2017076, { "%2", "Sort::direction" });
+    expect_texts({
+        { error.getText(), "The value %2 is out of range for the enumeration Sort::direction." },
+        { error_with(0x2017076, { "7" }).getText(), "The value 7 is out of range for the enumeration ." },
+        { error_with(0x2017071, { "7" }).getText(), "Error 0x02017071 of the module ODBOMODULE." },
+    });
+    EXPECT_EQ(error.hResult(), static_cast<std::int32_t>(0x82017076));
+    EXPECT_EQ(error.getInsert(2), nullptr);
+    EXPECT_EQ(error.getInsert(-1), nullptr);
     LogLines lines;
-    failure.log();
-    EXPECT_EQ(
-        lines.fAll, std::vector<std::string>{ "2017076 1 ODBOMODULE/: The value %2 is out of range for the enumeration Sort::direction." });
+    error.log();
+    EXPECT_EQ(lines.take(), Strings{ "2017076 1 ODBOMODULE/: The value %2 is out of range for the enumeration Sort::direction." });
 }
 
 }
