@@ -55,7 +55,7 @@ void add_joins()
         double bar;
     };
     for (Size const size :
-        { Size{ 32, 2.2 }, Size{ 256, 2.2 }, Size{ 4096, 1.6 }, Size{ 65536, 1.3 }, Size{ 1 << 20, 1.3 } }) {
+        { Size{ 32, 1.3 }, Size{ 256, 1.3 }, Size{ 4096, 1.6 }, Size{ 65536, 1.3 }, Size{ 1 << 20, 1.3 } }) {
         KelpString const a(KelpString::Base(size.characters / 2 / 2, u'a'));
         KelpString const b(KelpString::Base(size.characters / 2 / 2, u'b'));
         RatioTable::add(
@@ -75,7 +75,7 @@ void add_chains()
         int wraps;
         double bar;
     };
-    for (Chain const chain : { Chain{ 100, 1.0 }, Chain{ 1000, 0.75 }, Chain{ 10000, 0.7 } }) {
+    for (Chain const chain : { Chain{ 100, 1.0 }, Chain{ 1000, 0.8 }, Chain{ 10000, 0.85 } }) {
         RatioTable::add(
             "wraps in a chain, " + std::to_string(chain.wraps), chain.bar,
             [=] {
@@ -124,7 +124,10 @@ void add_selects()
         }
         KelpString const text = query->getText(false);
         RatioTable::add(
-            "SELECT of " + std::to_string(axes) + " axes of 1 KiB", 4,
+            "SELECT of " + std::to_string(axes) + " axes of 1 KiB",
+            axes == 2   ? 3
+            : axes == 8 ? 5
+                        : 4,
             [=] { DoNotOptimize(query->getText(false)); }, [=] { DoNotOptimize(copy_of({ text })); });
     }
 }
@@ -222,9 +225,9 @@ void add_conditions()
     };
     auto balanced = std::make_shared<Tree>();
     balanced->top = balanced->balanced(500);
-    add_condition("condition, balanced, 1,000 nodes", 3.6, balanced, one_text);
-    add_condition("condition, left-deep, 1,000", 2.5, left_deep(1000), one_text);
-    add_condition("condition, left-deep, 10,000", 2.5, left_deep(10000), one_text);
+    add_condition("condition, balanced, 1,000 nodes", 3.0, balanced, one_text);
+    add_condition("condition, left-deep, 1,000", 2.0, left_deep(1000), one_text);
+    add_condition("condition, left-deep, 10,000", 2.0, left_deep(10000), one_text);
     auto const copies = [](BRIM_o::Expression * top) {
         std::vector<BRIM_o::Expression *> path;
         for (; top->getType() == BRIM_o::ET_AND; top = top->getChildren()[1])
@@ -235,7 +238,7 @@ void add_conditions()
         DoNotOptimize(text);
     };
     add_condition("condition, right-deep, 1,000", 0.8, right_deep(1000), copies);
-    add_condition("condition, right-deep, 10,000", 0.8, right_deep(10000), copies);
+    add_condition("condition, right-deep, 10,000", 0.85, right_deep(10000), copies);
 }
 
 void add_small_work()
@@ -432,7 +435,7 @@ int main(int argc, char ** argv)
     add_conditions();
     add_small_work();
     RatioTable::add(
-        "a report's statement, " + std::to_string(statement.size()) + " characters", 1.0,
+        "a report's statement, " + std::to_string(statement.size()) + " characters", 1.6,
         [texts] { DoNotOptimize(report_statement(*texts)); }, [] { DoNotOptimize(report_by_hand()); });
 
     std::vector<char *> arguments(argv, argv + argc);
