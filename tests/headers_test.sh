@@ -15,7 +15,7 @@ for header; do
             -I "$root" -x c++ - || { echo "does not stand alone: $header" >&2; failed=1; }
 done
 
-# The names of the macros behind the text on standard input; those with a "_" ahead are the compiler's to use.
+# The names of the macros behind the text on standard input; those that begin with "_" are the compiler's to use.
 macros() {
     "$compiler" -std=c++17 -I "$root" -x c++ -dM -E - | sed -E 's/^#define ([A-Za-z0-9_]+).*/\1/' | sort -u
 }

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # readme_test.sh COMMAND...: README.md shows the text of examples/readme_example.cpp and what the command, which runs a
 # program built from it, prints.
-# Blanks at the ends of lines, and empty lines ahead of the output, do not count: the README has none.
+# Blanks at the ends of lines, and empty lines before the output, do not count: the README has none.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 

@@ -241,11 +241,11 @@ constexpr ConditionKind kKinds[] = {
     { ET_GROUP_206, kNotAsked, Shapes::one_operand, row<u"( $1 )"> },
 };
 
-constexpr std::size_t kMost = ET_GROUP_206 + 1; // kinds, counted with the numbers that are none
+constexpr std::size_t kNumbers = ET_GROUP_206 + 1; // from 0 to the last kind's
 
-// The place of each kind in the table, and for a number that is none the place after its end.
+// The place of each kind in the table, and for an unknown number the place after its end.
 constexpr auto kPlaces = [] {
-    std::array<std::uint8_t, kMost> places{};
+    std::array<std::uint8_t, kNumbers> places{};
     places.fill(std::size(kKinds));
     for (std::uint8_t i = 0; ConditionKind const & kind : kKinds)
         places[static_cast<std::size_t>(kind.type)] = i++;
@@ -254,7 +254,7 @@ constexpr auto kPlaces = [] {
 
 ConditionKind const & kind_of(ExpressionType type)
 {
-    if (type < 0 || static_cast<std::size_t>(type) >= kMost)
+    if (type < 0 || static_cast<std::size_t>(type) >= kNumbers)
         reject();
     std::size_t const place = kPlaces[static_cast<std::size_t>(type)];
     if (place == std::size(kKinds))

@@ -62,7 +62,7 @@ MDXSelectQuery::~MDXSelectQuery()
         axis.reset();
 }
 
-// Room for an axis, and for all that is no axis: a guess that most texts fit into.
+// Room for an axis, and for all other parts together: a guess that most texts fit into.
 static constexpr std::size_t kUsual = 512;
 
 // Appends the row as it stands on one line, or as it stands on several.
