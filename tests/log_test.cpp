@@ -22,16 +22,16 @@ struct QueryLog : testing::Test, Machine {
 TEST_F(QueryLog, SettingsAreReadOnceForAGenerator)
 {
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());
-    set(kKey, "MDX Query Log", "log.txt");
-    set(kKey, "MDX Query Clock", "1"); // which is no number
+    write_setting(kKey, "MDX Query Log", "log.txt");
+    write_setting(kKey, "MDX Query Clock", "1"); // which is no number
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());
     Fixture const later, last;
     MDXQueryLog * const log = later.generator->GetMDXQueryLog();
     ASSERT_NE(nullptr, log);
     EXPECT_TRUE(std::filesystem::exists(temporary_folder() / "log.txt"));
-    set(kKey, "MDX Query Clock", 0u);
+    write_setting(kKey, "MDX Query Clock", 0u);
     last.generator->GetMDXQueryLog()->timeQuery(&timer);
-    set(kKey, "MDX Query Clock", 1u);
+    write_setting(kKey, "MDX Query Clock", 1u);
     EXPECT_EQ(log, later.generator->GetMDXQueryLog());
     log->timeQuery(&timer);
     EXPECT_EQ(&own, timer);
@@ -39,8 +39,8 @@ TEST_F(QueryLog, SettingsAreReadOnceForAGenerator)
 
 TEST_F(QueryLog, EntriesAndDurations)
 {
-    set(kKey, "MDX Query Log", (fFolder / "log.txt").string());
-    set(kKey, "MDX Query Clock", 1u);
+    write_setting(kKey, "MDX Query Log", (fFolder / "log.txt").string());
+    write_setting(kKey, "MDX Query Clock", 1u);
     MDXQueryLog * const log = f.generator->GetMDXQueryLog();
     ASSERT_NE(nullptr, log);
     log->timeQuery(nullptr);
@@ -57,7 +57,7 @@ TEST_F(QueryLog, EntriesAndDurations)
     log->logMessage("a message");
     log->logQuery(query.get(), nullptr);
 
-    std::string text = text_of(fFolder / "log.txt");
+    std::string text = text_of_file(fFolder / "log.txt");
     std::size_t const at = text.find("duration: ") + 10; // of the number, which varies
     std::string const seconds = text.substr(at, text.find(' ', at) - at);
     text.replace(at, seconds.size(), "?");
@@ -71,7 +71,7 @@ TEST_F(QueryLog, EntriesAndDurations)
 TEST_F(QueryLog, ClosedLogDoesNothing)
 {
     auto const file = fFolder / "missing/log.txt";
-    set(kKey, "MDX Query Log", file.string());
+    write_setting(kKey, "MDX Query Log", file.string());
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());
     MDXQueryLog log("[Sales]");
     EXPECT_FALSE(log.open(kKey));

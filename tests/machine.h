@@ -8,11 +8,11 @@
 #include <sstream>
 #include <string>
 
-// A machine for one test: with settings and a folder of its own, and in that one for temporary files. After it the
-// process has its folder for temporary files back, but never again settings that are not a test's.
+// A machine for one test: with settings and a folder of its own, and in that one for temporary files. After it the process has its folder
+// for temporary files back, but never again settings that are not a test's.
 struct Machine {
-    std::filesystem::path const fBefore = std::filesystem::temp_directory_path(); // for temporary files
-    std::filesystem::path const fFolder = fBefore / ("machine-" + std::to_string(std::random_device()()));
+    std::filesystem::path const fTemporaryBefore = std::filesystem::temp_directory_path();
+    std::filesystem::path const fFolder = fTemporaryBefore / ("machine-" + std::to_string(std::random_device()()));
 
     Machine();
     ~Machine();
@@ -20,24 +20,28 @@ struct Machine {
     // Where the library puts temporary files.
     std::filesystem::path temporary_folder() const { return fFolder / "temporary"; }
 
-    // Puts a setting under a key of the local machine; all in UTF-8.
-    void set(std::string const & key, std::string const & name, std::string const & text);
-    void set(std::string const & key, std::string const & name, std::uint32_t number);
+    // Writes a setting under a key of the local machine; all in UTF-8.
+    void write_setting(std::string const & key, std::string const & name, std::string const & text);
+    void write_setting(std::string const & key, std::string const & name, std::uint32_t number);
 };
 
-// The file's text, with each line ended by "\n" alone; its bytes as they are in the mode std::ios::binary.
-inline std::string text_of(std::filesystem::path const & file, std::ios::openmode mode = std::ios::in)
-{
-    return (std::ostringstream() << std::ifstream(file, mode).rdbuf()).str();
-}
-
-// The setting as the library reads it: its text in UTF-8, "true" or "false" for a number, "none" for none.
-inline std::string setting(
+// The setting as the library reads it: its text in UTF-8, "true" or "false" for a number, "none" when it is missing.
+inline std::string read_setting(
     KelpString const & name, KelpString const & key = "Software\\Log", RegistryWrapper::RootKey root = RegistryWrapper::LocalMachine)
 {
     KelpString text("none"); // which stays when no text is found
     bool on = false;
     bool const isText = RegistryWrapper::readRegKeyValue(root, key, name, text);
     bool const isNumber = RegistryWrapper::readRegKeyValue(root, key, name, on);
-    return isText && isNumber ? "both" : !isNumber ? text.toUTF8() : on ? "true" : "false";
+    if (isNumber)
+        return isText ? "both" : on ? "true" : "false";
+    return text.toUTF8();
+}
+
+// The file's text, with each line ended by "\n" alone; its bytes as they are in the mode std::ios::binary.
+inline std::string text_of_file(std::filesystem::path const & path, std::ios::openmode mode = std::ios::in)
+{
+    std::ostringstream text;
+    text << std::ifstream(path, mode).rdbuf();
+    return text.str();
 }

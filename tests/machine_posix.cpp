@@ -14,23 +14,24 @@ Machine::Machine()
 
 Machine::~Machine()
 {
-    ::setenv("TMPDIR", fBefore.c_str(), 1);
+    ::setenv("TMPDIR", fTemporaryBefore.c_str(), 1);
     std::filesystem::remove_all(fFolder);
 }
 
-static std::ofstream begin_setting(std::filesystem::path const & folder, std::string const & key, std::string const & name)
+// Leaves the value to be written.
+static std::ofstream begin_setting(Machine const & machine, std::string const & key, std::string const & name)
 {
-    std::ofstream file(folder / "settings/odbomodule/registry.reg", std::ios::app);
+    std::ofstream file(machine.fFolder / "settings/odbomodule/registry.reg", std::ios::app);
     file << "[HKEY_LOCAL_MACHINE\\" << key << "]\n" << std::quoted(name) << '=';
     return file;
 }
 
-void Machine::set(std::string const & key, std::string const & name, std::string const & text)
+void Machine::write_setting(std::string const & key, std::string const & name, std::string const & text)
 {
-    begin_setting(fFolder, key, name) << std::quoted(text) << '\n';
+    begin_setting(*this, key, name) << std::quoted(text) << '\n';
 }
 
-void Machine::set(std::string const & key, std::string const & name, std::uint32_t number)
+void Machine::write_setting(std::string const & key, std::string const & name, std::uint32_t number)
 {
-    begin_setting(fFolder, key, name) << "dword:" << std::hex << number << '\n';
+    begin_setting(*this, key, name) << "dword:" << std::hex << number << '\n';
 }

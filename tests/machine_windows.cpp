@@ -28,23 +28,24 @@ Machine::Machine()
 
 Machine::~Machine()
 {
-    ::SetEnvironmentVariableW(L"TMP", fBefore.c_str());
+    ::SetEnvironmentVariableW(L"TMP", fTemporaryBefore.c_str());
     ::RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
     ::RegDeleteTreeW(HKEY_CURRENT_USER, local_machine(fFolder).c_str());
     std::filesystem::remove_all(fFolder);
 }
 
-static void put(std::string const & key, std::string const & name, DWORD type, void const * value, std::size_t size)
+static void write_value(std::string const & key, std::string const & name, DWORD type, void const * value, std::size_t size)
 {
     ::RegSetKeyValueW(HKEY_LOCAL_MACHINE, wide(key).c_str(), wide(name).c_str(), type, value, static_cast<DWORD>(size));
 }
 
-void Machine::set(std::string const & key, std::string const & name, std::string const & text)
+void Machine::write_setting(std::string const & key, std::string const & name, std::string const & text)
 {
-    put(key, name, REG_SZ, wide(text).c_str(), (wide(text).size() + 1) * sizeof(wchar_t));
+    std::wstring const value = wide(text);
+    write_value(key, name, REG_SZ, value.c_str(), (value.size() + 1) * sizeof(wchar_t)); // with its zero
 }
 
-void Machine::set(std::string const & key, std::string const & name, std::uint32_t number)
+void Machine::write_setting(std::string const & key, std::string const & name, std::uint32_t number)
 {
-    put(key, name, REG_DWORD, &number, sizeof number);
+    write_value(key, name, REG_DWORD, &number, sizeof number);
 }

@@ -12,29 +12,41 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct SettingsFiles : testing::Test, Machine {
-    fs::path file(char const * home = "settings") const { return fFolder / home / "odbomodule/registry.reg"; }
-};
-
 std::string const kSection = "[HKEY_LOCAL_MACHINE\\Software\\Log]\r\n";
+
+struct SettingsFiles : testing::Test, Machine {
+    // The file in the first folder that is looked into, and in the second.
+    fs::path const fFirst = fFolder / "settings/odbomodule/registry.reg";
+    fs::path const fSecond = fFolder / "home/.config/odbomodule/registry.reg";
+
+    void write(fs::path const & path, std::string const & bytes) { std::ofstream(path, std::ios::binary) << bytes; }
+
+    void expect_name(std::string const & lines, std::string const & want)
+    {
+        write(fFirst, kSection + lines);
+        EXPECT_EQ(read_setting("Name"), want) << lines;
+        EXPECT_EQ(read_setting(""), "none") << lines;
+    }
+};
 
 TEST_F(SettingsFiles, LinesAreValuesOrPassedOver)
 {
-    std::pair<char const *, char const *> const rows[] = { { R"("name"="C:\\a \"b\"")", R"(C:\a "b")" }, { "\t\"Name\" = \"yes\" ", "yes" },
-        { R"("Name"=dword: fFfFfFfF )", "true" }, { "\"Name\"=\"first\"\n\n\"Name\"=\"second\"\n\"Name\"=broken", "second" },
-        { R"("Name"=DWORD:0)", "false" }, { R"("Name"=dword:123456789)", "none" }, { R"("Name"=dword:12g)", "none" },
-        { R"("Name"=dword:)", "none" }, { R"("Name"=-)", "none" }, { R"(; "Name"="no")", "none" }, { R"("Name"="no)", "none" },
-        { R"("Name"="a\b")", "none" }, { R"("Name"="a"b)", "none" }, { R"("Name="no")", "none" }, { R"("Name\)", "none" },
-        { R"("Name")", "none" }, { R"(Name="no")", "none" }, { R"(@="no")", "none" }, { R"(="no")", "none" },
-        { "@=HEX(2):25,\\\r\n  00,\\\r\n\"Name\"=\"inside\"", "none" }, { "@=hex:25\n\"Name\"=\"behind\"", "behind" },
-        { "[hkey_local_machine\\software\\LOG]\n\"Name\"=\"yes\"", "yes" },
-        { "[HKEY_LOCAL_MACHINE\\Software\\Log)\n\"Name\"=\"no\"", "none" },
-        { "[HKEY_CURRENT_USER\\Software\\Log]\n\"Name\"=\"no\"", "none" } };
-    for (auto const & [lines, want] : rows) {
-        std::ofstream(file(), std::ios::binary) << kSection + lines;
-        EXPECT_EQ(setting("Name"), want) << lines;
-        EXPECT_EQ(setting(""), "none");
-    }
+    expect_name(R"("name"="C:\\a \"b\"")", R"(C:\a "b")");
+    expect_name("\t\"Name\" = \"yes\" ", "yes");
+    expect_name(R"("Name"=dword: fFfFfFfF )", "true");
+    expect_name(R"("Name"=DWORD:0)", "false");
+    expect_name("\"Name\"=\"first\"\n\n\"Name\"=\"second\"\n\"Name\"=broken", "second");
+    for (char const * const line :
+        { R"("Name"=dword:123456789)", R"("Name"=dword:12g)", R"("Name"=dword:)", R"("Name"=-)", R"("Name"="no)", R"("Name"="a\b")",
+            R"("Name"="a"b)", R"("Name="no")", R"("Name\)", R"("Name")", R"(Name="no")", R"(@="no")", R"(="no")", R"(; "Name"="no")" })
+        expect_name(line, "none");
+    // A value in bytes may go over several lines
+    expect_name("@=HEX(2):25,\\\r\n  00,\\\r\n\"Name\"=\"inside\"", "none");
+    expect_name("@=hex:25\n\"Name\"=\"behind\"", "behind");
+    // Only lines under the key count
+    expect_name("[hkey_local_machine\\software\\LOG]\n\"Name\"=\"yes\"", "yes");
+    expect_name("[HKEY_LOCAL_MACHINE\\Software\\Log)\n\"Name\"=\"no\"", "none");
+    expect_name("[HKEY_CURRENT_USER\\Software\\Log]\n\"Name\"=\"no\"", "none");
 }
 
 TEST_F(SettingsFiles, MayBeInSeveralEncodings)
@@ -45,37 +57,38 @@ TEST_F(SettingsFiles, MayBeInSeveralEncodings)
     for (std::size_t i = 0; i < wide.size(); i += 2)
         std::swap(swapped[i], swapped[i + 1]);
     std::string const marked = KelpString(text).toUTF8();
-    for (auto const & bytes : { wide, swapped, wide + '\n', marked, marked.substr(3) }) {
-        std::ofstream(file(), std::ios::binary) << bytes;
-        EXPECT_EQ(setting("Name"), "\xC3\xA9\xF0\x9F\x98\x80");
+    std::string const unmarked = marked.substr(3);
+    for (std::string const & bytes : { wide, swapped, wide + '\n', marked, unmarked }) { // the third ends amid a character
+        write(fFirst, bytes);
+        EXPECT_EQ(read_setting("Name"), "\xC3\xA9\xF0\x9F\x98\x80");
     }
 }
 
 TEST_F(SettingsFiles, FirstFileWithTheValueWins)
 {
-    std::ofstream(file("home/.config"), std::ios::binary) << kSection + "\"Both\"=\"home\"\n\"Home\"=\"home\"\n\"Kind\"=\"home\"\n";
-    EXPECT_EQ(setting("Both"), "home"); // no file in the first folder
-    std::ofstream(file(), std::ios::binary) << "\"Home\"=\"in no key\"\n" + kSection + "\"Both\"=\"first\"\n\"Kind\"=dword:1\n";
-    EXPECT_EQ(setting("Both"), "first");
-    EXPECT_EQ(setting("Home"), "home");
-    EXPECT_EQ(setting("Kind"), "true");
-    ::setenv("XDG_CONFIG_HOME", fs::relative(fFolder / "settings").c_str(), 1); // not absolute
-    EXPECT_EQ(setting("Both"), "home");
+    write(fSecond, kSection + "\"Both\"=\"home\"\n\"Home\"=\"home\"\n\"Kind\"=\"home\"\n");
+    EXPECT_EQ(read_setting("Both"), "home"); // no file in the first folder
+    write(fFirst, "\"Home\"=\"in no key\"\n" + kSection + "\"Both\"=\"first\"\n\"Kind\"=dword:1\n");
+    EXPECT_EQ(read_setting("Both"), "first");
+    EXPECT_EQ(read_setting("Home"), "home");
+    EXPECT_EQ(read_setting("Kind"), "true");
+    ::setenv("XDG_CONFIG_HOME", fs::relative(fFolder / "settings").c_str(), 1); // not absolute, which does not count
+    EXPECT_EQ(read_setting("Both"), "home");
     ::setenv("HOME", fs::relative(fFolder / "home").c_str(), 1);
-    EXPECT_EQ(setting("Both"), "none");
+    EXPECT_EQ(read_setting("Both"), "none");
 }
 
 TEST_F(SettingsFiles, AreOrdinaryFilesUpToASize)
 {
     std::string bytes = kSection + "\"Name\"=\"yes\"\n";
     bytes.resize(1024 * 1024, ' ');
-    std::ofstream(file(), std::ios::binary) << bytes;
-    EXPECT_EQ(setting("Name"), "yes");
-    std::ofstream(file(), std::ios::binary) << bytes + ' ';
-    EXPECT_EQ(setting("Name"), "none");
-    fs::remove(file());
-    ASSERT_EQ(::mkfifo(file().c_str(), 0600), 0);
-    EXPECT_EQ(setting("Name"), "none"); // and does not wait for a writer
+    write(fFirst, bytes);
+    EXPECT_EQ(read_setting("Name"), "yes");
+    write(fFirst, bytes + ' ');
+    EXPECT_EQ(read_setting("Name"), "none");
+    fs::remove(fFirst);
+    ASSERT_EQ(::mkfifo(fFirst.c_str(), 0600), 0);
+    EXPECT_EQ(read_setting("Name"), "none"); // and does not wait for a writer
 }
 
 TEST_F(SettingsFiles, OfOthersAreNotWrittenTo)
@@ -93,11 +106,17 @@ TEST_F(SettingsFiles, OfOthersAreNotWrittenTo)
     EXPECT_FALSE(File(named).open("a+")) << "a link where all may write";
     fs::rename(fFolder / "mine.txt", shared.path());
     EXPECT_TRUE(File(named).open("a+"));
-    EXPECT_TRUE(::chown(shared.path().c_str(), 65534, 65534) != 0 || !File(named).open("a+"))
-        << "a file of another user"; // which an administrator alone can make
+    bool const isOfAnother = ::chown(shared.path().c_str(), 65534, 65534) == 0; // which an administrator alone can do
+    EXPECT_EQ(File(named).open("a+"), !isOfAnother) << "a file of another user";
     EXPECT_FALSE(File(FileLocator("/dev/null")).open("a+"));
-    ::setenv("TMPDIR", "temporary", 1); // not absolute
+}
+
+TEST_F(SettingsFiles, TemporaryFolderIsAbsolute)
+{
+    FileLocator shared("log.txt");
     shared.setLocationToTemp();
+    ::setenv("TMPDIR", "temporary", 1);
+    shared.setLocationToTemp(); // again, with the bare name
     EXPECT_EQ(shared.path(), "/tmp/log.txt");
 }
 

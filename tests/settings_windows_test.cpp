@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 namespace {
 
 TEST(SettingsRegistry, HasTextsOfTwoKinds)
@@ -14,16 +12,25 @@ TEST(SettingsRegistry, HasTextsOfTwoKinds)
     Machine const machine;
     ::SetEnvironmentVariableW(L"ODBOMODULE_TEST", L"D:\\a place whose name is longer than the variable's own");
     wchar_t const text[] = L"%ODBOMODULE_TEST%\\log.txt";
+    std::size_t const withoutZero = sizeof text - sizeof *text;
     std::uint64_t const number = 1;
-    std::string const plain = "%ODBOMODULE_TEST%\\log.txt";
-    std::tuple<DWORD, void const *, std::size_t, std::string> const rows[] = { { REG_SZ, text, sizeof text, plain },
-        { REG_SZ, text, sizeof text - sizeof *text, plain }, // without its zero
+    struct {
+        DWORD type;
+        void const * value;
+        std::size_t size;
+        std::string want;
+    } const rows[] = {
+        { REG_SZ, text, sizeof text, "%ODBOMODULE_TEST%\\log.txt" },
+        { REG_SZ, text, withoutZero, "%ODBOMODULE_TEST%\\log.txt" },
         { REG_EXPAND_SZ, text, sizeof text, "D:\\a place whose name is longer than the variable's own\\log.txt" },
-        { REG_SZ, nullptr, 0, "" }, { REG_MULTI_SZ, text, sizeof text, "none" }, { REG_QWORD, &number, sizeof number, "none" },
-        { REG_BINARY, &number, 4, "none" } };
+        { REG_SZ, nullptr, 0, "" },
+        { REG_MULTI_SZ, text, sizeof text, "none" },
+        { REG_QWORD, &number, sizeof number, "none" },
+        { REG_BINARY, &number, 4, "none" },
+    };
     for (auto const & [type, value, size, want] : rows) {
         ASSERT_EQ(::RegSetKeyValueW(HKEY_LOCAL_MACHINE, L"Software\\Log", L"Value", type, value, static_cast<DWORD>(size)), ERROR_SUCCESS);
-        EXPECT_EQ(setting("Value"), want) << type;
+        EXPECT_EQ(read_setting("Value"), want) << type;
     }
 }
 
@@ -34,11 +41,11 @@ TEST(SettingsFiles, ArePlainAndInNobodysWay)
     File file(named);
     ASSERT_TRUE(file.open("a+"));
     file.writeLine("one\ntwo\r\n");
-    EXPECT_EQ(text_of(named.path(), std::ios::binary), "one\r\ntwo\r\n\r\n");
-    auto const moved = machine.fFolder / "moved.txt";
+    EXPECT_EQ(text_of_file(named.path(), std::ios::binary), "one\r\ntwo\r\n\r\n");
+    std::filesystem::path const moved = machine.fFolder / "moved.txt";
     EXPECT_TRUE(::MoveFileExW(named.path().c_str(), moved.c_str(), 0)) << ::GetLastError();
     file.writeLine("three");
-    EXPECT_EQ(text_of(moved), "one\ntwo\n\nthree\n");
+    EXPECT_EQ(text_of_file(moved), "one\ntwo\n\nthree\n");
     EXPECT_FALSE(File(FileLocator("NUL")).open("a+"));
     EXPECT_TRUE(FileLocator("C:log.txt").isLocationSet());
     EXPECT_EQ(FileLocator(std::u16string(u"\xD800.txt")).path().native(), L"\xD800.txt"); // half a character, which file systems allow
