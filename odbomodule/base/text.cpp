@@ -31,7 +31,7 @@ static void append_from(
         letters += count;
         text.append(texts[index].view());
     }
-    text.append(letters, row.stretch(place).letters);
+    text.append(letters, row.stretch(place).length);
 }
 
 void append(KelpString & text, Row const & row, Text const * texts)
@@ -50,9 +50,9 @@ KelpString write(Row const & row, Text const * texts)
 // Writes around the old text, which stands at `place` and nowhere else, and has room.
 static void wrap(KelpString & text, Row const & row, std::size_t place, Text const * texts)
 {
-    std::size_t before = row.stretch(place).letters;
+    std::size_t before = row.stretch(place).length;
     for (std::size_t i = 0; i < place; ++i)
-        before += row.stretch(i).letters + texts[row.stretch(i).text].view().size();
+        before += row.stretch(i).length + texts[row.stretch(i).text].view().size();
     text.insert(0, before, u' ');
 
     char16_t * to = text.data();

@@ -13,8 +13,11 @@
 //     return rewrite<u"FILTER( $1, $2)">(this, { fText, condition->getText() });
 //
 // A place may stand more than once. A place without a text, a text without a place and a "$" without a digit do not
-// compile. What is quick about it is here and in text.cpp: rows are split when they are compiled, texts are
-// measured first and allocated once, and a text that is wrapped grows where it is.
+// compile. Texts are borrowed until the row is written: what a host gives by reference is copied first, into a
+// string of ours, unless it is the last that is asked for.
+//
+// All that is done for speed is done here and in text.cpp: rows are split when they are compiled, texts are
+// measured before they are allocated, and a text that is wrapped grows within its own buffer.
 
 // The digits of a number, as a text for a place.
 class Decimal {
@@ -53,7 +56,7 @@ private:
 class Row {
 public:
     struct Stretch {
-        std::uint16_t letters;
+        std::uint16_t length;
         std::uint16_t text; // the index of the text that follows, where one does
     };
 
@@ -70,8 +73,8 @@ public:
     {
         std::size_t start = 0;
         for (std::size_t i = 0; i < index; ++i)
-            start += fStretches[i].letters;
-        return fLetters.substr(start, fStretches[index].letters);
+            start += fStretches[i].length;
+        return fLetters.substr(start, fStretches[index].length);
     }
 
 private:
@@ -118,7 +121,8 @@ struct Split {
         for (std::size_t place = 0; *from != u'\0'; ++from) {
             if (*from != u'$') {
                 *to++ = *from;
-                ++stretches[place].letters;
+                if (++stretches[place].length == 0)
+                    throw "more letters than a row may have";
                 continue;
             }
             ++from;
@@ -152,6 +156,15 @@ constexpr Row const & row_for() noexcept
 {
     static_assert(split<literal>.texts == Count, "as many texts as the row has places");
     return row<literal>;
+}
+
+// Whether the places of a row are those of its texts, one after the other.
+constexpr bool in_turn(Row const & row, std::size_t texts) noexcept
+{
+    bool inTurn = row.places() == texts;
+    for (std::size_t i = 0; i < row.places(); ++i)
+        inTurn = inTurn && row.stretch(i).text == i;
+    return inTurn;
 }
 
 }
@@ -237,7 +250,8 @@ Object * rewrite(Object * object)
 template <compiled::Literal literal, class Object, class... Arguments>
 Object * rewrite_in_turn(Object * object, Arguments const *... arguments)
 {
-    Row const & pieces = compiled::row_for<literal, sizeof...(Arguments)>();
+    constexpr Row const & pieces = compiled::row_for<literal, sizeof...(Arguments)>();
+    static_assert(compiled::in_turn(pieces, sizeof...(Arguments)), "each argument once, in its turn");
     std::size_t place = 0;
     rewrite(object, KelpString::Base(pieces.piece(place)));
     (rewrite<u"$1$2$3">(object, { TextFields::text(object), arguments->getText(), pieces.piece(++place) }), ...);

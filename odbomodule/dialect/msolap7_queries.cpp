@@ -3,10 +3,6 @@
 #include "odbomodule/dialect/msolap7_formulas.h"
 #include "odbomodule/dialect/msolap7_select_query.h"
 #include "odbomodule/dialect/msolap7_set_specification.h"
-#include "odbomodule/expressions/mdx_field.h"
-#include "odbomodule/expressions/mdx_tuple.h"
-#include "odbomodule/expressions/mdx_value.h"
-#include "odbomodule/sets/mdx_set.h"
 
 void MSOLAP7SelectQuery::AddMemberFormula(MDXField * name, MDXValue * value, std::int32_t solveOrder,
     std::vector<KelpString> const & propertyNames, std::vector<KelpString> const & propertyValues)

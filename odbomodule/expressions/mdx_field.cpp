@@ -6,7 +6,7 @@
 
 #include <utility>
 
-static support::ObjectClass gClass{ u"MDXField" };
+static constinit support::ObjectClass gClass{ u"MDXField" };
 
 static KelpString parent_of(BRIM_o::Calculation const * calculation)
 {

@@ -5,7 +5,7 @@
 
 #include <utility>
 
-static support::ObjectClass gClass{ u"MDXMemberProperty" };
+static constinit support::ObjectClass gClass{ u"MDXMemberProperty" };
 
 MDXMemberProperty::MDXMemberProperty(KelpString const & ownerName, KelpString const & propertyName)
     : RefCount(gClass), fOwnerName(ownerName), fPropertyName(propertyName)

@@ -5,9 +5,7 @@
 #include "odbomodule/base/text.h"
 #include "odbomodule/expressions/mdx_field.h"
 
-#include <utility>
-
-static support::ObjectClass gClass{ u"MDXTuple" };
+static constinit support::ObjectClass gClass{ u"MDXTuple" };
 
 template <class TextOf>
 static KelpString tuple_of(std::vector<MDXField *> const & fields, TextOf const & text_of)

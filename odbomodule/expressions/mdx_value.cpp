@@ -7,7 +7,7 @@
 
 #include <utility>
 
-static support::ObjectClass gClass{ u"MDXValue" };
+static constinit support::ObjectClass gClass{ u"MDXValue" };
 
 MDXValue::MDXValue(KelpString const & text) : RefCount(gClass), fText(text) {}
 

@@ -6,7 +6,9 @@
 #include "odbomodule/expressions/mdx_tuple.h"
 #include "odbomodule/host/cube_model.h"
 
-static support::ObjectClass gClass{ u"MDXSet" };
+#include <utility>
+
+static constinit support::ObjectClass gClass{ u"MDXSet" };
 
 template <class Element>
 static KelpString braced_list(std::vector<Element *> const & elements)

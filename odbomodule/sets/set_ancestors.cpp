@@ -1,12 +1,12 @@
 #include "odbomodule/sets/ancestors.h"
 
-#include "odbomodule/sets/mdx_set.h"
-
 #include "odbomodule/base/text.h"
 #include "odbomodule/host/cube_model.h"
+#include "odbomodule/sets/mdx_set.h"
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace {
 

@@ -6,6 +6,9 @@
 #include "odbomodule/expressions/mdx_tuple.h"
 #include "odbomodule/expressions/mdx_value.h"
 
+#include <string_view>
+#include <utility>
+
 MDXSet * MDXSet::TakeFilter(MDXValue * condition)
 {
     return rewrite<u"FILTER( $1, $2)">(this, { fText, condition->getText() });

@@ -25,7 +25,7 @@ struct ConditionKind {
     ExpressionType type;
     bool asksServer; // before anything of the node is translated
     Shape * write;
-    Row row{ {}, nullptr, 0 }; // the places are the operands; for the shapes that have use for it
+    Row text{ {}, nullptr, 0 }; // its places are the operands; empty for a shape that has a text of its own
 };
 
 namespace {
@@ -74,7 +74,7 @@ struct ConditionShapes {
     // The row as it is.
     static void literal(MDXSet *, KelpString & text, Expression *, MDXTuple const *, ConditionKind const & kind)
     {
-        text.append(kind.row.letters());
+        text.append(kind.text.letters());
     }
 
     // What the node itself, the set or the tuple has to say.
@@ -117,7 +117,7 @@ struct ConditionShapes {
         ConditionKind const & kind)
     {
         set->translate_condition(text, operand(expression, 0), tuple);
-        enclose(text, kind.row.piece(0), kind.row.piece(1));
+        enclose(text, kind.text.piece(0), kind.text.piece(1));
     }
     static void null_test(MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple,
         ConditionKind const & kind)
@@ -134,9 +134,9 @@ struct ConditionShapes {
         set->translate_condition(text, operand(expression, 0), tuple);
         KelpString right;
         set->translate_condition(right, operand(expression, 1), tuple);
-        merge(text, kind.row.piece(1), right);
+        merge(text, kind.text.piece(1), right);
     }
-    // A tuple's value stands bare, any other operand in parentheses.
+    // A tuple's value stands bare, any other operand in parentheses, which the row does not show.
     static void arithmetic(MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple,
         ConditionKind const & kind)
     {
@@ -147,7 +147,7 @@ struct ConditionShapes {
         set->translate_condition(right, operand(expression, 1), tuple);
         if (operand(expression, 1)->getType() != ET_TUPLE_VALUE)
             enclose(right, u"( ", u" )");
-        merge(text, kind.row.piece(1), right);
+        merge(text, kind.text.piece(1), right);
     }
     // The first operand is translated once and written twice.
     static void range(MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple,
@@ -157,25 +157,26 @@ struct ConditionShapes {
         std::size_t const length = text.size();
         KelpString bound;
         set->translate_condition(bound, operand(expression, 1), tuple);
-        merge(text, kind.row.piece(1), bound);
-        append_start(text, kind.row.piece(2), length);
+        merge(text, kind.text.piece(1), bound);
+        append_start(text, kind.text.piece(2), length);
         bound.clear();
         set->translate_condition(bound, operand(expression, 2), tuple);
-        merge(text, kind.row.piece(3), bound);
+        merge(text, kind.text.piece(3), bound);
     }
 
-    // Two operands, and a third if there is one.
+    // Two operands, and a third if there is one. The pieces of the row that are read are its first, that between
+    // the first two places, and its last; so for a tuple, of which the row shows two operands.
     static void set_function(MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple,
         ConditionKind const & kind)
     {
-        list(set, text, expression, tuple, kind.row,
+        list(set, text, expression, tuple, kind.text,
             std::clamp<std::size_t>(expression->getChildren().size(), 2, 3));
     }
     // All operands, of which there is at least one.
     static void tuple_of_all(MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple,
         ConditionKind const & kind)
     {
-        list(set, text, expression, tuple, kind.row, expression->getChildren().size());
+        list(set, text, expression, tuple, kind.text, expression->getChildren().size());
     }
     static void list(MDXSet * set, KelpString & text, Expression * expression, MDXTuple const * tuple,
         Row const & row, std::size_t count)
@@ -270,7 +271,7 @@ void MDXSet::translate_condition(KelpString & text, Expression * expression, MDX
     if (kind.asksServer && server_translate(text, expression, tuple))
         return;
     text.clear();
-    return kind.write(this, text, expression, tuple, kind);
+    kind.write(this, text, expression, tuple, kind);
 }
 
 bool MDXSet::server_translate(KelpString &, Expression *, MDXTuple const *)

@@ -1,9 +1,6 @@
 #include "odbomodule/statements/mdx_create_query.h"
 
 #include "odbomodule/base/mdx_error.h"
-#include "odbomodule/expressions/mdx_field.h"
-#include "odbomodule/expressions/mdx_value.h"
-#include "odbomodule/sets/mdx_set.h"
 #include "odbomodule/statements/formula_specifications.h"
 
 MDXCreateQuery::MDXCreateQuery(KelpString const & cubeName) : MDXQuery(cubeName)

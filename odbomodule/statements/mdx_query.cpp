@@ -2,7 +2,7 @@
 
 #include "odbomodule/base/object_class.h"
 
-static support::ObjectClass gClass{ u"MDXQuery" };
+static constinit support::ObjectClass gClass{ u"MDXQuery" };
 
 MDXQuery::MDXQuery(KelpString const & cubeName) : RefCount(gClass), fCubeName(cubeName) {}
 

@@ -2,9 +2,7 @@
 
 #include "odbomodule/base/mdx_error.h"
 #include "odbomodule/base/text.h"
-#include "odbomodule/expressions/mdx_field.h"
 #include "odbomodule/expressions/mdx_tuple.h"
-#include "odbomodule/expressions/mdx_value.h"
 #include "odbomodule/sets/mdx_set.h"
 #include "odbomodule/statements/formula_specifications.h"
 
@@ -20,27 +18,26 @@ MDXSelectQuery::MDXAxisSpecification::~MDXAxisSpecification() = default;
 
 // A statement appends its axes to its own text, without a text for each.
 struct AxisText {
-    static void append(KelpString & text, MDXSelectQuery::MDXAxisSpecification const & axis)
+    static void append_to(KelpString & text, MDXSelectQuery::MDXAxisSpecification const & axis)
     {
         if (axis.fNonEmpty)
-            ::append<u"NON EMPTY $1">(text, { axis.fSet->getText() });
-        else
-            ::append<u"$1">(text, { axis.fSet->getText() });
+            append<u"NON EMPTY ">(text);
+        text += axis.fSet->getText();
         if (!axis.fProperties.empty())
-            ::append<u" DIMENSION PROPERTIES $1">(text, { join(axis.fProperties, u", ") });
+            append<u" DIMENSION PROPERTIES $1">(text, { join(axis.fProperties, u", ") });
         if (axis.fAxisNumber == 0)
-            ::append<u" ON COLUMNS ">(text);
+            append<u" ON COLUMNS ">(text);
         else if (axis.fAxisNumber == 1)
-            ::append<u" ON ROWS ">(text);
+            append<u" ON ROWS ">(text);
         else
-            ::append<u" ON AXIS($1) ">(text, { decimal(axis.fAxisNumber) });
+            append<u" ON AXIS($1) ">(text, { decimal(axis.fAxisNumber) });
     }
 };
 
 KelpString MDXSelectQuery::MDXAxisSpecification::getText()
 {
     KelpString text;
-    AxisText::append(text, *this);
+    AxisText::append_to(text, *this);
     return text;
 }
 
@@ -67,7 +64,7 @@ static constexpr std::size_t kUsual = 512;
 
 // Appends the row as it stands on one line, or as it stands on several.
 template <compiled::Literal onOneLine, compiled::Literal onSeveral, std::size_t Count>
-static void append(KelpString & text, bool multiLine, Text const (&texts)[Count])
+static void append_form(KelpString & text, bool multiLine, Text const (&texts)[Count])
 {
     if (multiLine)
         append<onSeveral>(text, texts);
@@ -86,9 +83,9 @@ KelpString MDXSelectQuery::getText(bool multiLine) const
     text.reserve(kUsual * (fAxes.size() + 1));
     for (auto const & formula : fFormulas) {
         if (formula == fFormulas.front())
-            append<u"WITH $1", u"WITH \n       $1">(text, multiLine, { formula->getText() });
+            append_form<u"WITH $1", u"WITH \n       $1">(text, multiLine, { formula->getText() });
         else
-            append<u" $1 ", u"\n       $1 ">(text, multiLine, { formula->getText() });
+            append_form<u" $1 ", u"\n       $1 ">(text, multiLine, { formula->getText() });
     }
     if (fDrillThrough)
         append<u"DRILLTHROUGH ">(text);
@@ -97,11 +94,11 @@ KelpString MDXSelectQuery::getText(bool multiLine) const
             text.append(multiLine ? u"\nSELECT \n       " : u"SELECT ");
         else
             text.append(multiLine ? u",\n       " : u", ");
-        AxisText::append(text, *axis);
+        AxisText::append_to(text, *axis);
     }
-    append<u"FROM $1 ", u"\nFROM $1 ">(text, multiLine, { fCubeName });
+    append_form<u"FROM $1 ", u"\nFROM $1 ">(text, multiLine, { fCubeName });
     if (fSlicer)
-        append<u"WHERE $1 ", u"\nWHERE \n      $1 ">(text, multiLine, { fSlicer->getText() });
+        append_form<u"WHERE $1 ", u"\nWHERE \n      $1 ">(text, multiLine, { fSlicer->getText() });
     if (!fCellProperties.empty())
         append<u" CELL PROPERTIES $1">(text, { join(fCellProperties, u", ") });
     return text;
