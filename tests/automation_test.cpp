@@ -94,8 +94,11 @@ void expect_conversions(std::vector<ConversionRow> const & rows)
     }
 }
 
-TEST(VariantChangeType, WholeNumbersHaveTheBitsOfTheirType)
+TEST(VariantChangeType, NumbersDatesAndPointers)
 {
+    std::int32_t whole = -12;
+    VARIANT text = variant(VT_BSTR, SysAllocString(ole_characters(u"7.5")));
+    VARIANT endless = variant(VT_BYREF | VT_VARIANT, &endless);
     expect_conversions({
         // value, as a whole number, as a text, as a real
         { variant(VT_EMPTY), "0", "", "0" },
@@ -115,13 +118,7 @@ TEST(VariantChangeType, WholeNumbersHaveTheBitsOfTheirType)
         { variant(VT_I8, INT64_MIN), "!overflow", "-9223372036854775808", "-9.223372036854776e+18" },
         { variant(VT_I8, INT64_MAX), "!overflow", "9223372036854775807", "9.223372036854776e+18" },
         { variant(VT_UI8, UINT64_MAX), "!overflow", "18446744073709551615", "1.8446744073709552e+19" },
-    });
-}
-
-TEST(VariantChangeType, RealsAndMoneyRoundToTheEvenWholeNumber)
-{
-    expect_conversions({
-        // value, as a whole number, as a text of up to 15 digits
+        // Reals round to the even whole number, and have up to 15 digits as a text
         { variant(VT_R8, 0.0), "0" },
         { variant(VT_R8, -0.0), "0" },
         { variant(VT_R8, 2.5), "2", "2.5" },
@@ -148,13 +145,7 @@ TEST(VariantChangeType, RealsAndMoneyRoundToTheEvenWholeNumber)
         { variant(VT_CY, 25000ll), "2", "2.5" },
         { variant(VT_CY, -15000ll), "-2", "-1.5" },
         { variant(VT_CY, INT64_MIN), "!overflow", "-922337203685477.5808", "-922337203685477.6" },
-    });
-}
-
-TEST(VariantChangeType, DatesLeaveMidnightAndDayZeroUnsaid)
-{
-    expect_conversions({
-        // value, as a whole number, as a text
+        // Dates leave midnight and day 0 unsaid
         { variant(VT_DATE, 46350.0 + 54245.0 / 86400), "46351", "11/24/2026 3:04:05 PM" },
         { variant(VT_DATE, 36585.0), "36585", "2/29/2000" },
         { variant(VT_DATE, 0.5), "0", "12:00:00 PM" },
@@ -168,7 +159,13 @@ TEST(VariantChangeType, DatesLeaveMidnightAndDayZeroUnsaid)
         { variant(VT_DATE, 1.9999999), "2", kPortable ? "1/1/1900" : "1/1/1900 12:00:00 AM" },
         { variant(VT_DATE, 0.999999), "1", kPortable ? "12/31/1899" : "12:00:00 AM" },
         { variant(VT_DATE, 2958465.9999999), "2958466", kPortable ? "!argument" : "1/1/10000 12:00:00 AM" },
+        // Pointers lead to one value
+        { variant(VT_BYREF | VT_I4, &whole), "-12" },
+        { variant(VT_BYREF | VT_BSTR, &text.bstrVal), "8", "7.5" },
+        { variant(VT_BYREF | VT_VARIANT, &text), "8", "7.5" },
+        { variant(VT_BYREF | VT_VARIANT, &endless), "!argument" },
     });
+    VariantClear(&text);
 }
 
 TEST(VariantChangeType, ValuesWithoutANumberAreRefused)
@@ -179,21 +176,6 @@ TEST(VariantChangeType, ValuesWithoutANumberAreRefused)
         expect_conversions({ { variant(type), "!type" } });
     expect_conversions({ { variant(VT_BSTR, BSTR{ nullptr }), "!mismatch", "", "!mismatch" } });
     expect_conversions({ { variant(VT_DECIMAL), kPortable ? "!mismatch" : "0" } }); // the portable layer has no decimals
-}
-
-TEST(VariantChangeType, PointersLeadToOneValue)
-{
-    std::int32_t whole = -12;
-    VARIANT text = variant(VT_BSTR, SysAllocString(ole_characters(u"7.5")));
-    VARIANT endless = variant(VT_BYREF | VT_VARIANT, &endless);
-    expect_conversions({
-        // value, as a whole number, as a text
-        { variant(VT_BYREF | VT_I4, &whole), "-12" },
-        { variant(VT_BYREF | VT_BSTR, &text.bstrVal), "8", "7.5" },
-        { variant(VT_BYREF | VT_VARIANT, &text), "8", "7.5" },
-        { variant(VT_BYREF | VT_VARIANT, &endless), "!argument" },
-    });
-    VariantClear(&text);
 }
 
 TEST(VariantChangeType, TextsReadAsOneNumberOrAreRefused)
