@@ -13,8 +13,8 @@ struct QueryLog : testing::Test, Machine {
 
     Fixture f;
     RefPtr<MDXSelectQuery> query{ static_cast<MDXSelectQuery *>(f.generator->GenerateQuery(MDXQuery::QT_SELECT, nullptr)) };
-    MDXQueryLog::MDXQueryTimer own; // which nothing but this test may end
-    MDXQueryLog::MDXQueryTimer * timer = &own;
+    MDXQueryLog::MDXQueryTimer ownTimer; // which nothing but this test may end
+    MDXQueryLog::MDXQueryTimer * timer = &ownTimer;
 };
 
 }
@@ -25,19 +25,21 @@ TEST_F(QueryLog, SettingsAreReadOnceForAGenerator)
     write_setting(kKey, "MDX Query Log", "log.txt");
     write_setting(kKey, "MDX Query Clock", "1"); // which is no number
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());
-    Fixture const later, last;
+    Fixture const later;
+    Fixture const last;
     MDXQueryLog * const log = later.generator->GetMDXQueryLog();
     ASSERT_NE(nullptr, log);
     EXPECT_TRUE(std::filesystem::exists(temporary_folder() / "log.txt"));
     write_setting(kKey, "MDX Query Clock", 0u);
     last.generator->GetMDXQueryLog()->timeQuery(&timer);
+    EXPECT_EQ(&ownTimer, timer) << "a clock that is off";
     write_setting(kKey, "MDX Query Clock", 1u);
     EXPECT_EQ(log, later.generator->GetMDXQueryLog());
     log->timeQuery(&timer);
-    EXPECT_EQ(&own, timer);
+    EXPECT_EQ(&ownTimer, timer) << "the setting of the time when the log was made counts";
 }
 
-TEST_F(QueryLog, EntriesAndDurations)
+TEST_F(QueryLog, WritesStatementsMessagesAndDurations)
 {
     write_setting(kKey, "MDX Query Log", (fFolder / "log.txt").string());
     write_setting(kKey, "MDX Query Clock", 1u);
@@ -46,37 +48,40 @@ TEST_F(QueryLog, EntriesAndDurations)
     log->timeQuery(nullptr);
     auto const before = std::chrono::steady_clock::now();
     log->timeQuery(&timer);
-    ASSERT_NE(&own, timer);
-    // The timer stays with its holder when nothing is written.
+    ASSERT_NE(&ownTimer, timer);
+    // The timer stays with its holder when nothing is written
     log->logQuery(nullptr, timer);
     RefPtr<MDXQuery> const broken(f.generator->GenerateQuery(MDXQuery::QT_DROP, nullptr));
     EXPECT_EQ(raises(MDX_ERR_NOTHING_TO_DROP), error_of([&] { log->logQuery(broken.get(), timer); }));
     std::this_thread::sleep_for(std::chrono::milliseconds(30));
     log->logQuery(query.get(), timer);
-    std::chrono::duration<double> const most = std::chrono::steady_clock::now() - before;
+    std::chrono::duration<double> const longest = std::chrono::steady_clock::now() - before;
     log->logMessage("a message");
     log->logQuery(query.get(), nullptr);
 
     std::string text = text_of_file(fFolder / "log.txt");
-    std::size_t const at = text.find("duration: ") + 10; // of the number, which varies
-    std::string const seconds = text.substr(at, text.find(' ', at) - at);
-    text.replace(at, seconds.size(), "?");
-    EXPECT_EQ(text,
-        "[Sales]: \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \nQuery duration: ? seconds\na message\n[Sales]: \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] \n");
-    EXPECT_EQ(4u, seconds.size() - seconds.find('.'));
-    EXPECT_GE(std::stod(seconds), 0.01); // the clock goes on while the process waits
-    EXPECT_LE(std::stod(seconds), most.count() + 0.002);
+    std::size_t const start = text.find("duration: ") + 10; // of the number, which varies
+    std::string const seconds = text.substr(start, text.find(' ', start) - start);
+    text.replace(start, seconds.size(), "?");
+    std::string const entry = "[Sales]: \n"
+                              "SELECT \n"
+                              "       {A} ON COLUMNS \n"
+                              "FROM [Sales] \n";
+    EXPECT_EQ(text, entry + "Query duration: ? seconds\n" + "a message\n" + entry);
+    EXPECT_EQ(4u, seconds.size() - seconds.find('.')); // three digits after the point
+    EXPECT_GE(std::stod(seconds), 0.01);               // the clock goes on while the process waits
+    EXPECT_LE(std::stod(seconds), longest.count() + 0.002);
 }
 
-TEST_F(QueryLog, ClosedLogDoesNothing)
+TEST_F(QueryLog, DoesNothingWhenItIsClosed)
 {
-    auto const file = fFolder / "missing/log.txt";
+    std::filesystem::path const file = fFolder / "missing/log.txt";
     write_setting(kKey, "MDX Query Log", file.string());
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());
     MDXQueryLog log("[Sales]");
     EXPECT_FALSE(log.open(kKey));
     std::filesystem::create_directory(file.parent_path());
     log.logMessage("lost");
-    log.logQuery(query.get(), &own);
+    log.logQuery(query.get(), &ownTimer);
     EXPECT_FALSE(std::filesystem::exists(file));
 }

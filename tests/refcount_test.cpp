@@ -6,21 +6,21 @@
 namespace {
 
 // Sets a level for the length of a scope.
-struct Level {
+struct ScopedLevel {
     CoreLog::VerbosityType & fLevel;
 
-    Level(char const * module, KelpString const & part, std::int32_t level)
+    ScopedLevel(char const * module, KelpString const & part, std::int32_t level)
         : fLevel(*support_dll::getLogObject()->getModuleVerbosity(module, part))
     {
         fLevel = level;
     }
-    ~Level() { fLevel = 0; }
+    ~ScopedLevel() { fLevel = 0; }
 };
 
 struct Thing final : support::RefCount {
-    std::function<void(Thing &)> fAtEnd;
+    std::function<void(Thing &)> fAtEnd = [](Thing &) {};
 
-    explicit Thing(std::function<void(Thing &)> atEnd, KelpString const & name = "Thing") : RefCount(name, 7), fAtEnd(std::move(atEnd)) {}
+    explicit Thing(KelpString const & name = "Thing") : RefCount(name, 7) {}
     ~Thing() override { fAtEnd(*this); }
 };
 
@@ -36,7 +36,8 @@ void on_eight_threads(std::function<void()> const & body)
 TEST(RefCount, CountsHoldersOnEightThreads)
 {
     int ends = 0;
-    auto * const thing = new Thing([&](Thing &) { ++ends; });
+    auto * const thing = new Thing;
+    thing->fAtEnd = [&](Thing &) { ++ends; };
     EXPECT_EQ(2, thing->use());
     on_eight_threads([thing] {
         for (int round = 0; round < 2000; ++round) {
@@ -53,7 +54,9 @@ TEST(RefCount, ReportsAnUnuseTooMany)
 {
     Assertions assertions;
     std::int32_t left = -1;
-    (new Thing([&](Thing & dying) { left = dying.unuse(); }))->unuse();
+    auto * const thing = new Thing;
+    thing->fAtEnd = [&](Thing & dying) { left = dying.unuse(); };
+    thing->unuse();
     EXPECT_EQ(Strings{ "fRefCount > 0 in .\\source\\refcount" }, assertions.take());
     EXPECT_EQ(0, left);
 }
@@ -61,11 +64,9 @@ TEST(RefCount, ReportsAnUnuseTooMany)
 TEST(RefCount, WritesItsLifeToTheLog)
 {
     LogLines lines;
-    Level const memory("MEMORY", "Thing", 4);
-    Level const counts("INTERFACE", "Thing", 5);
-    auto * const thing = new Thing([](Thing &) {});
-    std::string const whole = "Thing(007) " + KelpString(format_text("%x", reinterpret_cast<std::uintptr_t>(thing))).toUTF8();
-    std::string const start = "c2011000 5 INTERFACE/Thing: " + whole;
+    ScopedLevel const memory("MEMORY", "Thing", 4);
+    ScopedLevel const counts("INTERFACE", "Thing", 5);
+    auto * const thing = new Thing;
     thing->use();
     // A change of level reaches live objects; each line has its own threshold.
     counts.fLevel = 4;
@@ -77,14 +78,21 @@ TEST(RefCount, WritesItsLifeToTheLog)
     thing->unuse();
     memory.fLevel = 3;
     counts.fLevel = 4;
-    (new Thing([](Thing &) {}))->unuse();
-    EXPECT_EQ(lines.take(), (Strings{ "c2011000 4 MEMORY/Thing: " + whole + " created", start + " Refcount raised to 2",
-                                "c2011000 6 INTERFACE/Thing: " + whole + " Refcount raised to 2", start + " Refcount lowered to 1",
-                                start + " Refcount lowered to 0", "c2011000 4 MEMORY/Thing: " + whole + " destroyed" }));
+    (new Thing)->unuse();
+    std::string const address = KelpString(format_text("%x", reinterpret_cast<std::uintptr_t>(thing))).toUTF8();
+    Strings const want = {
+        "c2011000 4 MEMORY/Thing: Thing(007) " + address + " created",
+        "c2011000 5 INTERFACE/Thing: Thing(007) " + address + " Refcount raised to 2",
+        "c2011000 6 INTERFACE/Thing: Thing(007) " + address + " Refcount raised to 2",
+        "c2011000 5 INTERFACE/Thing: Thing(007) " + address + " Refcount lowered to 1",
+        "c2011000 5 INTERFACE/Thing: Thing(007) " + address + " Refcount lowered to 0",
+        "c2011000 4 MEMORY/Thing: Thing(007) " + address + " destroyed",
+    };
+    EXPECT_EQ(want, lines.take());
 
-    std::string const name(150, 'N');
-    Level const cut("MEMORY", name.c_str(), 4);
-    (new Thing([](Thing &) {}, KelpString(name.c_str())))->unuse();
+    std::string const name(150, 'N'); // too long for a line, which is cut
+    ScopedLevel const namedMemory("MEMORY", name.c_str(), 4);
+    (new Thing(name.c_str()))->unuse();
     EXPECT_EQ(Strings(2, "c2011000 4 MEMORY/" + name + ": " + std::string(127, 'N')), lines.take());
 }
 
@@ -93,7 +101,11 @@ TEST(RefCount, NumbersTheObjectsOfAClass)
 {
     Fixture f;
     MDXQueryGenerator & g = *f.generator;
-    std::tuple<std::string, std::function<support::RefCount *()>, std::function<support::RefCount *()>> const rows[] = {
+    struct {
+        std::string className;
+        std::function<support::RefCount *()> make_first;
+        std::function<support::RefCount *()> make_second;
+    } const rows[] = {
         { "MDXField", [] { return new General<MDXField>(KelpString("F")); }, [&] { return g.GenerateField("F"); } },
         { "MDXSet", [] { return new General<MDXSet>; }, [&] { return g.GenerateSet(); } },
         { "MDXValue", [] { return new General<MDXValue>(1); }, [&] { return g.GenerateValue(1); } },
@@ -102,15 +114,33 @@ TEST(RefCount, NumbersTheObjectsOfAClass)
         { "MDXQuery", [&] { return g.GenerateQuery(MDXQuery::QT_SELECT, nullptr); },
             [&] { return g.GenerateQuery(MDXQuery::QT_DROP, nullptr); } },
     };
-    for (auto const & [name, first, second] : rows) {
+    for (auto const & [className, make_first, make_second] : rows) {
         LogLines lines;
-        Level const memory("MEMORY", name.c_str(), 4);
-        RefPtr<support::RefCount> const objects[] = { RefPtr(first()), RefPtr(second()) };
-        std::string const start = "c2011000 4 MEMORY/" + name + ": " + name + "(";
-        ASSERT_EQ(2u, lines.fAll.size()) << name;
-        ASSERT_EQ(start + start, lines.fAll[0].substr(0, start.size()) + lines.fAll[1].substr(0, start.size()));
-        EXPECT_EQ(std::stoi(lines.fAll[0].substr(start.size())) + 1, std::stoi(lines.fAll[1].substr(start.size()))) << name;
+        ScopedLevel const memory("MEMORY", className.c_str(), 4);
+        RefPtr<support::RefCount> const first(make_first());
+        RefPtr<support::RefCount> const second(make_second());
+        std::string const start = "c2011000 4 MEMORY/" + className + ": " + className + "(";
+        ASSERT_EQ(2u, lines.fAll.size()) << className;
+        for (std::string const & line : lines.fAll)
+            ASSERT_EQ(start, line.substr(0, start.size()));
+        EXPECT_EQ(std::stoi(lines.fAll[0].substr(start.size())) + 1, std::stoi(lines.fAll[1].substr(start.size()))) << className;
     }
+}
+
+TEST(RefCount, NumbersObjectsThatAreMadeOnEightThreads)
+{
+    Fixture f;
+    LogLines lines;
+    ScopedLevel const memory("MEMORY", "MDXValue", 4);
+    on_eight_threads([&f] {
+        for (int round = 0; round < 100; ++round)
+            f.generator->GenerateValue(round)->unuse();
+    });
+    std::set<std::string> numbered;
+    for (std::string const & line : lines.fAll)
+        numbered.insert(line.substr(0, line.find(')')));
+    EXPECT_EQ(1600u, lines.fAll.size()); // made and destroyed
+    EXPECT_EQ(800u, numbered.size());
 }
 
 TEST(RefPtr, TakesAndGivesBack)
@@ -124,27 +154,11 @@ TEST(RefPtr, TakesAndGivesBack)
         EXPECT_EQ(3, count_of(*f.set));
         copy = hold(f.other);
         EXPECT_EQ(2, count_of(*f.set));
-        copy = f.set; // brings its reference along
         f.set->use();
+        copy = f.set; // takes that reference along
         EXPECT_EQ(3, count_of(*f.set));
         EXPECT_EQ(1, count_of(*f.other));
     }
     EXPECT_EQ(1, count_of(*f.set));
     EXPECT_FALSE(hold<MDXSet>(nullptr));
-}
-
-TEST(RefCount, ObjectsMadeOnEightThreads)
-{
-    Fixture f;
-    LogLines lines;
-    Level const memory("MEMORY", "MDXValue", 4);
-    on_eight_threads([&f] {
-        for (int round = 0; round < 100; ++round)
-            f.generator->GenerateValue(round)->unuse();
-    });
-    std::set<std::string> ids;
-    for (std::string const & line : lines.fAll)
-        ids.insert(line.substr(0, line.find(')')));
-    EXPECT_EQ(1600u, lines.fAll.size());
-    EXPECT_EQ(800u, ids.size());
 }

@@ -7,31 +7,25 @@
 
 namespace {
 
+void expect_setting(DWORD type, void const * value, std::size_t size, std::string const & want)
+{
+    ASSERT_EQ(::RegSetKeyValueW(HKEY_LOCAL_MACHINE, L"Software\\Log", L"Value", type, value, static_cast<DWORD>(size)), ERROR_SUCCESS);
+    EXPECT_EQ(read_setting("Value"), want) << type;
+}
+
 TEST(SettingsRegistry, HasTextsOfTwoKinds)
 {
     Machine const machine;
     ::SetEnvironmentVariableW(L"ODBOMODULE_TEST", L"D:\\a place whose name is longer than the variable's own");
     wchar_t const text[] = L"%ODBOMODULE_TEST%\\log.txt";
-    std::size_t const withoutZero = sizeof text - sizeof *text;
     std::uint64_t const number = 1;
-    struct {
-        DWORD type;
-        void const * value;
-        std::size_t size;
-        std::string want;
-    } const rows[] = {
-        { REG_SZ, text, sizeof text, "%ODBOMODULE_TEST%\\log.txt" },
-        { REG_SZ, text, withoutZero, "%ODBOMODULE_TEST%\\log.txt" },
-        { REG_EXPAND_SZ, text, sizeof text, "D:\\a place whose name is longer than the variable's own\\log.txt" },
-        { REG_SZ, nullptr, 0, "" },
-        { REG_MULTI_SZ, text, sizeof text, "none" },
-        { REG_QWORD, &number, sizeof number, "none" },
-        { REG_BINARY, &number, 4, "none" },
-    };
-    for (auto const & [type, value, size, want] : rows) {
-        ASSERT_EQ(::RegSetKeyValueW(HKEY_LOCAL_MACHINE, L"Software\\Log", L"Value", type, value, static_cast<DWORD>(size)), ERROR_SUCCESS);
-        EXPECT_EQ(read_setting("Value"), want) << type;
-    }
+    expect_setting(REG_SZ, text, sizeof text, "%ODBOMODULE_TEST%\\log.txt");
+    expect_setting(REG_SZ, text, sizeof text - sizeof *text, "%ODBOMODULE_TEST%\\log.txt"); // without its zero
+    expect_setting(REG_EXPAND_SZ, text, sizeof text, "D:\\a place whose name is longer than the variable's own\\log.txt");
+    expect_setting(REG_SZ, nullptr, 0, "");
+    expect_setting(REG_MULTI_SZ, text, sizeof text, "none");
+    expect_setting(REG_QWORD, &number, sizeof number, "none");
+    expect_setting(REG_BINARY, &number, 4, "none");
 }
 
 TEST(SettingsFiles, ArePlainAndInNobodysWay)
