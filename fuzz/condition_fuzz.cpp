@@ -8,11 +8,12 @@
 #include <memory>
 #include <stdexcept>
 
-static BRIM_o::Expression * tree(FuzzedDataProvider & bytes, std::deque<memory_cube::Node> & nodes, int depth)
+static BRIM_o::Expression * read_tree(FuzzedDataProvider & bytes, std::deque<memory_cube::Node> & nodes, int depth)
 {
     auto & node = nodes.emplace_back(BRIM_o::ExpressionType{ bytes.ConsumeIntegral<std::uint8_t>() });
-    for (int count = depth > 0 ? bytes.ConsumeIntegralInRange(0, 4) : 0; count > 0; --count)
-        node.fOperands.push_back(tree(bytes, nodes, depth - 1));
+    int const operands = depth > 0 ? bytes.ConsumeIntegralInRange(0, 4) : 0;
+    for (int i = 0; i < operands; ++i)
+        node.fOperands.push_back(read_tree(bytes, nodes, depth - 1));
     node.fText = u"'x]";
     node.fValue.vt = bytes.ConsumeIntegralInRange<VARTYPE>(VT_EMPTY, VT_UINT);
     node.fValue.llVal = node.fValue.vt == VT_BSTR ? 0 : bytes.ConsumeIntegral<std::int64_t>();
@@ -29,7 +30,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t siz
     tuple->AddField(field.get());
     FuzzedDataProvider bytes(data, size);
     std::deque<memory_cube::Node> nodes;
-    BRIM_o::Expression * const top = tree(bytes, nodes, 6);
+    BRIM_o::Expression * const top = read_tree(bytes, nodes, 6);
     try {
         set->Filter(top, tuple.get());
         RefPtr const again(generator->GenerateSet("{S}"));

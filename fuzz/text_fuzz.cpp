@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 
-static KelpString with_doubled(char16_t mark, KelpString const & text)
+static KelpString with_mark_doubled(char16_t mark, KelpString const & text)
 {
     KelpString result;
     for (char16_t const character : text)
@@ -25,9 +25,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t siz
     std::memcpy(text.data(), data, text.size() * sizeof(char16_t));
     KelpString doubled;
     quote_member_name(doubled, text);
-    assert(doubled == with_doubled(u'\'', text));
+    assert(doubled == with_mark_doubled(u'\'', text));
     double_sqaure_brackets(doubled, text);
-    assert(doubled == with_doubled(u']', text));
+    assert(doubled == with_mark_doubled(u']', text));
 
     KelpString const back = KelpString::fromUTF8(text.toUTF8());
     assert(back.size() == text.size() && back.toUTF8() == text.toUTF8());
