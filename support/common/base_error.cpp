@@ -3,6 +3,8 @@
 #include "odbomodule/host/core_log.h"
 #include "support/common/error_messages.h"
 
+#include <utility>
+
 BRIM_o::AnyErrorInsert::~AnyErrorInsert() = default;
 BRIM_o::AnyError::~AnyError() = default;
 
@@ -10,7 +12,16 @@ BaseError::BaseError(std::uint32_t code, char const * module, Severity severity,
     : fCode(code), fSeverity(severity), fCompleted(completed), fModule(module)
 {}
 BaseError::BaseError(BaseError const &) = default;
-BaseError & BaseError::operator=(BaseError const &) = default;
+BaseError & BaseError::operator=(BaseError const & other)
+{
+    BaseError copy(other); // may fail, while the old error still stands
+    fCode = copy.fCode;
+    fSeverity = copy.fSeverity;
+    fCompleted = copy.fCompleted;
+    fModule = std::move(copy.fModule);
+    fInserts = std::move(copy.fInserts);
+    return *this;
+}
 BaseError::~BaseError() = default;
 
 void BaseError::addInsert(KelpString const & text)
