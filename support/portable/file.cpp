@@ -1,5 +1,7 @@
 #include "odbomodule/host/file.h"
 
+#include "support/portable/descriptor.h"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <string>
@@ -8,16 +10,7 @@
 #include <unistd.h>
 
 struct File::Handle {
-    explicit Handle(int number) : descriptor(number) {}
-    ~Handle()
-    {
-        if (descriptor >= 0)
-            ::close(descriptor);
-    }
-    Handle(Handle const &) = delete;
-    Handle & operator=(Handle const &) = delete;
-
-    int const descriptor;
+    Descriptor file;
 };
 
 File::File(FileLocator const & location) : fLocation(location) {}
@@ -32,9 +25,9 @@ bool File::open(char const * mode)
         return false;
 
     std::filesystem::path const parent = fLocation.path().parent_path();
-    Handle const folder(::open(parent.empty() ? "." : parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    Descriptor const folder(::open(parent.empty() ? "." : parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     struct ::stat state;
-    if (folder.descriptor < 0 || ::fstat(folder.descriptor, &state) != 0)
+    if (folder.number() < 0 || ::fstat(folder.number(), &state) != 0)
         return false;
     // Where others may write, they could have put a file of theirs here, or a link to one of ours.
     bool const shared = fLocation.inSharedFolder() || (state.st_mode & S_IWOTH) != 0;
@@ -42,8 +35,9 @@ bool File::open(char const * mode)
     // O_NONBLOCK: to open a pipe of that name must not wait for its reader.
     int const flags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK | (shared ? O_NOFOLLOW : 0);
     std::filesystem::path const name = fLocation.path().filename();
-    auto handle = std::make_unique<Handle>(::openat(folder.descriptor, name.c_str(), flags, S_IRUSR | S_IWUSR));
-    if (handle->descriptor < 0 || ::fstat(handle->descriptor, &state) != 0 || !S_ISREG(state.st_mode))
+    auto handle = std::make_unique<Handle>();
+    handle->file.take(::openat(folder.number(), name.c_str(), flags, S_IRUSR | S_IWUSR));
+    if (handle->file.number() < 0 || ::fstat(handle->file.number(), &state) != 0 || !S_ISREG(state.st_mode))
         return false;
     if (shared && (state.st_uid != ::geteuid() || state.st_nlink > 1))
         return false;
@@ -58,7 +52,7 @@ void File::writeLine(KelpString const & text)
     std::string line = text.toUTF8();
     line += '\n';
     for (std::string_view rest = line; !rest.empty();) {
-        ssize_t const count = ::write(fHandle->descriptor, rest.data(), rest.size());
+        ssize_t const count = ::write(fHandle->file.number(), rest.data(), rest.size());
         if (count > 0)
             rest.remove_prefix(static_cast<std::size_t>(count));
         else if (count == 0 || errno != EINTR)

@@ -1,5 +1,6 @@
 #include "odbomodule/host/registry.h"
 
+#include "support/portable/descriptor.h"
 #include "support/portable/registry_text.h"
 
 #include <cerrno>
@@ -12,7 +13,7 @@
 
 namespace {
 
-constexpr off_t kLargestFile = 1024 * 1024;
+constexpr std::size_t kLargestFile = 1024 * 1024; // in bytes
 
 // The folders that may hold settings, the most personal first. In a process that has more rights than the user who
 // started it, secure_getenv gives nothing: the user does not choose a folder then.
@@ -27,27 +28,26 @@ std::vector<std::string> setting_folders()
     return folders;
 }
 
-// The bytes of a settings file; none for a file that is missing, too large or not a regular file.
+// The bytes of a settings file; none for a file that is missing, too large, not a regular file or not read to its
+// end.
 std::string read_file(std::string const & path)
 {
-    std::string bytes;
-    int const file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
-    if (file < 0)
-        return bytes;
+    Descriptor const file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
     struct ::stat state;
-    if (::fstat(file, &state) == 0 && S_ISREG(state.st_mode) && state.st_size <= kLargestFile) {
-        char buffer[4096];
-        for (;;) {
-            ssize_t const count = ::read(file, buffer, sizeof buffer);
-            if (count < 0 && errno == EINTR)
-                continue;
-            if (count <= 0 || bytes.size() > static_cast<std::size_t>(kLargestFile))
-                break;
+    if (file.number() < 0 || ::fstat(file.number(), &state) != 0 || !S_ISREG(state.st_mode))
+        return {};
+    std::string bytes;
+    char buffer[4096];
+    while (bytes.size() <= kLargestFile) {
+        ssize_t const count = ::read(file.number(), buffer, sizeof buffer);
+        if (count == 0)
+            return bytes;
+        if (count > 0)
             bytes.append(buffer, static_cast<std::size_t>(count));
-        }
+        else if (errno != EINTR)
+            return {};
     }
-    ::close(file);
-    return bytes;
+    return {};
 }
 
 std::optional<RegistryValue> find_value(

@@ -6,12 +6,16 @@
 #include <string_view>
 
 struct File::Handle {
-    explicit Handle(HANDLE opened) : file(opened) {}
-    ~Handle() { ::CloseHandle(file); }
+    Handle() = default;
+    ~Handle()
+    {
+        if (file != INVALID_HANDLE_VALUE)
+            ::CloseHandle(file);
+    }
     Handle(Handle const &) = delete;
     Handle & operator=(Handle const &) = delete;
 
-    HANDLE const file;
+    HANDLE file = INVALID_HANDLE_VALUE;
 };
 
 namespace {
@@ -70,17 +74,17 @@ bool File::open(char const * mode)
         return false;
 
     bool const shared = fLocation.inSharedFolder();
+    auto handle = std::make_unique<Handle>(); // may fail, while no file is open yet
     // Others may append to the file, read it and move it while it is open. A handle that may do no more than append
     // writes at the end, wherever the end is by then.
-    HANDLE const file = ::CreateFileW(path.c_str(),
+    handle->file = ::CreateFileW(path.c_str(),
         FILE_APPEND_DATA | FILE_READ_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE,
         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
         FILE_ATTRIBUTE_NORMAL | (shared ? FILE_FLAG_OPEN_REPARSE_POINT : 0), nullptr);
-    if (file == INVALID_HANDLE_VALUE)
+    if (handle->file == INVALID_HANDLE_VALUE)
         return false;
-    auto handle = std::make_unique<Handle>(file);
     BY_HANDLE_FILE_INFORMATION state;
-    if (::GetFileType(file) != FILE_TYPE_DISK || !::GetFileInformationByHandle(file, &state) ||
+    if (::GetFileType(handle->file) != FILE_TYPE_DISK || !::GetFileInformationByHandle(handle->file, &state) ||
         (state.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
         return false;
     if (shared && ((state.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 || state.nNumberOfLinks > 1))
