@@ -3,7 +3,9 @@
 #include "support/portable/descriptor.h"
 
 #include <cerrno>
+#include <ctime>
 #include <fcntl.h>
+#include <signal.h>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
@@ -11,7 +13,41 @@
 
 struct File::Handle {
     Descriptor file;
+    bool cut = false; // whether what was last written ends amid a line
 };
+
+namespace {
+
+// Keeps the signal of a file at its size limit from this thread, for the length of a scope: it would end the process.
+// One that came within the scope is taken off; the write has failed, which says the same.
+class LimitSignalHeld {
+public:
+    LimitSignalHeld()
+    {
+        ::sigset_t pending;
+        ::sigemptyset(&fSignal);
+        ::sigaddset(&fSignal, SIGXFSZ);
+        ::pthread_sigmask(SIG_BLOCK, &fSignal, &fMaskBefore);
+        ::sigpending(&pending);
+        fPendingBefore = ::sigismember(&pending, SIGXFSZ) == 1;
+    }
+    ~LimitSignalHeld()
+    {
+        ::timespec const noTime{};
+        while (!fPendingBefore && ::sigtimedwait(&fSignal, nullptr, &noTime) < 0 && errno == EINTR)
+            continue;
+        ::pthread_sigmask(SIG_SETMASK, &fMaskBefore, nullptr);
+    }
+    LimitSignalHeld(LimitSignalHeld const &) = delete;
+    LimitSignalHeld & operator=(LimitSignalHeld const &) = delete;
+
+private:
+    ::sigset_t fSignal;
+    ::sigset_t fMaskBefore;
+    bool fPendingBefore;
+};
+
+}
 
 File::File(FileLocator const & location) : fLocation(location) {}
 
@@ -51,11 +87,16 @@ void File::writeLine(KelpString const & text)
         return;
     std::string line = text.toUTF8();
     line += '\n';
+    if (fHandle->cut)
+        line.insert(line.begin(), '\n');
+    LimitSignalHeld const held;
     for (std::string_view rest = line; !rest.empty();) {
         ssize_t const count = ::write(fHandle->file.number(), rest.data(), rest.size());
-        if (count > 0)
+        if (count > 0) {
+            fHandle->cut = rest[static_cast<std::size_t>(count) - 1] != '\n';
             rest.remove_prefix(static_cast<std::size_t>(count));
-        else if (count == 0 || errno != EINTR)
+        } else if (count == 0 || errno != EINTR) {
             return;
+        }
     }
 }

@@ -16,19 +16,23 @@ struct File::Handle {
     Handle & operator=(Handle const &) = delete;
 
     HANDLE file = INVALID_HANDLE_VALUE;
+    bool cut = false; // whether what was last written ends amid a line
 };
 
 namespace {
 
 // Keeps out other processes that write by this class, for the length of a scope. On the system's own file systems a
 // handle that may only append writes in one piece, but not on every other one. The lock is on a byte beyond the end
-// of any file, so that readers are not kept out.
+// of any file, so that readers are not kept out. Who does not give it back in time is not waited for.
 class WriteLock {
 public:
     explicit WriteLock(HANDLE file) : fFile(file)
     {
         fPlace.OffsetHigh = MAXLONG;
-        fHeld = ::LockFileEx(fFile, LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &fPlace) != FALSE;
+        constexpr ULONGLONG kLongestWait = 2000; // in milliseconds
+        ULONGLONG const start = ::GetTickCount64();
+        while (!lock() && ::GetLastError() == ERROR_LOCK_VIOLATION && ::GetTickCount64() - start < kLongestWait)
+            ::Sleep(1);
     }
     ~WriteLock()
     {
@@ -39,9 +43,16 @@ public:
     WriteLock & operator=(WriteLock const &) = delete;
 
 private:
+    bool lock()
+    {
+        DWORD const flags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
+        fHeld = ::LockFileEx(fFile, flags, 0, 1, 0, &fPlace) != FALSE;
+        return fHeld;
+    }
+
     HANDLE const fFile;
     OVERLAPPED fPlace{};
-    bool fHeld;
+    bool fHeld = false;
 };
 
 // The text as a line of this system: it ends in "\r\n", and so does each line within it.
@@ -97,13 +108,16 @@ void File::writeLine(KelpString const & text)
 {
     if (!fHandle)
         return;
-    std::string const line = line_of(text);
+    std::string line = line_of(text);
+    if (fHandle->cut)
+        line.insert(0, "\r\n");
     WriteLock const lock(fHandle->file);
     for (std::string_view rest = line; !rest.empty();) {
         DWORD const part = rest.size() > MAXLONG ? MAXLONG : static_cast<DWORD>(rest.size());
         DWORD written = 0;
         if (!::WriteFile(fHandle->file, rest.data(), part, &written, nullptr) || written == 0)
             return;
+        fHandle->cut = rest[written - 1] != '\n';
         rest.remove_prefix(written);
     }
 }
