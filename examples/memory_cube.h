@@ -13,30 +13,33 @@
 // pointer to them, so they may go as soon as a call has returned.
 namespace memory_cube {
 
-struct Dimension final : BRIM_o::Dimension {
+struct Dimension : BRIM_o::Dimension {
     KelpString fName;
     KelpString fUniqueName;
 
     Dimension(KelpString const & name, KelpString const & uniqueName) : fName(name), fUniqueName(uniqueName) {}
+    virtual ~Dimension() = default;
     KelpString const & getName() const override { return fName; }
     KelpString const & getUniqueName() const override { return fUniqueName; }
 };
 
-struct Level final : BRIM_o::Level {
+struct Level : BRIM_o::Level {
     KelpString fUniqueName;
 
     explicit Level(KelpString const & uniqueName) : fUniqueName(uniqueName) {}
+    virtual ~Level() = default;
     KelpString const & getUniqueName() const override { return fUniqueName; }
 };
 
-struct Member final : BRIM_o::Member {
+struct Member : BRIM_o::Member {
     KelpString fUniqueName;
 
     explicit Member(KelpString const & uniqueName) : fUniqueName(uniqueName) {}
+    virtual ~Member() = default;
     KelpString const & getUniqueName() const override { return fUniqueName; }
 };
 
-struct Calculation final : BRIM_o::Calculation {
+struct Calculation : BRIM_o::Calculation {
     BRIM_o::Hierarchy const * fHierarchy;
     KelpString fUniqueName;
     KelpString fParentUniqueName; // empty directly under the hierarchy
@@ -44,6 +47,7 @@ struct Calculation final : BRIM_o::Calculation {
     Calculation(BRIM_o::Hierarchy const * hierarchy, KelpString const & uniqueName, KelpString const & parent = {})
         : fHierarchy(hierarchy), fUniqueName(uniqueName), fParentUniqueName(parent)
     {}
+    virtual ~Calculation() = default;
     BRIM_o::Hierarchy const * getHierarchy() const override { return fHierarchy; }
     KelpString getUniqueName() const override { return fUniqueName; }
     KelpString getParentUniqueName() const override { return fParentUniqueName; }

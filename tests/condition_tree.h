@@ -1,5 +1,5 @@
 #pragma once
-#include "examples/memory_cube.h"
+#include "tests/asked_host.h"
 
 #include <memory>
 #include <string>
@@ -13,7 +13,7 @@ struct Tree {
 
     Tree(std::shared_ptr<memory_cube::Node> node) : fNode(std::move(node)) {}
     Tree(BRIM_o::ExpressionType kind, std::vector<Tree> operands = {})
-        : fNode(std::make_shared<memory_cube::Node>(kind)), fOperands(std::move(operands))
+        : fNode(std::make_shared<AskedNode>(kind)), fOperands(std::move(operands))
     {
         for (Tree const & operand : fOperands)
             fNode->fOperands.push_back(operand.fNode.get());
@@ -23,10 +23,10 @@ struct Tree {
 
 inline Tree text_node(std::u16string const & text, BRIM_o::ExpressionType kind = BRIM_o::ET_STRING)
 {
-    return { std::make_shared<memory_cube::Node>(kind, text) };
+    return { std::make_shared<AskedNode>(kind, text) };
 }
 
 inline Tree number_node(double number)
 {
-    return { std::make_shared<memory_cube::Node>(number) };
+    return { std::make_shared<AskedNode>(number) };
 }

@@ -1,6 +1,6 @@
 #pragma once
-#include "examples/memory_cube.h"
 #include "odbomodule/odbomodule.h"
+#include "tests/asked_host.h"
 
 #include "odbomodule/host/core_log.h"
 
@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <new>
 #include <ostream>
 #include <string>
 #include <tuple>
@@ -51,12 +52,12 @@ struct Fixture {
     std::unique_ptr<MDXQueryGenerator> generator; // on the cube [Sales]
 
     // The cube's parts; the hierarchy `h` has three levels and no calculated member at first.
-    memory_cube::Dimension dimension{ "D", "[Dim]" };
-    memory_cube::Hierarchy h{ &dimension, "N", "[H]" };
-    memory_cube::Level country{ "[H].[Country]" }, city{ "[H].[City]" }, shop{ "[H].[Shop]" };
-    memory_cube::Member member{ "[H].[Japan]" };
-    memory_cube::Calculation calculation{ &h, "[H].[North]" };
-    memory_cube::Calculation child{ &h, "[H].[Japan].[South]", "[H].[Japan]" };
+    AskedDimension dimension{ "D", "[Dim]" };
+    AskedHierarchy h{ &dimension, "N", "[H]" };
+    AskedLevel country{ "[H].[Country]" }, city{ "[H].[City]" }, shop{ "[H].[Shop]" };
+    AskedMember member{ "[H].[Japan]" };
+    AskedCalculation calculation{ &h, "[H].[North]" };
+    AskedCalculation child{ &h, "[H].[Japan].[South]", "[H].[Japan]" };
     KelpString condition = " c ";
 
     MDXSet *const set, *const other;
@@ -94,9 +95,9 @@ struct Fixture {
             object->unuse();
     }
     // With a reference for the caller.
-    MDXSet * makeSet(KelpString const & text) const { return fGeneral ? new General<MDXSet>(text) : generator->GenerateSet(text); }
-    MDXField * makeField(KelpString const & text) const { return fGeneral ? new General<MDXField>(text) : generator->GenerateField(text); }
-    MDXValue * makeValue(KelpString const & text) const { return fGeneral ? new General<MDXValue>(text) : generator->GenerateValue(text); }
+    MDXSet * makeSet(KelpString const & text) const { return fGeneral ? new HostText<MDXSet>(text) : generator->GenerateSet(text); }
+    MDXField * makeField(KelpString const & text) const { return fGeneral ? new HostText<MDXField>(text) : generator->GenerateField(text); }
+    MDXValue * makeValue(KelpString const & text) const { return fGeneral ? new HostText<MDXValue>(text) : generator->GenerateValue(text); }
 
     // The texts and counts of all objects but one. A tuple's text is left out: its members may be that one.
     std::string state_without(support::RefCount const * left_out) const
@@ -124,6 +125,8 @@ struct OperationRow {
 #define CALL(...) #__VA_ARGS__, []([[maybe_unused]] Fixture & f) { return __VA_ARGS__; }
 #define GIVEN(...) [](Fixture & f) { __VA_ARGS__; }
 
+inline std::string const kNoMemory = "no memory";
+
 // An MDXError with its inserts, and what `body` throws of it, as one text; empty when it throws none.
 inline std::string raises(std::uint32_t code, std::string const & inserts = "")
 {
@@ -140,6 +143,8 @@ inline std::string error_of(std::function<void()> const & body)
         for (std::int32_t i = 0; i < error.numInserts(); ++i)
             inserts += (i == 0 ? "" : ", ") + error.getInsert(i)->getText().toUTF8();
         return raises(error.code(), inserts);
+    } catch (std::bad_alloc const &) {
+        return kNoMemory;
     }
 }
 

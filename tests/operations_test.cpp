@@ -1,12 +1,15 @@
+#include "tests/allocations.h"
 #include "tests/condition_tree.h"
 #include "tests/fixture.h"
 
 #include <algorithm>
+#include <new>
 #include <set>
 #include <stdexcept>
 #include <type_traits>
 
-// Runs the rows of docs/operations.md and of README.md's table, which are taken from the documents when this is built.
+// Runs the rows of docs/operations.md and of README.md's table, which are taken from the documents when this is built: as they
+// are, with objects that say another text than they hold, and with each call of the host and each allocation failing in turn.
 
 namespace {
 
@@ -14,6 +17,7 @@ using namespace BRIM_o;
 
 // The fixture with the names and texts of the documents.
 struct Documented : Fixture {
+    bool const fGeneralStatements;
     KelpString text = "c";
     Tree const a = text_node(u"a"), b = text_node(u"b"), c = text_node(u"c"), tree{ ET_GREATERTHAN, { a, b } };
     Tree const p{ ET_TUPLE_VALUE, { text_node(u"p") } };
@@ -21,7 +25,8 @@ struct Documented : Fixture {
     RefPtr<MDXCreateQuery> const create = statement<MDXCreateQuery>(MDXQuery::QT_CREATE);
     RefPtr<MDXDropQuery> const drop = statement<MDXDropQuery>(MDXQuery::QT_DROP);
 
-    explicit Documented(Classes classes) : Fixture(classes, { "s", "t", "m", "n", "x", "v", "w" })
+    explicit Documented(Classes classes, Texts const & texts = { "s", "t", "m", "n", "x", "v", "w" }, bool dialectStatements = false)
+        : Fixture(classes, texts), fGeneralStatements(classes == kGeneral && !dialectStatements)
     {
         dimension.fName = "Store";
         dimension.fUniqueName = "[Store]";
@@ -38,7 +43,7 @@ struct Documented : Fixture {
     template <class Statement>
     RefPtr<Statement> statement(MDXQuery::QueryType type) const
     {
-        if (fGeneral)
+        if (fGeneralStatements)
             return RefPtr<Statement>(new General<Statement>("[Sales]"));
         return RefPtr(static_cast<Statement *>(generator->GenerateQuery(type, nullptr)));
     }
@@ -85,6 +90,95 @@ bool makes_an_object(std::string_view row)
     return row.find("generator->") != row.npos;
 }
 
+// All texts, counts and statements of the fixture.
+std::string state_of(Documented & f)
+{
+    std::string state = f.state_without(nullptr);
+    for (MDXQuery const * const query : std::initializer_list<MDXQuery const *>{ f.select.get(), f.create.get(), f.drop.get() })
+        state += error_of([&] { state += mdx_of(*query) + "; "; });
+    EXPECT_EQ(doubled_quotes(mdx_of(*f.set)), f.set->getQuotedText().toUTF8());
+    EXPECT_EQ(doubled_quotes(mdx_of(*f.value)), f.value->getQuotedText().toUTF8());
+    return state;
+}
+
+// Has each call of a host object fail in turn, then each allocation. A row leaves all as it was, unless it goes by steps, and does
+// what it should when it is tried again.
+template <class Call>
+void survives_faults(char const * row, Classes classes, Call const & call)
+{
+    auto const has = [row](char const * part) { return std::string_view(row).find(part) != std::string_view::npos; };
+    bool const strips = has("Hierarchize(false, hierarchy"); // what it has done then would be done twice
+    bool const bySteps = strips || has("TakeTopLevel") || has("Extract") || has("TakeLeafNodes") || has("TakeCo") || has("LinReg");
+    if (has(")->") || has("), ")) // several operations
+        return;
+    auto const run = [&](Documented & f) {
+        auto const result = call(f);
+        if constexpr (std::is_pointer_v<decltype(result)>)
+            makes_an_object(row) ? result->unuse() : 0;
+    };
+    Documented expected(classes);
+    run(expected);
+    std::string const after = state_of(expected);
+    for (bool const memory : { false, true }) {
+        bool failed = kAllocationsFail || !memory;
+        for (std::size_t nth = 1; failed; ++nth) {
+            Documented f(classes);
+            std::string const before = state_of(f);
+            gFailAt = memory ? nth : 0;
+            gAsked = [memory, left = nth]() mutable { !memory && --left == 0 ? throw std::bad_alloc() : void(); };
+            failed = false;
+            try {
+                run(f);
+            } catch (std::bad_alloc const &) {
+                failed = true;
+            }
+            gFailAt = 0;
+            gAsked = nullptr;
+            EXPECT_TRUE(!failed || bySteps || before == state_of(f)) << row;
+            if (failed && !strips)
+                run(f);
+            EXPECT_TRUE((failed && strips) || after == state_of(f)) << row;
+        }
+    }
+}
+
+// The fixture with general objects that say what they should and hold something else, but for the one that a row works on.
+template <class Own>
+struct Masked : Documented {
+    template <class Object>
+    static constexpr bool kIsOwn = std::is_same_v<Own, Object *>;
+
+    explicit Masked(bool dialectStatements = false)
+        : Documented(kGeneral,
+              { kIsOwn<MDXSet> ? "s" : "held", "held", kIsOwn<MDXField> ? "m" : "held", "held", kIsOwn<MDXValue> ? "x" : "held", "held",
+                  "held" },
+              dialectStatements)
+    {
+        says(set, kIsOwn<MDXSet> ? "said" : "s");
+        says(other, "t");
+        says(field, kIsOwn<MDXField> ? "said" : "m");
+        says(second, "n");
+        says(value, kIsOwn<MDXValue> ? "said" : "x");
+        says(weight, "v");
+        says(third, "w");
+    }
+    template <class Base>
+    static void says(Base * object, char const * text)
+    {
+        static_cast<HostText<Base> *>(object)->fSays = text;
+    }
+};
+
+// What a call gives as text: its own, or that of the object that it returns.
+template <class Result>
+std::string text_of(char const * row, Result result)
+{
+    if constexpr (std::is_same_v<Result, KelpString>)
+        return result.toUTF8();
+    else
+        return makes_an_object(row) ? text_of_new(result) : mdx_of(*result);
+}
+
 // An operation, with the text that the dialect gives, and the general one where it differs.
 template <class Call>
 void operation(char const * row, Call const & call, char const * want, char const * generalWant = nullptr)
@@ -94,28 +188,30 @@ void operation(char const * row, Call const & call, char const * want, char cons
         Documented f(classes);
         std::string const text = classes == kGeneral && generalWant != nullptr ? generalWant : want;
         if constexpr (kHasOperations<Result>) {
-            if (!makes_an_object(row)) {
+            if (!makes_an_object(row))
                 expect_operation<std::remove_pointer_t<Result>>(f, { row, [&](Fixture &) { return call(f); }, text });
-                continue;
-            }
+        } else {
+            EXPECT_EQ(text, text_of(row, call(f))) << row;
         }
-        if constexpr (std::is_same_v<Result, KelpString>)
-            EXPECT_EQ(text, call(f).toUTF8()) << row;
-        else if (makes_an_object(row))
-            EXPECT_EQ(text, text_of_new(call(f))) << row;
-        else
-            EXPECT_EQ(text, mdx_of(*call(f))) << row;
+        survives_faults(row, classes, call);
+    }
+    if (makes_an_object(row)) {
+        Masked<void> f;
+        EXPECT_EQ(want, text_of(row, call(f))) << row;
+    } else {
+        Masked<Result> f;
+        EXPECT_EQ(generalWant != nullptr ? generalWant : want, text_of(row, call(f))) << row;
     }
 }
 
 // What depends on the way that the generator spells hierarchies.
 template <class Call>
-void spelling(char const * row, Call const & call, std::string const & uniqueNames, std::string const & flatNames)
+void spelling(char const * row, Call const & call, char const * uniqueNames, char const * flatNames)
 {
     for (Classes const classes : { kDialect, kFlatDialect }) {
         Documented f(classes);
-        auto * const object = call(f);
-        EXPECT_EQ(classes == kDialect ? uniqueNames : flatNames, makes_an_object(row) ? text_of_new(object) : mdx_of(*object)) << row;
+        EXPECT_EQ(classes == kDialect ? uniqueNames : flatNames, text_of(row, call(f))) << row;
+        survives_faults(row, classes, call);
     }
 }
 
@@ -124,16 +220,25 @@ template <class Call>
 void statement(
     char const * row, Call const & add, std::string const & want, std::string const & onSeveralLines, char const * generalWant = nullptr)
 {
-    for (Classes const classes : { kDialect, kGeneral }) {
-        Documented f(classes);
+    auto const expect = [&](Documented & f, bool general) {
         add(f);
         std::string_view const words = std::string_view(row).substr(std::string_view(row).find(' ') + 1);
         MDXQuery const & query = words.starts_with("create") ? static_cast<MDXQuery const &>(*f.create)
                                  : words.starts_with("drop") ? static_cast<MDXQuery const &>(*f.drop)
                                                              : *f.select;
-        bool const differs = classes == kGeneral && generalWant != nullptr;
+        bool const differs = general && generalWant != nullptr;
         EXPECT_EQ(differs ? generalWant : want, query.getText(false).toUTF8()) << row;
-        EXPECT_EQ(differs ? query.getText(true).toUTF8() : onSeveralLines, query.getText(true).toUTF8()) << row;
+        EXPECT_TRUE(differs || onSeveralLines == query.getText(true).toUTF8()) << row;
+    };
+    auto const call = [&](Documented & f) { return add(f), 0; };
+    for (Classes const classes : { kDialect, kGeneral }) {
+        Documented f(classes);
+        expect(f, classes == kGeneral);
+        survives_faults(row, classes, call);
+        if (std::string_view(row).find("v->") == std::string_view::npos) {
+            Masked<void> masked(classes == kDialect);
+            expect(masked, classes == kGeneral);
+        }
     }
 }
 
@@ -159,7 +264,11 @@ void condition(char const * row, Call const & call, std::string const & want, st
     for (Classes const classes : { kDialect, kGeneral }) {
         Documented f(classes);
         Tree const tree = call(f);
-        expect_operation<MDXSet>(f, { row, [&](Fixture &) { return f.set->Filter(tree.get(), f.single); }, want });
+        auto const filter = [&tree](Documented & each) { return each.set->Filter(tree.get(), each.single); };
+        expect_operation<MDXSet>(f, { row, [&](Fixture &) { return filter(f); }, want });
+        Masked<MDXSet *> masked;
+        EXPECT_EQ(want, mdx_of(*filter(masked))) << row;
+        survives_faults(row, classes, filter);
         EXPECT_EQ(number, std::to_string(tree.fNode->fType)) << row;
         gKinds.insert(tree.fNode->fType);
 

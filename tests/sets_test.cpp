@@ -9,7 +9,7 @@ TEST(MDXSet, CopyAndAssignment)
     Fixture f;
     f.other->SetExpression("{it's}")->getQuotedText();
     RefPtr<MDXSet> const held = hold(f.other);
-    RefPtr<MDXSet> const copy(new General<MDXSet>(static_cast<General<MDXSet> const &>(*f.other)));
+    RefPtr<MDXSet> const copy(new HostText<MDXSet>(static_cast<HostText<MDXSet> const &>(*f.other)));
     f.set->getQuotedText();
     *f.set = *f.other;
     f.other->Empty();

@@ -1,3 +1,4 @@
+#include "tests/allocations.h"
 #include "tests/fixture.h"
 
 #include "odbomodule/statements/formula_specifications.h"
@@ -52,6 +53,24 @@ TEST(MDXSelectQuery, Text)
                                              "FROM [Sales] \n"
                                              "WHERE \n"
                                              "      ( [F], [G] )   CELL PROPERTIES P, Q, R");
+}
+
+TEST(MDXSelectQuery, KeepsItsCellPropertiesWhenMemoryRunsOut)
+{
+    Fixture f;
+    std::string const name = "a name too long for a string's own room";
+    bool failed = kAllocationsFail;
+    for (std::size_t nth = 1; failed; ++nth) {
+        RefPtr const query(new General<MDXSelectQuery>("[Sales]"));
+        query->AddAxisSpecification(0, f.set, {}, kAll);
+        query->AddCellProperty(KelpString(name.c_str()));
+        std::vector<KelpString> const more(2, name.c_str());
+        gFailAt = nth;
+        failed = error_of([&] { query->AddCellProperties(more); }) == kNoMemory;
+        gFailAt = 0;
+        EXPECT_EQ(
+            "SELECT {A} ON COLUMNS FROM [Sales]  CELL PROPERTIES " + name + (failed ? "" : ", " + name + ", " + name), mdx_of(*query));
+    }
 }
 
 TEST(MDXSelectQuery, Refusals)

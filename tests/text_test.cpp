@@ -1,3 +1,4 @@
+#include "tests/allocations.h"
 #include "tests/fixture.h"
 
 #include "odbomodule/base/text.h"
@@ -5,10 +6,8 @@
 #include <cstdlib>
 #include <new>
 
-// Every allocation that the test makes on this thread goes through here, so that it can be counted or fail: also those
-// of the libraries, except on Windows, where a DLL brings its own.
-static thread_local std::size_t gAllocations = 0;
-static thread_local std::size_t gFailAt = 0; // 1 fails the next one; 0 none
+thread_local std::size_t gAllocations = 0;
+thread_local std::size_t gFailAt = 0;
 
 [[gnu::noinline]] void * operator new(std::size_t size) // since gcc takes an inlined pair for a mismatch
 {
@@ -77,35 +76,3 @@ TEST(Text, OneAllocationForAText)
             f.value->ReverseSign();
     }));
 }
-
-#if !defined(_WIN32) // where the libraries' allocations do not fail by gFailAt
-
-// Makes each allocation that an operation could want fail in turn, until it gets all that it wants.
-static void fail_each(char const * name, MDXSet * (*call)(Fixture &))
-{
-    for (std::size_t nth = 1; nth < 100; ++nth) {
-        Fixture f(kDialect);
-        f.set->TakeName(KelpString("a set whose text is too long for a string's own room"));
-        KelpString const old = f.set->getText();
-        gFailAt = nth;
-        try {
-            call(f);
-            EXPECT_TRUE(std::exchange(gFailAt, 0u) > 0 && nth > 1) << name;
-            return;
-        } catch (std::bad_alloc const &) {
-            EXPECT_EQ(old, f.set->getText()) << name;
-        }
-    }
-    ADD_FAILURE() << name << " goes on failing";
-}
-
-TEST(Text, AFailedAllocationLeavesTheOldText)
-{
-    fail_each(CALL(*f.set *= *f.other));
-    fail_each(CALL(f.set->TakeSubset(f.tuple, f.single)));
-    fail_each(CALL(f.set->TakeAncestorsOfMember(KelpString("[M]"), true, 5)));
-    fail_each(CALL(f.set->TakeFilter(f.value)));
-    fail_each(CALL(f.makeField(f.set->getText())->unuse(), f.set)); // nor does it leave anything behind, which a leak checker sees
-}
-
-#endif

@@ -1,0 +1,76 @@
+#pragma once
+#include "examples/memory_cube.h"
+#include "odbomodule/odbomodule.h"
+
+#include <functional>
+
+// The host's objects, which tell whenever the library asks them for something.
+
+inline thread_local std::function<void()> gAsked;
+
+// The answer, after having told that it was asked for.
+template <class Answer>
+Answer && answer(Answer && given)
+{
+    if (gAsked)
+        gAsked();
+    return std::forward<Answer>(given);
+}
+
+struct AskedDimension final : memory_cube::Dimension {
+    using Dimension::Dimension;
+    KelpString const & getName() const override { return answer(fName); }
+    KelpString const & getUniqueName() const override { return answer(fUniqueName); }
+};
+
+template <class Part>
+struct AskedPart final : Part {
+    using Part::Part;
+    KelpString const & getUniqueName() const override { return answer(Part::getUniqueName()); }
+};
+using AskedLevel = AskedPart<memory_cube::Level>;
+using AskedMember = AskedPart<memory_cube::Member>;
+
+struct AskedCalculation final : memory_cube::Calculation {
+    using Calculation::Calculation;
+    BRIM_o::Hierarchy const * getHierarchy() const override { return answer(fHierarchy); }
+    KelpString getUniqueName() const override { return answer(fUniqueName); }
+    KelpString getParentUniqueName() const override { return answer(fParentUniqueName); }
+};
+
+struct AskedHierarchy final : memory_cube::Hierarchy {
+    using Base = memory_cube::Hierarchy;
+    using Base::Base;
+    KelpString const & getName() const override { return answer(fName); }
+    KelpString const & getUniqueName() const override { return answer(fUniqueName); }
+    BRIM_o::Level * getLevel(std::int32_t index) const override { return answer(Base::getLevel(index)); }
+    std::int32_t getLevelCount() override { return answer(Base::getLevelCount()); }
+    void getCalculationIds(std::vector<BRIM_o::CalculationId> & ids) const override { return answer(0), Base::getCalculationIds(ids); }
+    bool getCalculation(BRIM_o::CalculationId id, BRIM_o::Calculation *& found) const override
+    {
+        return answer(Base::getCalculation(id, found));
+    }
+    void getCalculations(std::map<BRIM_o::CalculationId, BRIM_o::Calculation *> & all) override
+    {
+        return answer(0), Base::getCalculations(all);
+    }
+    BRIM_o::Dimension const * getDimension() const override { return answer(fDimension); }
+};
+
+struct AskedNode final : memory_cube::Node {
+    using Node::Node;
+    std::vector<BRIM_o::Expression *> const & getChildren() override { return answer(fOperands); }
+    BRIM_o::ExpressionType getType() override { return answer(fType); }
+    VARIANT const * getValue() override { return answer(&fValue); }
+    char16_t const * getString() override { return answer(fText.c_str()); }
+};
+
+// A set, member or value as a host could derive it. It may say another text than it holds.
+template <class Base>
+struct HostText final : Base {
+    using Base::Base;
+    char const * fSays = nullptr;
+
+    KelpString getText() const override { return answer(fSays != nullptr ? KelpString(fSays) : Base::getText()); }
+    KelpString getQuotedText() override { return answer(fSays != nullptr ? KelpString(fSays) : Base::getQuotedText()); }
+};
