@@ -1,0 +1,72 @@
+#undef NDEBUG // the invariants are assertions
+#include "odbomodule/odbomodule.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <functional>
+#include <fuzzer/FuzzedDataProvider.h>
+
+using Operation = std::function<support::RefCount *(MDXSet & s, MDXField & m, MDXValue & x)>;
+#define CALL(...) [&](MDXSet & s, MDXField & m, MDXValue & x) { return (void)s, (void)m, (void)x, __VA_ARGS__; }
+
+static KelpString checked_text(auto & object)
+{
+    KelpString quoted;
+    quote_member_name(quoted, object.getText());
+    assert(object.getQuotedText() == quoted);
+    return object.getText();
+}
+
+// The texts after an operation. The object that it returns alone may have another one; after an error none has.
+static std::array<KelpString, 3> outcome(Operation const & operation, MDXSet & s, MDXField & m, MDXValue & x)
+{
+    std::array const old{ s.getText(), m.getText(), x.getText() };
+    support::RefCount const * changed = nullptr;
+    try {
+        changed = operation(s, m, x);
+    } catch (MDXError const &) {
+    }
+    std::array const now{ checked_text(s), checked_text(m), checked_text(x) };
+    assert((changed == &s || now[0] == old[0]) && (changed == &m || now[1] == old[1]));
+    assert(changed == &x || now[2] == old[2]);
+    return now;
+}
+
+// An object with a past, whose text may have room to be rewritten where it stands, gets the text that one gets that
+// is made afresh. A statement around the set follows. A wrong count shows as a leak or as a use after the end.
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size)
+{
+    static auto * const generator = createMSOLAP7QueryGenerator("[C]", false);
+    RefPtr const set(generator->GenerateSet());
+    RefPtr const field(generator->GenerateField("[F]"));
+    RefPtr const value(generator->GenerateValue(0));
+    RefPtr const tuple(generator->GenerateTuple());
+    RefPtr const query(static_cast<MDXSelectQuery *>(generator->GenerateQuery(MDXQuery::QT_SELECT, nullptr)));
+    query->AddAxisSpecification(0, set.get(), {}, MDXSelectQuery::NES_ALL);
+    tuple->AddField(field.get());
+    FuzzedDataProvider bytes(data, size);
+    for (std::size_t length = 0; bytes.remaining_bytes() > 0 && length < 1000;) {
+        KelpString const text = KelpString::fromUTF8(bytes.ConsumeRandomLengthString(20));
+        auto const n = bytes.ConsumeIntegral<std::int32_t>(), count = bytes.ConsumeIntegral<std::int32_t>();
+        bool const flag = bytes.ConsumeBool();
+        Operation const operations[] = { CALL(s += m), CALL(s *= s), CALL(s.AddField(m, flag)), CALL(s.Delimit()),
+            CALL(s.TakeName(text)), CALL(s.TakeSubset(n, count)), CALL(s.TakeSubset(tuple.get(), n, count)),
+            CALL(s.TakeSubset(tuple.get(), tuple.get())), CALL(s.DrillUp(text)), CALL(s.DrillUpOnSet(&s)),
+            CALL(s.TakeAncestorsOfMember(text, flag, std::min(n, 8))), CALL(s.TakeFilter(&x)), CALL(s.Order(n, &x)),
+            CALL(s.TakeExtremity(
+                MDXSet::ExtremityType{ n }, MDXSet::ExtremityMeasure{ count }, text, flag ? tuple.get() : nullptr)),
+            CALL(s.TakeSiblings(&m, nullptr)), CALL(s.TakeDescendants(text, nullptr, true, n, text)),
+            CALL(m.MoveToChild(text)), CALL(m.TakeAncestorAtLevel(nullptr, n)), CALL(m.LoopLeft()),
+            CALL(m.ReplaceName(text)), CALL(x.TakeSum(&s)),
+            CALL(x.TakeLinRegPoint(&x, &s, &x, flag ? &x : nullptr)), CALL(x.TakeProperty(&m, text)),
+            CALL(x.Add(n)), CALL(x.ReverseSign()), CALL(x.TakeEquality(text)) };
+        Operation const operation = bytes.PickValueInArray(operations);
+        auto const want = outcome(operation, *RefPtr(generator->GenerateSet(set.get())),
+            *RefPtr(generator->GenerateField(field.get())), *RefPtr(generator->GenerateValue(value->getText())));
+        assert(outcome(operation, *set, *field, *value) == want);
+        assert(query->getText(false).find(want[0]) != KelpString::npos);
+        length = want[0].size() + want[1].size() + want[2].size();
+    }
+    return 0;
+}
