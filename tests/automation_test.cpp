@@ -31,6 +31,17 @@ VARIANT variant(int type, Bits bits = 0)
     return value;
 }
 
+VARIANT decimal_variant(std::uint8_t scale, std::uint8_t sign, std::uint32_t high, std::uint64_t low)
+{
+    VARIANT value{};
+    value.decVal.scale = scale;
+    value.decVal.sign = sign;
+    value.decVal.Hi32 = high;
+    value.decVal.Lo64 = low;
+    value.vt = VT_DECIMAL;
+    return value;
+}
+
 VARIANT text_variant(std::u16string const & text)
 {
     return variant(VT_BSTR, SysAllocStringLen(ole_characters(text.data()), static_cast<unsigned>(text.size())));
@@ -42,6 +53,7 @@ std::string in_words(VARIANT const & value)
     switch (value.vt) {
     case VT_I4: return std::to_string(value.lVal);
     case VT_BOOL: return std::to_string(value.boolVal);
+    case VT_DECIMAL: return "high part " + std::to_string(value.decVal.Hi32);
     case VT_R8: StringConverters::convertRealToString(value.dblVal, text, 10, 17, false); break;
     case VT_BSTR: text.assign(plain_characters(value.bstrVal), SysStringLen(value.bstrVal)); break;
     default: return "type " + std::to_string(value.vt);
@@ -98,6 +110,8 @@ TEST(VariantChangeType, NumbersDatesAndPointers)
 {
     std::int32_t whole = -12;
     VARIANT text = variant(VT_BSTR, SysAllocString(ole_characters(u"7.5")));
+    DECIMAL half = decimal_variant(1, 0, 0, 5).decVal;
+    half.wReserved = 77; // which is no type here
     VARIANT endless = variant(VT_BYREF | VT_VARIANT, &endless);
     expect_conversions({
         // value, as a whole number, as a text, as a real
@@ -145,6 +159,15 @@ TEST(VariantChangeType, NumbersDatesAndPointers)
         { variant(VT_CY, 25000ll), "2", "2.5" },
         { variant(VT_CY, -15000ll), "-2", "-1.5" },
         { variant(VT_CY, INT64_MIN), "!overflow", "-922337203685477.5808", "-922337203685477.6" },
+        // Decimals, exactly; a real that is the nearest one
+        { decimal_variant(3, DECIMAL_NEG, 0, 0), "0" },
+        { decimal_variant(4, DECIMAL_NEG, 0, 35000), "-4", "-3.5" },
+        { decimal_variant(25, 0, 0x14ADF4, 0xB7320334B9000001), kWine ? "2" : "3", "2.5000000000000000000000001", "2.5" },
+        { decimal_variant(0, DECIMAL_NEG, UINT32_MAX, UINT64_MAX), "!overflow", "-79228162514264337593543950335",
+            "-7.922816251426434e+28" },
+        { decimal_variant(28, 0, 0, 1), "0", "0.0000000000000000000000000001", kWine ? "1.0000000000000001e-28" : "1e-28" },
+        { decimal_variant(29, 0, 0, 0), "!argument", kWine ? "0" : "!argument", "!argument" },
+        { decimal_variant(0, 1, 0, 5), "!argument", kWine ? "-5" : "!argument", "!argument" },
         // Dates leave midnight and day 0 unsaid
         { variant(VT_DATE, 46350.0 + 54245.0 / 86400), "46351", "11/24/2026 3:04:05 PM" },
         { variant(VT_DATE, 36585.0), "36585", "2/29/2000" },
@@ -161,6 +184,7 @@ TEST(VariantChangeType, NumbersDatesAndPointers)
         { variant(VT_DATE, 2958465.9999999), "2958466", kPortable ? "!argument" : "1/1/10000 12:00:00 AM" },
         // Pointers lead to one value
         { variant(VT_BYREF | VT_I4, &whole), "-12" },
+        { variant(VT_BYREF | VT_DECIMAL, &half), "0", "0.5" },
         { variant(VT_BYREF | VT_BSTR, &text.bstrVal), "8", "7.5" },
         { variant(VT_BYREF | VT_VARIANT, &text), "8", "7.5" },
         { variant(VT_BYREF | VT_VARIANT, &endless), "!argument" },
@@ -175,7 +199,6 @@ TEST(VariantChangeType, ValuesWithoutANumberAreRefused)
     for (int const type : std::initializer_list<int>{ VT_DISPATCH, 15, 77 })
         expect_conversions({ { variant(type), "!type" } });
     expect_conversions({ { variant(VT_BSTR, BSTR{ nullptr }), "!mismatch", "", "!mismatch" } });
-    expect_conversions({ { variant(VT_DECIMAL), kPortable ? "!mismatch" : "0" } }); // the portable layer has no decimals
 }
 
 TEST(VariantChangeType, TextsReadAsOneNumberOrAreRefused)
@@ -233,6 +256,7 @@ TEST(VariantChangeType, GoesToTheOwnTypeAndToNoValueButToNoOtherType)
     expect_conversion(text_variant(u"a\0b"s), VT_BSTR, "a\0b"s);
     expect_conversion(variant(VT_BOOL, 2), VT_BOOL, "2");
     expect_conversion(variant(VT_CY, 1), VT_CY, "type 6");
+    expect_conversion(decimal_variant(28, 0, 123, 1), VT_DECIMAL, "high part 123");
     expect_conversion(variant(VT_UNKNOWN), VT_UNKNOWN, "type 13");
     expect_conversion(variant(VT_NULL), VT_NULL, "type 1");
     expect_conversion(variant(VT_NULL), VT_EMPTY, "!mismatch");
@@ -247,7 +271,6 @@ TEST(VariantChangeType, GoesToTheOwnTypeAndToNoValueButToNoOtherType)
     expect_conversion(variant(VT_I4, 1), VT_I2, kPortable ? "!mismatch" : "type 2");
     expect_conversion(variant(VT_R8, 1.5), VT_CY, kPortable ? "!mismatch" : "type 6");
     expect_conversion(variant(VT_I4, 1), VT_DATE, kPortable ? "!mismatch" : "type 7");
-    expect_conversion(variant(VT_DECIMAL), VT_DECIMAL, kPortable ? "!mismatch" : "type 14");
 }
 
 TEST(VariantChangeType, UnknownDestinationsAndNullPointersAreRefused)

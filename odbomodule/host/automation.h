@@ -65,36 +65,52 @@ struct VARIANT_RECORD {
     void * pRecInfo;
 };
 
+// A whole number of 96 bits, divided by a power of ten: 10 to the `scale`, which is 0 to 28.
+struct DECIMAL {
+    std::uint16_t wReserved; // the type, in a VARIANT
+    std::uint8_t scale;
+    std::uint8_t sign; // 0 or DECIMAL_NEG
+    std::uint32_t Hi32;
+    std::uint64_t Lo64;
+};
+
 struct VARIANT {
-    VARTYPE vt;
-    std::uint16_t wReserved1;
-    std::uint16_t wReserved2;
-    std::uint16_t wReserved3;
-    union {
-        signed char cVal;
-        std::uint8_t bVal;
-        std::int16_t iVal;
-        std::uint16_t uiVal;
-        std::int32_t lVal;
-        std::uint32_t ulVal;
-        std::int32_t intVal;
-        std::uint32_t uintVal;
-        std::int64_t llVal;
-        std::uint64_t ullVal;
-        float fltVal;
-        double dblVal;
-        VARIANT_BOOL boolVal;
-        std::int32_t scode;
-        CY cyVal;
-        DATE date;
-        BSTR bstrVal;
-        void * byref;
-        VARIANT_RECORD brecVal;
+    __extension__ union { // structures without a name are not in the language, but in its compilers
+        struct {
+            VARTYPE vt;
+            std::uint16_t wReserved1;
+            std::uint16_t wReserved2;
+            std::uint16_t wReserved3;
+            union {
+                signed char cVal;
+                std::uint8_t bVal;
+                std::int16_t iVal;
+                std::uint16_t uiVal;
+                std::int32_t lVal;
+                std::uint32_t ulVal;
+                std::int32_t intVal;
+                std::uint32_t uintVal;
+                std::int64_t llVal;
+                std::uint64_t ullVal;
+                float fltVal;
+                double dblVal;
+                VARIANT_BOOL boolVal;
+                std::int32_t scode;
+                CY cyVal;
+                DATE date;
+                BSTR bstrVal;
+                void * byref;
+                VARIANT_RECORD brecVal;
+            };
+        };
+        DECIMAL decVal; // which lies over all of the above
     };
 };
+static_assert(sizeof(DECIMAL) == 16 && sizeof(VARIANT) == 8 + 2 * sizeof(void *));
 
 constexpr VARIANT_BOOL VARIANT_TRUE = -1;
 constexpr VARIANT_BOOL VARIANT_FALSE = 0;
+constexpr std::uint8_t DECIMAL_NEG = 0x80;
 constexpr std::uint16_t VARIANT_ALPHABOOL = 0x02;
 
 constexpr HRESULT S_OK = 0;
@@ -123,15 +139,16 @@ SUPPORT_API HRESULT VariantClear(VARIANT * value);
 
 // Converts `source` to `type`: VT_I4, VT_R8, VT_BOOL, VT_BSTR, VT_EMPTY, VT_NULL, or the type that it has already.
 // The result replaces what `destination` held; the two may be one. Texts follow the conventions of US English. A
-// real is rounded to the nearest whole number, a half to the even one. With the flag VARIANT_ALPHABOOL, a bool as
-// text is "True" or "False", not a number.
+// real or a decimal is rounded to the nearest whole number, a half to the even one. With the flag VARIANT_ALPHABOOL,
+// a bool as text is "True" or "False", not a number.
 //
 // A result other than S_OK leaves `destination` alone:
 // - DISP_E_TYPEMISMATCH: a null value, an object, a null pointer, a `type` other than these, or a text that does
 //   not read as `type`.
 // - DISP_E_OVERFLOW: a number that does not fit.
 // - DISP_E_BADVARTYPE: an unknown type.
-// - E_INVALIDARG: a null argument, or a date outside the years 100 to 9999 as text.
+// - E_INVALIDARG: a null argument, a date outside the years 100 to 9999 as text, or a decimal with a scale over 28
+//   or another sign than the two.
 // - E_OUTOFMEMORY: memory ran out.
 SUPPORT_API HRESULT VariantChangeType(
     VARIANT * destination, VARIANT const * source, std::uint16_t flags, VARTYPE type);

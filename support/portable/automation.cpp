@@ -29,8 +29,8 @@ bool is_digit(char16_t character)
     return character >= u'0' && character <= u'9';
 }
 
-// The size of a value of that type. 0 for a type without values, for one that is not copied here, and for an
-// unknown type.
+// The size of a value of that type, beyond the type itself. 0 for a type without values, for one that is not copied
+// here, and for an unknown type. A decimal lies over its type and has another way.
 std::size_t size_of(unsigned type)
 {
     switch (type) {
@@ -83,8 +83,11 @@ HRESULT dereference(VARIANT const & source, VARIANT & out)
         VARIANT const & inner = *static_cast<VARIANT const *>(source.byref);
         return inner.vt == source.vt ? E_INVALIDARG : dereference(inner, out);
     }
+    if (source.vt == (VT_BYREF | VT_DECIMAL))
+        std::memcpy(&out.decVal, source.byref, sizeof out.decVal);
+    else
+        std::memcpy(&out.llVal, source.byref, size_of(source.vt & ~unsigned{ VT_BYREF }));
     out.vt = static_cast<VARTYPE>(source.vt & ~VT_BYREF);
-    std::memcpy(&out.llVal, source.byref, size_of(out.vt));
     return S_OK;
 }
 
@@ -218,6 +221,49 @@ std::u16string_view read_text(VARIANT const & value)
     return text.substr(0, text.find(u'\0'));
 }
 
+constexpr std::size_t kLargestScale = 28;
+
+// Writes all digits of a decimal, as in "-12.5": no zeros at the end of the fraction, and no sign before 0.
+HRESULT write_digits(DECIMAL const & value, std::string & out)
+{
+    if (value.scale > kLargestScale || (value.sign != 0 && value.sign != DECIMAL_NEG))
+        return E_INVALIDARG;
+    std::uint32_t parts[] = { value.Hi32, static_cast<std::uint32_t>(value.Lo64 >> 32),
+        static_cast<std::uint32_t>(value.Lo64) };
+    for (std::size_t count = 0; count <= value.scale || (parts[0] | parts[1] | parts[2]) != 0; ++count) {
+        std::uint64_t rest = 0; // of a division of all parts by ten, which is the next digit from the right
+        for (std::uint32_t & part : parts) {
+            std::uint64_t const dividend = rest << 32 | part;
+            part = static_cast<std::uint32_t>(dividend / 10);
+            rest = dividend % 10;
+        }
+        if (count == value.scale && count > 0)
+            out += '.';
+        out += static_cast<char>('0' + rest);
+    }
+    std::reverse(out.begin(), out.end());
+    if (value.scale > 0)
+        out.erase(out.find_last_not_of('0') + 1);
+    if (out.back() == '.')
+        out.pop_back();
+    if (value.sign != 0 && out != "0")
+        out.insert(0, 1, '-');
+    return S_OK;
+}
+
+// Reads a decimal with so many places after the point. What follows them counts as one more, a 1.
+HRESULT read_decimal(DECIMAL const & value, std::size_t places, double & out)
+{
+    std::string digits;
+    if (HRESULT const code = write_digits(value, digits); code != S_OK)
+        return code;
+    std::size_t const point = digits.find('.');
+    if (point != digits.npos && point + places + 1 < digits.size())
+        digits.replace(point + places + 1, digits.npos, "1");
+    std::from_chars(digits.data(), digits.data() + digits.size(), out);
+    return S_OK;
+}
+
 // Why a value has no number and no text.
 HRESULT unreadable(VARIANT const & value)
 {
@@ -244,6 +290,7 @@ HRESULT real_of(VARIANT const & value, double & out)
     case VT_DATE: out = value.date; return S_OK;
     case VT_BOOL: out = value.boolVal; return S_OK;
     case VT_BSTR: return parse_number(read_text(value), out);
+    case VT_DECIMAL: return read_decimal(value.decVal, kLargestScale, out);
     default: return unreadable(value);
     }
 }
@@ -251,7 +298,9 @@ HRESULT real_of(VARIANT const & value, double & out)
 HRESULT whole_of(VARIANT const & value, std::int32_t & out)
 {
     double real = 0;
-    if (HRESULT const code = real_of(value, real); code != S_OK)
+    // The real that is nearest to a decimal may be a half that the decimal itself is not.
+    HRESULT const code = value.vt == VT_DECIMAL ? read_decimal(value.decVal, 1, real) : real_of(value, real);
+    if (code != S_OK)
         return code;
     double whole = std::floor(real);
     double const rest = real - whole;
@@ -356,6 +405,12 @@ HRESULT text_of(VARIANT const & value, std::uint16_t flags, KelpString & out)
     case VT_R8: out = real_text(value.dblVal, 15); return S_OK;
     case VT_CY: out = currency_text(value.cyVal.int64); return S_OK;
     case VT_DATE: return date_text(value.date, out);
+    case VT_DECIMAL: {
+        std::string digits;
+        HRESULT const code = write_digits(value.decVal, digits);
+        append_narrow(out, digits);
+        return code;
+    }
     case VT_BOOL:
         if ((flags & VARIANT_ALPHABOOL) != 0)
             out = value.boolVal != 0 ? "True" : "False";
@@ -378,10 +433,10 @@ HRESULT convert(VARIANT const & source, std::uint16_t flags, VARIANT & out)
     if (source.vt == out.vt) {
         if (source.vt == VT_BSTR)
             return store_text(out, std::u16string_view(source.bstrVal, SysStringLen(source.bstrVal)));
-        if (size_of(source.vt) == 0 && source.vt != VT_EMPTY && source.vt != VT_NULL &&
+        if (size_of(source.vt) == 0 && source.vt != VT_EMPTY && source.vt != VT_NULL && source.vt != VT_DECIMAL &&
             !(is_object(source.vt) && source.byref == nullptr))
             return DISP_E_TYPEMISMATCH; // objects are not copied here
-        out.llVal = source.llVal;
+        out = source;
         return S_OK;
     }
     switch (out.vt) {
