@@ -1,3 +1,4 @@
+#include "tests/allocations.h"
 #include "tests/machine.h"
 
 #include "odbomodule/host/file.h"
@@ -5,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -89,6 +91,39 @@ TEST_F(SettingsFiles, AreOrdinaryFilesUpToASize)
     fs::remove(fFirst);
     ASSERT_EQ(::mkfifo(fFirst.c_str(), 0600), 0);
     EXPECT_EQ(read_setting("Name"), "none"); // and does not wait for a writer
+}
+
+TEST_F(SettingsFiles, LackOfMemoryLeavesNoneOpen)
+{
+    write(fFirst, kSection + std::string(5000, ' '));
+    auto const count_open = [] { return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()); };
+    auto const before = count_open();
+    for (std::size_t nth = 1; nth < 100; ++nth) {
+        File file(FileLocator((fFolder / "log.txt").u16string()));
+        gFailAt = nth;
+        try {
+            file.open("a+");
+            read_setting("Name");
+        } catch (std::bad_alloc const &) {
+        }
+        gFailAt = 0;
+    }
+    EXPECT_EQ(count_open(), before);
+}
+
+TEST_F(SettingsFiles, EndAtTheSizeLimitOfTheProcess)
+{
+    File file(FileLocator((fFolder / "log.txt").u16string()));
+    ASSERT_TRUE(file.open("a+"));
+    ::rlimit limit;
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    ::rlimit const low{ 6, limit.rlim_max };
+    ::setrlimit(RLIMIT_FSIZE, &low);
+    for (char const * const line : { "one", "cut", "lost" })
+        file.writeLine(line);
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    file.writeLine("whole");
+    EXPECT_EQ(text_of_file(fFolder / "log.txt"), "one\ncu\nwhole\n");
 }
 
 TEST_F(SettingsFiles, OfOthersAreNotWrittenTo)

@@ -38,7 +38,8 @@ TEST_F(Settings, FilesGrowAtTheirEnd)
     first.writeLine("one");
     second.writeLine(KelpString(u"zw\u00f6lf"));
     first.writeLine("\nthree");
-    EXPECT_EQ(text_of_file(fFolder / name), "one\nzw\xC3\xB6lf\n\nthree\n");
+    first.writeLine(std::string(100001, 'x').c_str());
+    EXPECT_EQ(text_of_file(fFolder / name), "one\nzw\xC3\xB6lf\n\nthree\n" + std::string(100001, 'x') + '\n');
 }
 
 TEST_F(Settings, FilesNeedAModeAndAName)

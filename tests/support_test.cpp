@@ -1,3 +1,4 @@
+#include "tests/allocations.h"
 #include "tests/fixture.h"
 
 #include "odbomodule/host/base_error.h"
@@ -207,6 +208,21 @@ BaseError error_with(std::uint32_t code, Strings const & inserts)
     for (std::string const & insert : inserts)
         error.addInsert(insert.c_str());
     return error;
+}
+
+TEST(BaseError, IsAssignedWholeOrNotAtAll)
+{
+    BaseError const other = error_with(MDX_ERR_BAD_ENUM, { "a text that is longer than its own room" });
+    for (std::size_t const nth : { 1, 2, 3, 4 }) {
+        BaseError error = error_with(MDX_ERR_NO_AXES, {});
+        gFailAt = nth;
+        try {
+            error = other;
+        } catch (std::bad_alloc const &) {
+        }
+        gFailAt = 0;
+        EXPECT_EQ(error.numInserts(), error.code() == other.code() ? 1 : 0);
+    }
 }
 
 TEST(BaseError, HasAMessageWithItsInserts)
