@@ -1,7 +1,5 @@
 #include "tests/fixture.h"
 
-#include <stdexcept>
-
 // What the reference of the operations does not show, here and in the tests below.
 TEST(Dialect, Factories)
 {
@@ -70,21 +68,6 @@ TEST(Dialect, Operations)
             "GENERATE( {B}, GENERATE( [H].CURRENTMEMBER.CHILDREN, DESCENDANTS( [H].CURRENTMEMBER, [L], SELF_AND_BEFORE ) ) )" },
         { CALL(f.set->TakeChildren(f.set, &f.h, true, 0, "")), "GENERATE( {A}, [H].CURRENTMEMBER.CHILDREN )+{A}" },
     });
-}
-
-// A calculation that the host cannot name any more.
-struct Nameless final : BRIM_o::Calculation {
-    BRIM_o::Hierarchy const * getHierarchy() const override { return nullptr; }
-    KelpString getUniqueName() const override { throw std::runtime_error("host"); }
-    KelpString getParentUniqueName() const override { return {}; }
-};
-
-TEST(Dialect, HierarchizeKeepsWhatItHasDone)
-{
-    Fixture f(kDialect);
-    Nameless nameless;
-    EXPECT_THROW(f.set->Hierarchize(true, &f.h, false, { &nameless }), std::runtime_error);
-    EXPECT_EQ("HIERARCHIZE( STRIPCALCULATEDMEMBERS( {A} )  ) ", mdx_of(*f.set));
 }
 
 TEST(Dialect, Statements)

@@ -46,18 +46,6 @@ TEST(MDXSet, Operations)
         { CALL(f.set->TakeSubset(INT32_MIN, INT32_MIN)), "SUBSET( {A}, -2147483648 ) " },
         { CALL(f.set->TakeSubset(4, 0)), "SUBSET( {A}, 4, 0 ) " },
         { CALL(f.set->TakeSubset(f.single, f.empty)), raises(MDX_ERR_EMPTY_TUPLE) },
-        { CALL(f.set->TakeSubset(f.single, 3, 0)),
-            "SUBSET( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ), (RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) + 0 - 1 ), "
-            "RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) + 3 - "
-            "(RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) + 0 - 1 ) ) " },
-        { CALL(f.set->TakeSubset(f.single, INT32_MIN, -1)),
-            "SUBSET( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ), "
-            "IIF( RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 > 0, "
-            "RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 - 1, 0 ) , "
-            "IIF( RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 1 > 0,"
-            "RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 1, 0 )  - "
-            "IIF( RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 > 0, "
-            "RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 - 1, 0 )  ) " },
         { CALL(f.set->TakeSubset(f.single, INT32_MAX, INT32_MIN)),
             "SUBSET( ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ), "
             "IIF( RANK( [F], ADDCALCULATEDMEMBERS( [F].LEVEL.MEMBERS ) ) - 2147483648 > 0, "
@@ -110,79 +98,48 @@ TEST(MDXSet, GeneralOperations)
     });
 }
 
-// Says another text than it has.
-struct Masked final : MDXSet {
-    using MDXSet::MDXSet;
-    KelpString getText() const override { return "{mask}"; }
-};
-
-TEST(MDXSet, AsksArgumentsForTheirTextAtOnceAndWrapsItsOwn)
+// An argument's text is copied at the call.
+TEST(MDXSet, KeepsWhatItsArgumentsSaidAtTheCall)
 {
     Fixture f;
-    RefPtr<Masked> const masked(new Masked(KelpString("{M}")));
-    (*f.set += *masked)->Invert(&f.h)->DrillUpOnSet(f.other);
-    *masked *= *masked;
+    (*f.set += *f.set)->Invert(&f.h)->DrillUpOnSet(f.other);
     f.h.fUniqueName = "[Later]";
     f.other->Empty();
-    EXPECT_EQ("DRILLUPMEMBER( Hierarchize( EXCEPT( [H].MEMBERS, UNION( {A}, {mask} ) )  ) , {B} ) ", mdx_of(*f.set));
-    EXPECT_EQ("CROSSJOIN( {M}, {mask} )", mdx_of(*masked));
-    RefPtr<MDXSelectQuery> const query(static_cast<MDXSelectQuery *>(f.generator->GenerateQuery(MDXQuery::QT_SELECT, nullptr)));
-    query->AddAxisSpecification(0, masked.get(), {}, MDXSelectQuery::NES_ALL);
-    EXPECT_EQ("SELECT {mask} ON COLUMNS FROM [Sales] ", mdx_of(*query));
+    EXPECT_EQ("DRILLUPMEMBER( Hierarchize( EXCEPT( [H].MEMBERS, UNION( {A}, {A} ) )  ) , {B} ) ", mdx_of(*f.set));
 }
-
-// A hierarchy that asks the set for its quoted text, in the middle of the set's operation.
-struct Asking final : memory_cube::Hierarchy {
-    MDXSet * fSet;
-
-    explicit Asking(MDXSet * set) : Hierarchy(nullptr, "", "[H]"), fSet(set) {}
-    KelpString const & getUniqueName() const override
-    {
-        fSet->getQuotedText();
-        return fUniqueName;
-    }
-};
 
 TEST(MDXSet, KeepsNoQuotedTextFromTheMiddleOfAnOperation)
 {
     Fixture f;
-    Asking const host(f.set);
-    f.set->Invert(&host);
+    gAsked = [&f] { f.set->MDXSet::getQuotedText(); };
+    f.set->Invert(&f.h);
+    gAsked = nullptr;
     EXPECT_EQ("EXCEPT( [H].MEMBERS, {A} ) ", f.set->getQuotedText().toUTF8());
-    f.set->Extract("{S}", &host);
-    EXPECT_EQ(" { Extract( {S}, [H] ) } ", f.set->getQuotedText().toUTF8());
 }
 
-// A hierarchy that answers one question by an error.
-struct Failing final : memory_cube::Hierarchy {
-    std::string fFailing;
-
-    explicit Failing(char const * question) : Hierarchy(nullptr, "", "[H]"), fFailing(question) {}
-    void asked(char const * question) const { fFailing == question ? throw std::runtime_error("host") : void(); }
-    KelpString const & getUniqueName() const override { return asked("name"), fUniqueName; }
-    BRIM_o::Level * getLevel(std::int32_t) const override { return asked("level"), nullptr; }
-    std::int32_t getLevelCount() override { return asked("level count"), 3; }
-    void getCalculations(std::map<BRIM_o::CalculationId, BRIM_o::Calculation *> &) override { asked("calculations"); }
-};
-
-TEST(MDXSet, TextWhenTheHostThrows)
+// The operations that go by steps, and the text when a question to the host fails.
+TEST(MDXSet, KeepsTheStepsThatItHasTakenWhenTheHostThrows)
 {
-    auto const text_after = [](char const * question, MDXSet * (*call)(MDXSet &, BRIM_o::Hierarchy *)) {
-        Fixture f;
-        Failing host(question);
-        f.set->getQuotedText();
-        EXPECT_THROW(call(*f.set, &host), std::runtime_error) << question;
-        EXPECT_EQ(mdx_of(*f.set), f.set->getQuotedText().toUTF8()) << question;
-        return mdx_of(*f.set);
+    std::string const leaves = "GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) )";
+    struct {
+        Classes classes;
+        int question;
+        OperationRow<MDXSet> row;
+    } const rows[] = {
+        { kGeneral, 1, { CALL(f.set->TakeTopLevel(&f.h)), " { " } },
+        { kGeneral, 1, { CALL(f.set->Extract("{S}", &f.h)), " { Extract( {S}, " } },
+        { kGeneral, 2, { CALL(f.set->TakeLeafNodes(&f.h)), "{A}" } },
+        { kGeneral, 3, { CALL(f.set->TakeLeafNodes(&f.h)), leaves } },
+        { kDialect, 1, { CALL(f.set->Hierarchize(true, &f.h, false, { &f.child })), "HIERARCHIZE( STRIPCALCULATEDMEMBERS( {A} )  ) " } },
     };
-    auto const take_leaf_nodes = [](MDXSet & set, BRIM_o::Hierarchy * host) { return set.TakeLeafNodes(host); };
-    EXPECT_EQ("{A}", text_after("name", take_leaf_nodes));
-    EXPECT_EQ("{A}", text_after("level count", take_leaf_nodes));
-    EXPECT_EQ(
-        "GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) )", text_after("calculations", take_leaf_nodes));
-    EXPECT_EQ(" { ", text_after("level", [](MDXSet & set, auto * host) { return set.TakeTopLevel(host); }));
-    EXPECT_EQ(" { Extract( {S}, ", text_after("name", [](MDXSet & set, auto * host) { return set.Extract("{S}", host); }));
-    EXPECT_EQ("{A}", text_after("name", [](MDXSet & set, auto * host) { return set.TakeAncestorsOfSet("{S}", host, true, 1, 1); }));
+    for (auto const & [classes, question, row] : rows) {
+        Fixture f(classes);
+        gAsked = [left = question]() mutable { --left == 0 ? throw std::runtime_error("host") : void(); };
+        EXPECT_THROW(row.call(f), std::runtime_error) << row.name;
+        gAsked = nullptr;
+        EXPECT_EQ(row.want, mdx_of(*f.set)) << row.name;
+        EXPECT_EQ(row.want, f.set->getQuotedText().toUTF8()) << row.name;
+    }
 }
 
 }
