@@ -50,6 +50,7 @@ std::string read_file(std::string const & path)
     return {};
 }
 
+// What the first file says that speaks of the value.
 std::optional<RegistryValue> find_value(
     RegistryWrapper::RootKey root, KelpString const & key, KelpString const & name)
 {

@@ -63,9 +63,17 @@ bool begins_ignoring_case(std::u16string_view text, std::u16string_view beginnin
     return equal_ignoring_case(text.substr(0, beginning.size()), beginning);
 }
 
+// Whether `key` is `other` or lies below it.
+bool lies_in(std::u16string_view key, std::u16string_view other)
+{
+    return begins_ignoring_case(key, other) && (key.size() == other.size() || key[other.size()] == u'\\');
+}
+
 // Reads what comes after the "=".
 std::optional<RegistryValue> parse_value(std::u16string_view text)
 {
+    if (text == u"-")
+        return RemovedValue();
     if (std::optional<KelpString> quoted = take_quoted(text))
         return trim(text).empty() ? std::optional<RegistryValue>(std::move(*quoted)) : std::nullopt;
     constexpr std::u16string_view kNumber = u"dword:";
@@ -116,7 +124,11 @@ std::optional<RegistryValue> find_registry_value(
         if (line.empty() || line.front() == u';')
             continue;
         if (line.front() == u'[') {
-            inKey = line.back() == u']' && equal_ignoring_case(line.substr(1, line.size() - 2), key);
+            bool const whole = line.back() == u']';
+            std::u16string_view const header = line.substr(1, line.size() - 2);
+            inKey = whole && equal_ignoring_case(header, key);
+            if (whole && header.substr(0, 1) == u"-" && lies_in(key, header.substr(1)))
+                result = RemovedValue();
             continue;
         }
         KelpString found;
