@@ -62,7 +62,7 @@ KelpString BaseError::getText() const
 
     KelpString text;
     for (; *at != '\0'; ++at) {
-        if (*at == '%' && at[1] >= '1' && at[1] <= '9') {
+        if (*at == '%') {
             if (BRIM_o::AnyErrorInsert const * const insert = getInsert(*++at - '1'))
                 text += insert->getText();
         } else {

@@ -1,5 +1,9 @@
 #include "support/common/error_messages.h"
 
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
 namespace {
 
 struct ErrorMessage {
@@ -19,8 +23,22 @@ constexpr ErrorMessage kMessages[] = {
     { 0x2017076, "The value %1 is out of range for the enumeration %2." },      // MDX_ERR_BAD_ENUM
     { 0x2017077, "A tuple is needed to measure by." },                          // MDX_ERR_MISSING_TUPLE
     { 0x2017078, "The tuple is empty." },                                       // MDX_ERR_EMPTY_TUPLE
-    { 0x2017079, "The expression cannot be translated." },                      // MDX_ERR_BAD_EXPRESSION
+    { 0x2017079,                                                                // MDX_ERR_BAD_EXPRESSION
+        "The condition has a node of an unknown kind, a value that is no finite number or no bool, or a null test of "
+        "something other than a tuple." },
 };
+
+// Whether after each "%" comes the number of an insert.
+constexpr bool names_inserts(std::string_view text)
+{
+    for (std::size_t at = 0; (at = text.find('%', at)) != text.npos; at += 2) {
+        if (at + 1 == text.size() || text[at + 1] < '1' || text[at + 1] > '9')
+            return false;
+    }
+    return true;
+}
+static_assert(std::all_of(std::begin(kMessages), std::end(kMessages),
+    [](ErrorMessage const & message) { return names_inserts(message.text); }));
 
 }
 
