@@ -14,7 +14,8 @@ public:
     virtual KelpString const & getText() const = 0;
 };
 
-// What a host can ask any error. Errors are thrown by value and caught by reference.
+// What a host can ask any error. Errors are thrown by value and caught by reference. What makes a text, and log(),
+// throw std::bad_alloc when memory runs out.
 class SUPPORT_API AnyError {
 public:
     enum Severity : std::int32_t { SeverityError = 1 };
@@ -48,7 +49,8 @@ public:
 }
 
 // An error as the support library makes it: the code leads to its message; the inserts stand in the order in which
-// they were added.
+// they were added. When memory runs out, std::bad_alloc passes through: an assignment and addInsert leave the error
+// as it was then.
 class SUPPORT_API BaseError : public BRIM_o::AnyError {
 public:
     BaseError(std::uint32_t code, char const * module, Severity severity, Completed completed);

@@ -50,12 +50,13 @@ enum ExpressionType : std::int32_t {
     ET_GROUP_206 = 206
 };
 
-// One node of a condition tree, implemented by the host.
+// One node of a condition tree, implemented by the host. It has the operands of its kind, none of them null: with
+// fewer of them, std::out_of_range is thrown. A tree stays as it is during a call.
 class Expression {
 public:
     virtual std::vector<Expression *> const & getChildren() = 0; // the operands, in order
     virtual ExpressionType getType() = 0;
-    virtual VARIANT const * getValue() = 0;   // ET_VALUE and ET_BOOLVAL alone are asked
+    virtual VARIANT const * getValue() = 0;   // ET_VALUE and ET_BOOLVAL alone are asked; null is rejected
     virtual char16_t const * getString() = 0; // zero-ended; the kinds that hold a text alone are asked
 
 protected:
