@@ -38,13 +38,13 @@ TEST_F(SettingsFiles, LinesAreValuesOrPassedOver)
     expect_name(R"("Name"=dword: fFfFfFfF )", "true");
     expect_name(R"("Name"=DWORD:0)", "false");
     expect_name("\"Name\"=\"first\"\n\n\"Name\"=\"second\"\n\"Name\"=broken", "second");
-    for (char const * const removal : { "\"NAME\" = -", "[-HKEY_LOCAL_MACHINE\\software\\Log]", "[-HKEY_LOCAL_MACHINE\\Software]" }) {
-        expect_name("\"Name\"=\"first\"\n" + std::string(removal), "none");
-        expect_name(std::string(removal) + '\n' + kSection + "\"Name\"=\"again\"", "again");
-        write(fSecond, kSection + "\"Name\"=\"hidden\"");
+    write(fSecond, kSection + "\"Name\"=\"hidden\"");
+    for (std::string const removal : { "\"NAME\" = -", "[-HKEY_LOCAL_MACHINE\\software\\Log]", "[-HKEY_LOCAL_MACHINE\\Software]" }) {
+        expect_name("\"Name\"=\"first\"\n" + removal, "none");
+        expect_name(removal + '\n' + kSection + "\"Name\"=\"again\"", "again");
         expect_name(removal, "none");
-        fs::remove(fSecond);
     }
+    fs::remove(fSecond);
     expect_name("\"Name\"=\"kept\"\n[-HKEY_LOCAL_MACHINE\\Software\\Lo]\n[-HKEY_LOCAL_MACHINE\\Software\\Log", "kept");
     for (char const * const line :
         { R"("Name"=dword:123456789)", R"("Name"=dword:12g)", R"("Name"=dword:)", R"("Name"=-1)", R"("Name"="no)", R"("Name"="a\b")",
