@@ -106,6 +106,41 @@ void expect_conversions(std::vector<ConversionRow> const & rows)
     }
 }
 
+KelpString real_text(double value, int digits = 16, bool alwaysExponent = false)
+{
+    KelpString text("old");
+    StringConverters::convertRealToString(value, text, 10, digits, alwaysExponent);
+    return text;
+}
+
+KelpString whole_text(std::int32_t value, std::int32_t radix)
+{
+    KelpString text("old");
+    StringConverters::convertIntegerToString(value, text, radix);
+    return text;
+}
+
+#define WITH_NAMES(...) [] { return __VA_ARGS__; }
+
+template <class Make>
+void conversion(char const * row, Make const & make, std::string const & whole, std::string const & text, std::string const & real,
+    std::string const & truth)
+{
+    SCOPED_TRACE(row);
+    expect_conversions({ { make(), whole, text, real, truth } });
+}
+
+template <class Make>
+void number(char const * row, Make const & make, char const * text)
+{
+    EXPECT_EQ(make().toUTF8(), text) << row;
+}
+
+// The rows of docs/values.md.
+TEST(Values, AreAsDocumented){
+#include "documented_values.h"
+}
+
 TEST(VariantChangeType, NumbersDatesAndPointers)
 {
     std::int32_t whole = -12;
@@ -115,70 +150,16 @@ TEST(VariantChangeType, NumbersDatesAndPointers)
     VARIANT endless = variant(VT_BYREF | VT_VARIANT, &endless);
     expect_conversions({
         // value, as a whole number, as a text, as a real
-        { variant(VT_EMPTY), "0", "", "0" },
-        { variant(VT_BOOL, 0x1FFFF), "-1" },
-        { variant(VT_BOOL, 0x10000), "0" },
-        { variant(VT_I1, 0x80), "-128" },
-        { variant(VT_UI1, 0x1FF), "255" },
-        { variant(VT_I2, 0x8000), "-32768" },
-        { variant(VT_UI2, 0x1FFFF), "65535" },
-        { variant(VT_I4, 0x180000000), "-2147483648" },
-        { variant(VT_INT, 0x180000000), "-2147483648" },
-        { variant(VT_UI4, 0x17FFFFFFF), "2147483647" },
+        // Where Wine or the portable layer answers otherwise than docs/values.md could say
         { variant(VT_UI4, 0x180000000), kWine ? "-2147483648" : "!overflow", "2147483648" }, // Wine lets the sign bit through
         { variant(VT_UINT, 0x1FFFFFFFF), kWine ? "-1" : "!overflow", "4294967295" },
-        { variant(VT_I8, -2147483649ll), "!overflow", "-2147483649" },
-        { variant(VT_I8, 2147483648ll), "!overflow", "2147483648" },
-        { variant(VT_I8, INT64_MIN), "!overflow", "-9223372036854775808", "-9.223372036854776e+18" },
-        { variant(VT_I8, INT64_MAX), "!overflow", "9223372036854775807", "9.223372036854776e+18" },
-        { variant(VT_UI8, UINT64_MAX), "!overflow", "18446744073709551615", "1.8446744073709552e+19" },
-        // Reals round to the even whole number, and have up to 15 digits as a text
-        { variant(VT_R8, 0.0), "0" },
-        { variant(VT_R8, -0.0), "0" },
-        { variant(VT_R8, 2.5), "2", "2.5" },
-        { variant(VT_R8, -3.5), "-4", "-3.5" },
-        { variant(VT_R8, 2147483647.4), "2147483647", "2147483647.4" },
-        { variant(VT_R8, 2147483647.5), "!overflow", "2147483647.5" },
-        { variant(VT_R8, -2147483648.5), "-2147483648", "-2147483648.5" },
-        { variant(VT_R8, -2147483648.51), "!overflow", "-2147483648.51" },
-        { variant(VT_R8, 999999999999999.5), "!overflow", "1E+15" },
-        { variant(VT_R8, 0.0001), "0", "0.0001" },
-        { variant(VT_R8, 0.00001234567890123456), "0", "1.23456789012346E-05" },
-        { variant(VT_R8, 1.7976931348623157e308), "!overflow", "1.79769313486232E+308" },
-        // Wine leaves what is no number to the processor and to the C library
         { variant(VT_R8, std::nan("")), kWine ? "2147483647" : "!overflow", kWine ? "NAN" : "1.#QNAN" },
         { variant(VT_R8, HUGE_VAL), "!overflow", kWine ? "INF" : "1.#INF" },
         { variant(VT_R8, -HUGE_VAL), "!overflow", kWine ? "-INF" : "-1.#INF" },
-        // Singles: a text of up to 7 digits, and a real that shows what they lack
-        { variant(VT_R4, 0.1f), "0", "0.1", "0.10000000149011612" },
-        { variant(VT_R4, 3.4028235e38f), "!overflow", "3.402823E+38", "3.4028234663852886e+38" },
-        // Money, in ten-thousandths
-        { variant(VT_CY, 0ll), "0" },
-        { variant(VT_CY, 200000ll), "20" },
-        { variant(VT_CY, -1ll), "0", "-0.0001" },
-        { variant(VT_CY, 25000ll), "2", "2.5" },
-        { variant(VT_CY, -15000ll), "-2", "-1.5" },
-        { variant(VT_CY, INT64_MIN), "!overflow", "-922337203685477.5808", "-922337203685477.6" },
-        // Decimals, exactly; a real that is the nearest one
-        { decimal_variant(3, DECIMAL_NEG, 0, 0), "0" },
-        { decimal_variant(4, DECIMAL_NEG, 0, 35000), "-4", "-3.5" },
         { decimal_variant(25, 0, 0x14ADF4, 0xB7320334B9000001), kWine ? "2" : "3", "2.5000000000000000000000001", "2.5" },
-        { decimal_variant(0, DECIMAL_NEG, UINT32_MAX, UINT64_MAX), "!overflow", "-79228162514264337593543950335",
-            "-7.922816251426434e+28" },
         { decimal_variant(28, 0, 0, 1), "0", "0.0000000000000000000000000001", kWine ? "1.0000000000000001e-28" : "1e-28" },
         { decimal_variant(29, 0, 0, 0), "!argument", kWine ? "0" : "!argument", "!argument" },
         { decimal_variant(0, 1, 0, 5), "!argument", kWine ? "-5" : "!argument", "!argument" },
-        // Dates leave midnight and day 0 unsaid
-        { variant(VT_DATE, 46350.0 + 54245.0 / 86400), "46351", "11/24/2026 3:04:05 PM" },
-        { variant(VT_DATE, 36585.0), "36585", "2/29/2000" },
-        { variant(VT_DATE, 0.5), "0", "12:00:00 PM" },
-        { variant(VT_DATE, 0.0), "0", "12:00:00 AM" },
-        { variant(VT_DATE, -1.25), "-1", "12/29/1899 6:00:00 AM" }, // before day 0 the time goes forwards all the same
-        { variant(VT_DATE, -657434.5), "-657434", "1/1/100 12:00:00 PM" },
-        { variant(VT_DATE, -657435.0), "-657435", "!argument" },
-        { variant(VT_DATE, 2958465.99999), "2958466", "12/31/9999 11:59:59 PM" },
-        { variant(VT_DATE, 2958466.0), "2958466", "!argument" },
-        // The portable layer rounds to seconds first, then leaves midnight and day 0 out, and ends with the year 9999
         { variant(VT_DATE, 1.9999999), "2", kPortable ? "1/1/1900" : "1/1/1900 12:00:00 AM" },
         { variant(VT_DATE, 0.999999), "1", kPortable ? "12/31/1899" : "12:00:00 AM" },
         { variant(VT_DATE, 2958465.9999999), "2958466", kPortable ? "!argument" : "1/1/10000 12:00:00 AM" },

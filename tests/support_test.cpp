@@ -5,6 +5,7 @@
 #include "odbomodule/host/core_log.h"
 #include "odbomodule/host/string_converters.h"
 
+#include <cmath>
 #include <limits>
 #include <sstream>
 #include <thread>
@@ -29,15 +30,13 @@ TEST(KelpString, TakesTextsOfBothKindsAndItsOwn)
     text += static_cast<char const *>(nullptr);
     text += static_cast<char16_t const *>(nullptr);
     EXPECT_EQ(text, u"ab\u00e9c\u4e2ddab\u00e9c\u4e2dd\u4e2dd");
-    text = text.c_str() + 12;
-    EXPECT_EQ(text, u"\u4e2dd");
-    text = "a longer text than fits in place";
-    EXPECT_EQ(text, u"a longer text than fits in place");
-    text = static_cast<char16_t const *>(nullptr);
-    EXPECT_EQ(text, u"");
-    text = "b";
-    text = static_cast<char const *>(nullptr);
-    EXPECT_EQ(text, u"");
+    EXPECT_EQ(text = text.c_str() + 12, u"\u4e2dd");
+    EXPECT_EQ(text = "a longer text than fits in place", u"a longer text than fits in place");
+    EXPECT_EQ(text = static_cast<char16_t const *>(nullptr), u"");
+    std::u16string base = u"of its base";
+    EXPECT_EQ(text = base, base);
+    EXPECT_EQ(text = static_cast<char const *>(nullptr), u"");
+    EXPECT_EQ(text = std::move(base), u"of its base");
 }
 
 TEST(KelpString, FindsWholeCharacters)
@@ -55,7 +54,6 @@ TEST(KelpString, ComparesWithNarrowTexts)
     EXPECT_EQ(KelpString("NamZ").strcmp("nAMz", true), 0);
     EXPECT_EQ(KelpString("Nam").strcmp("Name", true), -1);
     EXPECT_EQ(KelpString("Names").strcmp("Name", false), 1);
-    EXPECT_EQ(KelpString("").strcmp(nullptr, false), 0);
     EXPECT_EQ(KelpString("a").strcmp(nullptr, true), 1);
     EXPECT_EQ(KelpString("[").strcmp("{", true), -1);                      // which differ as two cases of a letter do
     EXPECT_EQ(KelpString(std::u16string(u"\u0141")).strcmp("A", true), 1); // whose lower byte is an "A"
@@ -85,72 +83,11 @@ TEST(KelpString, ReadsAndWritesUTF8)
     EXPECT_EQ((std::ostringstream() << halves).str(), "x\U0001F600\uFFFD\uFFFDy\uFFFD");
 }
 
-KelpString real_text(double value, int digits = 16, bool alwaysExponent = false)
-{
-    KelpString text("old");
-    StringConverters::convertRealToString(value, text, 10, digits, alwaysExponent);
-    return text;
-}
-
-TEST(StringConverters, RealsHaveAsFewDigitsAsReadBack)
-{
-    using Real = std::numeric_limits<double>;
-    expect_texts({
-        { real_text(-0.0), "-0" },
-        { real_text(9.2), "9.2" },
-        { real_text(-1234.5), "-1234.5" },
-        { real_text(100000), "100000" },
-        { real_text(0.1 + 0.2), "0.3" },
-        { real_text(0.1 + 0.2, 17), "0.30000000000000004" },
-        { real_text(1.0 / 3), "0.3333333333333333" },
-        { real_text(1e15), "1000000000000000" },
-        { real_text(1e16), "1e+16" },
-        { real_text(1e10, 3), "1e+10" },
-        { real_text(0.0001), "0.0001" },
-        { real_text(-0.000015), "-1.5e-05" },
-        { real_text(5e-324), "5e-324" },
-        { real_text(Real::max()), "1.797693134862316e+308" },
-        { real_text(Real::max(), 99), "1.7976931348623157e+308" },
-        { real_text(9.96, 2), "10" }, // rounding brings a digit
-        { real_text(99.6, 2), "1e+02" },
-        { real_text(123456, 3), "1.23e+05" },
-        { real_text(0.56, 0), "0.6" },
-        { real_text(2.5, 16, true), "2.5e+00" },
-        { real_text(0, 16, true), "0e+00" },
-        { real_text(Real::infinity()), "inf" },
-        { real_text(-Real::infinity(), 16, true), "-inf" },
-        { real_text(Real::quiet_NaN()), "nan" },
-    });
-}
-
-KelpString whole_text(std::int32_t value, std::int32_t radix)
-{
-    KelpString text("old");
-    StringConverters::convertIntegerToString(value, text, radix);
-    return text;
-}
-
-TEST(StringConverters, WholeNumbersHaveTheDigitsOfARadix)
-{
-    expect_texts({
-        { whole_text(0, 10), "0" },
-        { whole_text(INT32_MIN, 10), "-2147483648" },
-        { whole_text(INT32_MIN, 2), "-10000000000000000000000000000000" },
-        { whole_text(255, 16), "ff" },
-        { whole_text(35, 36), "z" },
-        // Radixes out of range count as 10
-        { whole_text(12, 1), "12" },
-        { whole_text(12, 37), "12" },
-        { whole_text(-12, -10), "-12" },
-    });
-}
-
 TEST(FormatText, FollowsTheKindsOfItsArguments)
 {
     expect_texts({
-        { format_text("Query duration: %.3f seconds", 1234 * 0.001), "Query duration: 1.234 seconds" },
-        { format_text("Query duration: %.3f seconds", 5 * 0.001), "Query duration: 0.005 seconds" },
         { format_text("%.3f %.3f %.0f %f", 0.0005, 0.0015, 2.5, -1.5), "0.001 0.002 2 -1.500000" },
+        { format_text("%f %06.1f", HUGE_VAL, -HUGE_VAL), "inf   -inf" },
         { format_text("%.1f", 1e22), "10000000000000000000000.0" },
         { format_text("%x %X %u", -1, -86, -1), "ffffffff FFFFFFAA 4294967295" },
         { format_text("%x %u", std::int64_t{ -1 }, std::int8_t{ -1 }), "ffffffffffffffff 255" },
@@ -227,14 +164,21 @@ TEST(BaseError, IsAssignedWholeOrNotAtAll)
 
 TEST(BaseError, HasAMessageWithItsInserts)
 {
-    for (std::uint32_t const code :
-        { MDX_ERR_NO_AXES, MDX_ERR_AXIS_OUT_OF_ORDER, MDX_ERR_NO_FORMULAS, MDX_ERR_PROPERTY_COUNT_MISMATCH, MDX_ERR_NOTHING_TO_DROP,
-            MDX_ERR_MIXED_DROP, MDX_ERR_BAD_ENUM, MDX_ERR_MISSING_TUPLE, MDX_ERR_EMPTY_TUPLE, MDX_ERR_BAD_EXPRESSION })
-        EXPECT_EQ(error_with(code, {}).getText().find(u"Error 0x"), KelpString::npos) << code;
-    BaseError const error = error_with(0x2017076, { "%2", "Sort::direction" });
+    BaseError const error = error_with(MDX_ERR_BAD_ENUM, { "%2", "Sort::direction" });
     expect_texts({
+        { error_with(MDX_ERR_NO_AXES, {}).getText(), "The query has no axes." },
+        { error_with(MDX_ERR_AXIS_OUT_OF_ORDER, {}).getText(), "An axis was added out of order." },
+        { error_with(MDX_ERR_NO_FORMULAS, {}).getText(), "There is no formula to create." },
+        { error_with(MDX_ERR_PROPERTY_COUNT_MISMATCH, {}).getText(), "The numbers of property names and property values differ." },
+        { error_with(MDX_ERR_NOTHING_TO_DROP, {}).getText(), "There is nothing to drop." },
+        { error_with(MDX_ERR_MIXED_DROP, {}).getText(), "Members and sets cannot be dropped by one statement." },
         { error.getText(), "The value %2 is out of range for the enumeration Sort::direction." },
-        { error_with(0x2017076, { "7" }).getText(), "The value 7 is out of range for the enumeration ." },
+        { error_with(MDX_ERR_BAD_ENUM, { "7" }).getText(), "The value 7 is out of range for the enumeration ." },
+        { error_with(MDX_ERR_MISSING_TUPLE, {}).getText(), "A tuple is needed to measure by." },
+        { error_with(MDX_ERR_EMPTY_TUPLE, {}).getText(), "The tuple is empty." },
+        { error_with(MDX_ERR_BAD_EXPRESSION, {}).getText(),
+            "The condition has a node of an unknown kind, a value that is no finite number or no bool, or a null test of something other "
+            "than a tuple." },
         { error_with(0x2017071, { "7" }).getText(), "Error 0x02017071 of the module ODBOMODULE." },
     });
     EXPECT_EQ(error.hResult(), static_cast<std::int32_t>(0x82017076));
