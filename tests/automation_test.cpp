@@ -133,7 +133,7 @@ void conversion(char const * row, Make const & make, std::string const & whole, 
 template <class Make>
 void number(char const * row, Make const & make, char const * text)
 {
-    EXPECT_EQ(make().toUTF8(), text) << row;
+    EXPECT_EQ(KelpString(make()).toUTF8(), text) << row;
 }
 
 // The rows of docs/values.md.
