@@ -48,7 +48,8 @@ bool RegistryWrapper::readRegKeyValue(RootKey root, KelpString const & key, Kelp
 {
     DWORD number = 0;
     DWORD size = sizeof number;
-    if (read_value(root, key, name, RRF_RT_REG_DWORD, &number, size) != ERROR_SUCCESS)
+    // Wine would put the variables of a text into the number, and write past its end.
+    if (read_value(root, key, name, RRF_RT_REG_DWORD | RRF_NOEXPAND, &number, size) != ERROR_SUCCESS)
         return false;
     out = number != 0;
     return true;
