@@ -38,7 +38,10 @@ TEST(SettingsFiles, ArePlainAndInNobodysWay)
     EXPECT_EQ(text_of_file(named.path(), std::ios::binary), "one\r\ntwo\r\n\r\n");
     std::filesystem::path const moved = machine.fFolder / "moved.txt";
     EXPECT_TRUE(::MoveFileExW(named.path().c_str(), moved.c_str(), 0)) << ::GetLastError();
+    HANDLE const other = ::CreateFileW(moved.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_TRUE(::LockFile(other, 0, MAXLONG, 1, 0)) << "the lock of a writer that hangs";
     file.writeLine("three");
+    ::CloseHandle(other);
     EXPECT_EQ(text_of_file(moved), "one\ntwo\n\nthree\n");
     EXPECT_FALSE(File(FileLocator("NUL")).open("a+"));
     EXPECT_TRUE(FileLocator("C:log.txt").isLocationSet());
