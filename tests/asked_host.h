@@ -6,7 +6,7 @@
 
 // The host's objects, which tell whenever the library asks them for something.
 
-inline thread_local std::function<void()> gAsked;
+extern thread_local std::function<void()> gAsked;
 
 // The answer, after having told that it was asked for.
 template <class Answer>

@@ -24,6 +24,8 @@ TEST(Dialect, SpellsHierarchies)
         memory_cube::Calculation const under(&unnamed, "[C]", "[P]");
         EXPECT_EQ(flat ? "[D].[]" : "[Unnamed].[]", text_of_new(g.GenerateField(&unnamed, "")));
         EXPECT_EQ(flat ? "[D].[x]" : "[Unnamed].[x]", text_of_new(g.GenerateField(&under, "x")));
+        memory_cube::Calculation const homeless(nullptr, "[C]", "[P]"); // stays as the general class writes it
+        EXPECT_EQ("[P].[x]", text_of_new(g.GenerateField(&homeless, "x")));
         EXPECT_EQ(flat ? 0 : 4, g.GetServerType());
         // Each field keeps the spelling that it was made with.
         MDXField * const fields[] = { g.GenerateField("A", "B"), g.GenerateField(f.field), g.GenerateField(&f.city, "x"),

@@ -84,4 +84,13 @@ TEST_F(QueryLog, DoesNothingWhenItIsClosed)
     log.logMessage("lost");
     log.logQuery(query.get(), &ownTimer);
     EXPECT_FALSE(std::filesystem::exists(file));
+    // An open log that is opened again and fails is closed, also by an empty path
+    for (char const * const path : { "", "missing/again/log.txt" }) {
+        write_setting(kKey, "MDX Query Log", file.string());
+        EXPECT_TRUE(log.open(kKey));
+        write_setting(kKey, "MDX Query Log", *path == '\0' ? path : (fFolder / path).string());
+        EXPECT_FALSE(log.open(kKey));
+        log.logMessage("lost");
+    }
+    EXPECT_EQ("", text_of_file(file));
 }

@@ -11,6 +11,8 @@
 // Runs the rows of docs/operations.md and of README.md's table, which are taken from the documents when this is built: as they
 // are, with objects that say another text than they hold, and with each call of the host and each allocation failing in turn.
 
+thread_local std::function<void()> gAsked;
+
 namespace {
 
 using namespace BRIM_o;

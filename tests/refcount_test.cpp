@@ -127,6 +127,35 @@ TEST(RefCount, NumbersTheObjectsOfAClass)
     }
 }
 
+// The base is made before the host is asked: an object that fails then was there, and its number is used up.
+TEST(RefCount, TellsOfAnObjectThatFailsWhileItIsMade)
+{
+    Fixture f;
+    LogLines lines;
+    ScopedLevel const memory("MEMORY", "MDXSet", 4);
+    ScopedLevel const fields("MEMORY", "MDXField", 4);
+    EXPECT_EQ(raises(MDX_ERR_EMPTY_TUPLE), error_of([&] { f.generator->GenerateSet(std::vector{ f.empty }); }));
+    gAsked = [] { throw std::bad_alloc(); };
+    EXPECT_EQ(kNoMemory, error_of([&] { f.generator->GenerateSet(&f.h); }));
+    EXPECT_EQ(kNoMemory, error_of([&] { f.generator->GenerateField(&f.member); }));
+    gAsked = nullptr;
+    std::string ends;
+    for (std::string const & line : lines.fAll)
+        ends += line.substr(line.rfind(' '));
+    EXPECT_EQ(" created destroyed created destroyed created destroyed", ends);
+}
+
+// No holder comes and goes between a statement and its slicer.
+TEST(RefCount, TellsNothingOfANewSlicer)
+{
+    Fixture f;
+    RefPtr<MDXQuery> const query(f.generator->GenerateQuery(MDXQuery::QT_SELECT, nullptr));
+    LogLines lines;
+    ScopedLevel const counts("INTERFACE", "MDXTuple", 5);
+    static_cast<MDXSelectQuery &>(*query).AddSlicerSpecification(f.field);
+    EXPECT_EQ(Strings{}, lines.take());
+}
+
 TEST(RefCount, NumbersObjectsThatAreMadeOnEightThreads)
 {
     Fixture f;
@@ -158,6 +187,15 @@ TEST(RefPtr, TakesAndGivesBack)
         copy = f.set; // takes that reference along
         EXPECT_EQ(3, count_of(*f.set));
         EXPECT_EQ(1, count_of(*f.other));
+        RefPtr<MDXSet> moved(std::move(copy)); // without a count
+        EXPECT_TRUE(moved && !copy);
+        copy = std::move(moved);
+        EXPECT_TRUE(copy && !moved);
+        EXPECT_EQ(3, count_of(*f.set));
+        moved = held;
+        copy = moved;
+        moved = RefPtr<MDXSet>();
+        EXPECT_EQ(3, count_of(*f.set));
     }
     EXPECT_EQ(1, count_of(*f.set));
     EXPECT_FALSE(hold<MDXSet>(nullptr));
