@@ -14,7 +14,8 @@ struct ObjectClass;
 
 // What every statement and expression is: an object that counts its holders. Born with one reference, which belongs
 // to whoever made it; the last unuse() deletes it. use() and unuse() may be called from any thread; everything else
-// on one object from one thread at a time. Objects may be made on several threads.
+// on one object from one thread at a time. Objects may be made on several threads. A class of the host's own that
+// replaces use() or unuse() may not throw from them.
 //
 // The log gets a line when an object is created or destroyed, from level 4 of the module "MEMORY" on, and a line
 // when its count is raised or lowered, from level 5 of "INTERFACE" on. The sub-module is the class's name.

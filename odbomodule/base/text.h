@@ -35,8 +35,8 @@ inline Decimal decimal(std::int64_t number) noexcept
     return Decimal(number);
 }
 
-// A text for a place. A string is borrowed and not looked at before the row is written, so that it may change while
-// the texts after it are asked for. Numbers, bools, characters and literals are no texts.
+// A text for a place. A string is not looked at before the row is written, so that an expression's own text may
+// change while the texts after it are asked for. Numbers, bools, characters and literals are no texts.
 class Text {
 public:
     Text(std::u16string const & text) noexcept : fString(&text) {}
@@ -218,8 +218,8 @@ void append(KelpString & text)
     text.append(compiled::row_for<literal, 0>().letters());
 }
 
-// Makes a row the text of an expression, whose old text may be one of the row's; its quoted text is out of date
-// then. Returns the expression. Should memory run out, the expression is as it was.
+// Makes a row the text of an expression, whose old text may be one of the row's, but no view into it; its
+// quoted text is out of date then. Returns the expression. Should memory run out, the expression is as it was.
 template <compiled::Literal literal, class Object, std::size_t Count>
 Object * rewrite(Object * object, Text const (&texts)[Count])
 {

@@ -17,7 +17,7 @@ public:
     // none, this.
     MDXSet * StripCalculations(BRIM_o::Hierarchy const * hierarchy, bool byName) override;
     // With a hierarchy: calls StripCalculations, hierarchizes, then UNION(that, {names}) with the names of
-    // `calculations`, also if there are none. Should the host throw, the steps done before stay.
+    // `calculations`, also if there are none. Should the host throw or memory run out, the steps done before stay.
     MDXSet * Hierarchize(bool, BRIM_o::Hierarchy const * hierarchy, bool byName,
         std::vector<BRIM_o::Calculation *> const & calculations) override;
     // Does nothing.

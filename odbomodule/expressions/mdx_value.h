@@ -46,7 +46,7 @@ public:
 
     // COVARIANCE(set, first, second), or COVARIANCEN with `unbiased`. Here and up to TakeCorrelation, `second` may
     // be null and is then left out. The text is written piece by piece: a value that is its own argument reads what
-    // has been written so far. If an argument throws, so much stays.
+    // has been written so far. If an argument throws or memory runs out, so much stays.
     virtual MDXValue * TakeCovariance(
         MDXSet const * set, MDXValue const * first, MDXValue const * second, bool unbiased);
     // LINREG...(set, first, second)

@@ -139,8 +139,8 @@ SUPPORT_API HRESULT VariantClear(VARIANT * value);
 
 // Converts `source` to `type`: VT_I4, VT_R8, VT_BOOL, VT_BSTR, VT_EMPTY, VT_NULL, or the type that it has already.
 // The result replaces what `destination` held; the two may be one. Texts follow the conventions of US English. A
-// real or a decimal is rounded to the nearest whole number, a half to the even one. With the flag VARIANT_ALPHABOOL,
-// a bool as text is "True" or "False", not a number.
+// real or a decimal is rounded to the nearest whole number, a half to the even one. With the flag
+// VARIANT_ALPHABOOL, a bool as text is "True" or "False", not a number.
 //
 // A result other than S_OK leaves `destination` alone:
 // - DISP_E_TYPEMISMATCH: a null value, an object, a null pointer, a `type` other than these, or a text that does

@@ -26,8 +26,8 @@ private:
     bool fShared = false;
 };
 
-// A text file in UTF-8. The destructor closes it. When memory runs out, std::bad_alloc passes through; no file is left
-// open then by open(), and nothing is written by writeLine().
+// A text file in UTF-8. The destructor closes it. When memory runs out, std::bad_alloc passes through; no file is
+// left open then by open(), and nothing is written by writeLine().
 class SUPPORT_API File {
 public:
     explicit File(FileLocator const & location);
@@ -47,10 +47,10 @@ public:
     bool open(char const * mode);
 
     // Appends the text and a line end. Lines of two processes do not mix. On Windows a line ends in "\r\n", and so
-    // does each line within the text. Does nothing when no file is open. A failure to write is not reported, and what
-    // is missing then is not written later; the next line of this object starts on a line of its own all the same.
-    // On Windows, a process that hangs while it writes is waited for two seconds. Elsewhere a limit of the file's
-    // size is a failure like any other: its signal, SIGXFSZ, does not reach the process.
+    // does each line within the text. Does nothing when no file is open. A failure to write is not reported, and
+    // what is missing then is not written later; the next line of this object starts on a line of its own all the
+    // same. On Windows, a process that hangs while it writes is waited for two seconds. Elsewhere a limit of the
+    // file's size is a failure like any other: its signal, SIGXFSZ, does not reach the process.
     void writeLine(KelpString const & text);
 
 private:

@@ -4,9 +4,9 @@
 
 // Reads the settings of the machine. On Windows they are in the registry. Elsewhere they are in text files in the
 // registry's export format: odbomodule/registry.reg under $XDG_CONFIG_HOME, then ~/.config, then /etc. The first
-// file that has the value counts, or removes it: a line `"name"=-` removes what stands before it and in later files,
-// and `[-key]` does so for all values of that key and of those below it. A file of more than 1 MiB, one that cannot
-// be read to its end, and what is not a regular file count as missing.
+// file that has the value counts, or removes it: a line `"name"=-` removes what stands before it and in later
+// files, and `[-key]` does so for all values of that key and of those below it. A file of more than 1 MiB, one that
+// cannot be read to its end, and what is not a regular file count as missing.
 class SUPPORT_API RegistryWrapper {
 public:
     enum RootKey : int { LocalMachine = 3 };

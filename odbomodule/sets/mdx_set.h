@@ -16,12 +16,14 @@ class MDXField;
 class MDXTuple;
 class MDXValue;
 
-// One set expression. The object is its MDX text: an operation rewrites the text and returns the set, for
-// chaining, with no reference attached. "this" below is the text before the call; an operation without it drops
-// that text. Nothing else is remembered: drilling twice wraps twice. Arguments are read during the call and not
-// kept; they may not be null unless it says so, and texts go in unchanged. Unless it says otherwise, an argument
-// that throws leaves the text as it was. Born with one reference; the last unuse() deletes it. Only use() and
-// unuse() may be called from two threads at once.
+// One set expression. The object is its MDX text: an operation rewrites the text and returns the set, for chaining,
+// with no reference attached. "this" below is the text before the call; an operation without it drops that text.
+// Nothing else is remembered: drilling twice wraps twice. Arguments are read during the call and not kept; they may
+// not be null unless it says so, and texts go in unchanged. Unless it says otherwise, an argument that throws, and
+// a lack of memory, leave the text as it was. What the host is asked during a call may read the set but not change
+// it. Besides MDXError an operation may throw what the host throws and the standard library's std::bad_alloc and
+// std::length_error. Born with one reference; the last unuse() deletes it. Only use() and unuse() may be called
+// from two threads at once.
 class MDX_API MDXSet : public support::RefCount {
 public:
     enum ExtremityType : std::int32_t { Top = 0, Bottom = 1 };
@@ -86,15 +88,15 @@ public:
     // The empty set.
     virtual MDXSet * Empty();
 
-    // { top level.Members }. Without a hierarchy or a top level, the braces alone. Should the host throw, the
-    // text is the opening brace.
+    // { top level.Members }. Without a hierarchy or a top level, the braces alone. Should the host throw or memory
+    // run out, the text is the opening brace.
     virtual MDXSet * TakeTopLevel(BRIM_o::Hierarchy const * hierarchy);
     // unique name.MEMBERS
     virtual MDXSet * TakeWholeLevel(BRIM_o::Level const * level);
     virtual MDXSet * TakeAllMembers(KelpString const & name);
     virtual MDXSet * TakeAllMembers(BRIM_o::Hierarchy const * hierarchy);
     // The leaves of the hierarchy and its calculated members, by GENERATE over the top level. Should the host throw
-    // when asked for the calculated members, the leaves alone are the text.
+    // or memory run out when asked for the calculated members, the leaves alone are the text.
     virtual MDXSet * TakeLeafNodes(BRIM_o::Hierarchy * hierarchy);
     // The members of a level; `level` counts from 1, unchecked.
     virtual MDXSet * TakeBaseLevel(BRIM_o::Hierarchy const * hierarchy, std::int32_t level);
@@ -171,7 +173,7 @@ public:
     virtual MDXSet * TakeTail();
     // { this }
     virtual MDXSet * Delimit();
-    // { Extract(set, hierarchy) }. Should the host throw, the text ends before the hierarchy.
+    // { Extract(set, hierarchy) }. Should the host throw or memory run out, the text ends before the hierarchy.
     virtual MDXSet * Extract(KelpString const & set, BRIM_o::Hierarchy const * hierarchy);
     // The text itself, unchanged.
     virtual MDXSet * SetExpression(KelpString const & text);
