@@ -105,19 +105,13 @@ std::string state_of(Documented & f)
 
 // Has each call of a host object fail in turn, then each allocation. A row leaves all as it was, unless it goes by steps, and does
 // what it should when it is tried again.
-template <class Call>
-void survives_faults(char const * row, Classes classes, Call const & call)
+void survives_faults(char const * row, Classes classes, std::function<void(Documented &)> const & run)
 {
     auto const has = [row](char const * part) { return std::string_view(row).find(part) != std::string_view::npos; };
     bool const strips = has("Hierarchize(false, hierarchy"); // what it has done then would be done twice
     bool const bySteps = strips || has("TakeTopLevel") || has("Extract") || has("TakeLeafNodes") || has("TakeCo") || has("LinReg");
     if (has(")->") || has("), ")) // several operations
         return;
-    auto const run = [&](Documented & f) {
-        auto const result = call(f);
-        if constexpr (std::is_pointer_v<decltype(result)>)
-            makes_an_object(row) ? result->unuse() : 0;
-    };
     Documented expected(classes);
     run(expected);
     std::string const after = state_of(expected);
@@ -171,6 +165,17 @@ struct Masked : Documented {
     }
 };
 
+// Does what a row says, and gives back what it has made.
+template <class Result>
+std::function<void(Documented &)> done(char const * row, std::function<Result(Documented &)> const & call)
+{
+    return [=](Documented & f) {
+        auto const result = call(f);
+        if constexpr (std::is_pointer_v<Result>)
+            makes_an_object(row) ? result->unuse() : 0;
+    };
+}
+
 // What a call gives as text: its own, or that of the object that it returns.
 template <class Result>
 std::string text_of(char const * row, Result result)
@@ -182,10 +187,9 @@ std::string text_of(char const * row, Result result)
 }
 
 // An operation, with the text that the dialect gives, and the general one where it differs.
-template <class Call>
-void operation(char const * row, Call const & call, char const * want, char const * generalWant = nullptr)
+template <class Result>
+void expect_documented(char const * row, std::function<Result(Documented &)> const & call, char const * want, char const * generalWant)
 {
-    using Result = std::invoke_result_t<Call, Documented &>;
     for (Classes const classes : { kDialect, kGeneral }) {
         Documented f(classes);
         std::string const text = classes == kGeneral && generalWant != nullptr ? generalWant : want;
@@ -195,7 +199,7 @@ void operation(char const * row, Call const & call, char const * want, char cons
         } else {
             EXPECT_EQ(text, text_of(row, call(f))) << row;
         }
-        survives_faults(row, classes, call);
+        survives_faults(row, classes, done(row, call));
     }
     if (makes_an_object(row)) {
         Masked<void> f;
@@ -206,14 +210,19 @@ void operation(char const * row, Call const & call, char const * want, char cons
     }
 }
 
-// What depends on the way that the generator spells hierarchies.
 template <class Call>
-void spelling(char const * row, Call const & call, char const * uniqueNames, char const * flatNames)
+void operation(char const * row, Call const & call, char const * want, char const * generalWant = nullptr)
+{
+    expect_documented<std::invoke_result_t<Call, Documented &>>(row, call, want, generalWant);
+}
+
+// What depends on the way that the generator spells hierarchies.
+void spelling(char const * row, std::function<MDXField *(Documented &)> const & call, char const * uniqueNames, char const * flatNames)
 {
     for (Classes const classes : { kDialect, kFlatDialect }) {
         Documented f(classes);
         EXPECT_EQ(classes == kDialect ? uniqueNames : flatNames, text_of(row, call(f))) << row;
-        survives_faults(row, classes, call);
+        survives_faults(row, classes, done(row, call));
     }
 }
 
@@ -232,11 +241,10 @@ void statement(
         EXPECT_EQ(differs ? generalWant : want, query.getText(false).toUTF8()) << row;
         EXPECT_TRUE(differs || onSeveralLines == query.getText(true).toUTF8()) << row;
     };
-    auto const call = [&](Documented & f) { return add(f), 0; };
     for (Classes const classes : { kDialect, kGeneral }) {
         Documented f(classes);
         expect(f, classes == kGeneral);
-        survives_faults(row, classes, call);
+        survives_faults(row, classes, add);
         if (std::string_view(row).find("v->") == std::string_view::npos) {
             Masked<void> masked(classes == kDialect);
             expect(masked, classes == kGeneral);
@@ -259,9 +267,8 @@ std::set<std::int32_t> gKinds; // that were documented
 
 // A node of a condition, its number, the least operands that it needs, and whether the server is asked about it, which then
 // keeps the operands from being looked at.
-template <class Call>
-void condition(char const * row, Call const & call, std::string const & want, std::string const & number, std::string const & operands,
-    std::string const & asked)
+void condition(char const * row, std::function<Tree(Documented &)> const & call, std::string const & want, std::string const & number,
+    std::string const & operands, std::string const & asked)
 {
     for (Classes const classes : { kDialect, kGeneral }) {
         Documented f(classes);
