@@ -132,7 +132,7 @@ BaseError error_with(std::uint32_t code, Strings const & inserts)
 TEST(BaseError, IsAssignedWholeOrNotAtAll)
 {
     BaseError const other = error_with(MDX_ERR_BAD_ENUM, { "a text that is longer than its own room" });
-    for (std::size_t const nth : { 1, 2, 3, 4 }) {
+    for (std::size_t const nth : { 1u, 2u, 3u, 4u }) {
         BaseError error = error_with(MDX_ERR_NO_AXES, {});
         gFailAt = nth;
         try {
