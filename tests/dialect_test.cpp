@@ -7,7 +7,6 @@ TEST(Dialect, Factories)
     MDXQueryGenerator & g = *f.generator;
     EXPECT_EQ(" {  } ", text_of_new(g.GenerateSet(std::vector<MDXField *>{})));
     EXPECT_EQ(" { [G], [F], [G] } ", text_of_new(g.GenerateSet(std::vector{ f.second, f.field, f.second })));
-    EXPECT_EQ(raises(MDX_ERR_EMPTY_TUPLE), error_of([&] { g.GenerateSet(std::vector{ f.single, f.empty }); }));
     EXPECT_EQ(" 'x' ", text_of_new(g.GenerateSet(" 'x' ")));
     EXPECT_EQ("-2147483648", text_of_new(g.GenerateValue(INT32_MIN)));
     RefPtr<MDXMemberProperty> const property(g.GenerateMemberProperty("[D]", "Size]"));
@@ -79,7 +78,6 @@ TEST(Dialect, Statements)
     RefPtr<MDXSelectQuery> const select(dynamic_cast<MDXSelectQuery *>(make(MDXQuery::QT_SELECT)));
     RefPtr<MDXCreateQuery> const create(dynamic_cast<MDXCreateQuery *>(make(MDXQuery::QT_CREATE)));
     RefPtr<MDXDropQuery> const drop(dynamic_cast<MDXDropQuery *>(make(MDXQuery::QT_DROP)));
-    EXPECT_EQ(raises(33648758, "3, QueryType"), error_of([&] { make(static_cast<MDXQuery::QueryType>(3)); }));
     RefPtr<MDXValue> const value(f.makeValue("'v'"));
     f.generator = nullptr; // its objects outlive it
     f.set->SetExpression("{'A'}");
@@ -96,8 +94,6 @@ TEST(Dialect, Statements)
         "WITH MEMBER [D.N] AS ' ''v'' ' , SOLVE_ORDER = 3, FORMAT_STRING = '#,#'  MEMBER [G's] AS ' W '    SET N AS ' {''A''} '  "
         "SELECT NON EMPTY {'A'} ON COLUMNS , {B} DIMENSION PROPERTIES P, Q ON ROWS "
         "FROM [Sales] WHERE ( [D.N], [G's] )   CELL PROPERTIES FORMATTED_VALUE");
-    select->AddMemberFormula(f.field, f.value, -1, { "P" }, {});
-    EXPECT_EQ(raises(MDX_ERR_PROPERTY_COUNT_MISMATCH), error_of([&] { select->getText(false); }));
 
     create->AddMemberFormula(f.field, value.get(), 0, {}, {});
     create->AddSetFormula("N", f.set);

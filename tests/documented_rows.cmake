@@ -1,6 +1,6 @@
 # cmake -DDOCUMENTS=FILE;FILE -DOUTPUT=FILE -P documented_rows.cmake: writes the rows of the documents' tables as C++, one call a
 # row. The heads of the columns say which rows a table has; other tables are passed over. What stands in a cell's code goes
-# through as it is: a call as code, a text as a literal, in which \n is a new line.
+# through as it is: a call and the name of an error as code, a text as a literal, in which \n is a new line.
 set(rows "")
 foreach(document IN LISTS DOCUMENTS)
     file(READ "${document}" rest)
@@ -16,6 +16,8 @@ foreach(document IN LISTS DOCUMENTS)
 
         if(line MATCHES "^\\| Call \\| Text")
             set(row operation)
+        elseif(line MATCHES "^\\| Call \\| Error")
+            set(row refusal)
         elseif(line MATCHES "^\\| Call \\| Unique names \\| Flat names")
             set(row spelling)
         elseif(line MATCHES "^\\| Added \\| On one line")
@@ -33,9 +35,10 @@ foreach(document IN LISTS DOCUMENTS)
             math(EXPR at "${at} + 5")
             string(SUBSTRING "${line}" ${at} -1 texts)
             string(REPLACE "\"" "\\\"" texts "${texts}")
-            string(REPLACE "` | `" "\", \"" texts "${texts}")
+            string(REPLACE "` | `" "\", \"" texts "\"${texts}\"")
+            string(REGEX REPLACE "\"(MDX_ERR_[A-Z_]+)\"" "\\1" texts "${texts}")
             string(REPLACE "\"" "\\\"" title "${call}")
-            string(APPEND rows "${row}(\"${name}:${line_number}: ${title}\", WITH_NAMES(${call}), \"${texts}\");\n")
+            string(APPEND rows "${row}(\"${name}:${line_number}: ${title}\", WITH_NAMES(${call}), ${texts});\n")
         elseif(NOT line MATCHES "^\\|")
             set(row "")
         endif()

@@ -16,6 +16,8 @@
 #include <utility>
 #include <vector>
 
+using Strings = std::vector<std::string>;
+
 // GoogleTest shows texts through this.
 inline void PrintTo(KelpString const & text, std::ostream * out)
 {
@@ -127,10 +129,18 @@ struct OperationRow {
 
 inline std::string const kNoMemory = "no memory";
 
-// An MDXError with its inserts, and what `body` throws of it, as one text; empty when it throws none.
-inline std::string raises(std::uint32_t code, std::string const & inserts = "")
+inline BaseError error_with(std::uint32_t code, Strings const & inserts)
 {
-    return "error " + std::to_string(code) + " (" + inserts + ")";
+    BaseError error(code, "ODBOMODULE", BRIM_o::AnyError::SeverityError, BRIM_o::AnyError::NotCompleted);
+    for (std::string const & insert : inserts)
+        error.addInsert(insert.c_str());
+    return error;
+}
+
+// The message of an error, and that of what `body` throws; empty when it throws none.
+inline std::string raises(std::uint32_t code, Strings const & inserts = {})
+{
+    return error_with(code, inserts).getText().toUTF8();
 }
 
 inline std::string error_of(std::function<void()> const & body)
@@ -139,10 +149,7 @@ inline std::string error_of(std::function<void()> const & body)
         body();
         return "";
     } catch (MDXError const & error) {
-        std::string inserts;
-        for (std::int32_t i = 0; i < error.numInserts(); ++i)
-            inserts += (i == 0 ? "" : ", ") + error.getInsert(i)->getText().toUTF8();
-        return raises(error.code(), inserts);
+        return error.getText().toUTF8();
     } catch (std::bad_alloc const &) {
         return kNoMemory;
     }
@@ -198,8 +205,6 @@ std::string text_of_new(Object * object)
     EXPECT_EQ(1, count_of(*object));
     return mdx_of(*object);
 }
-
-using Strings = std::vector<std::string>;
 
 // Takes what the log gets for the length of a scope, as "code level module/part: text" with the code in hexadecimal.
 struct LogLines {

@@ -74,8 +74,8 @@ Tree node(ExpressionType kind, Operands const &... operands)
     [](Documented & f) {                                                                                                                   \
         [[maybe_unused]] auto const [generator, dimension, hierarchy, level, member, calculation, nested] = std::tuple(                    \
             f.generator.get(), &f.dimension, &f.h, &f.country, &f.member, &f.calculation, &f.child);                                       \
-        [[maybe_unused]] auto const [s, t, m, n, x, v, w, k, pair] = std::tuple(                                                           \
-            f.set, f.other, f.field, f.second, f.value, f.weight, f.third, f.single, f.tuple);                                             \
+        [[maybe_unused]] auto const [s, t, m, n, x, v, w, k, pair, none] = std::tuple(                                                     \
+            f.set, f.other, f.field, f.second, f.value, f.weight, f.third, f.single, f.tuple, f.empty);                                    \
         [[maybe_unused]] auto const [select, create, drop] = std::tuple(f.select.get(), f.create.get(), f.drop.get());                     \
         [[maybe_unused]] auto const & [a, b, c, p] = std::tie(f.a, f.b, f.c, f.p);                                                         \
         [[maybe_unused]] Expression * const tree = f.tree.get();                                                                           \
@@ -214,6 +214,25 @@ template <class Call>
 void operation(char const * row, Call const & call, char const * want, char const * generalWant = nullptr)
 {
     expect_documented<std::invoke_result_t<Call, Documented &>>(row, call, want, generalWant);
+}
+
+// What is refused leaves all as it was; a row of several calls does so from the second on.
+template <class Call>
+void refusal(char const * row, Call const & call, MDXErrorCode code, std::string const & message)
+{
+    for (Classes const classes : { kDialect, kGeneral }) {
+        Documented f(classes);
+        std::string const before = state_of(f);
+        std::uint32_t raised = 0;
+        try {
+            call(f);
+        } catch (MDXError const & error) {
+            raised = error.code();
+            EXPECT_EQ(message, error.getText().toUTF8()) << row;
+        }
+        EXPECT_EQ(code, raised) << row;
+        EXPECT_TRUE(std::string_view(row).find("), ") != std::string_view::npos || before == state_of(f)) << row;
+    }
 }
 
 // What depends on the way that the generator spells hierarchies.

@@ -77,16 +77,13 @@ TEST(MDXSelectQuery, Refusals)
 {
     Fixture f;
     RefPtr const query(new General<MDXSelectQuery>("[Sales]"));
+    query->AddMemberFormula(nullptr, nullptr, -1, { "no value" }, {}); // told before a text is asked for, and after a missing axis
     EXPECT_EQ(raises(MDX_ERR_NO_AXES), error_of([&] { query->getText(true); }));
-    auto const add = [&](std::int32_t axis) { return error_of([&] { query->AddAxisSpecification(axis, f.set, {}, kAll); }); };
-    std::string const outOfOrder = raises(MDX_ERR_AXIS_OUT_OF_ORDER);
-    EXPECT_EQ((Strings{ outOfOrder, outOfOrder, "", outOfOrder, outOfOrder }), (Strings{ add(-1), add(1), add(0), add(0), add(2) }));
-    EXPECT_EQ(2, count_of(*f.set));
-    EXPECT_EQ("\nSELECT \n       {A} ON COLUMNS \nFROM [Sales] ", query->getText(true).toUTF8());
-    query->AddMemberFormula(f.field, f.value, -1, { "no value" }, {});
+    query->AddAxisSpecification(0, f.set, {}, kAll);
     EXPECT_EQ(raises(MDX_ERR_PROPERTY_COUNT_MISMATCH), error_of([&] { query->getText(true); }));
     KelpString stored = " stored\n", none; // which stand for all else, even without an axis
     query->setQuery(stored);
+    query->AddCellProperty("more");
     EXPECT_EQ(stored, query->getText(true));
     RefPtr const bare(new General<MDXSelectQuery>("[Sales]"));
     bare->setQuery(none);
@@ -105,7 +102,6 @@ TEST(Statements, PartsByThemselves)
     EXPECT_EQ("MEMBER [F] AS 'v', SOLVE_ORDER = 0 ", member(0, {}, {}, false));
     EXPECT_EQ("MEMBER [F] AS 'v', P = 'x' ", member(-1, { "P" }, { "'x'" }, false));
     EXPECT_EQ("MEMBER [Sales].[F] AS 'v', SOLVE_ORDER = 2147483647, P = 1, Q =  ", member(INT32_MAX, { "P", "Q" }, { "1", "" }, true));
-    EXPECT_EQ(raises(MDX_ERR_PROPERTY_COUNT_MISMATCH), error_of([&] { member(3, {}, { "1" }, false); }));
     EXPECT_EQ("NON EMPTY {A} DIMENSION PROPERTIES P ON AXIS(11) ", mdx_of(MDXSelectQuery::MDXAxisSpecification(11, f.set, { "P" }, true)));
     MDXMemberSpecification const holdsNone(nullptr, nullptr, 0, {}, {}, false, "[Sales]");
 }
@@ -114,12 +110,9 @@ TEST(MDXCreateQuery, Text)
 {
     Fixture f;
     RefPtr const query(new General<MDXCreateQuery>("[Sales]"));
-    EXPECT_EQ(raises(MDX_ERR_NO_FORMULAS), error_of([&] { query->getText(false); }));
     query->AddSetFormula("N", f.set->SetExpression("{'A'}"));
     query->AddMemberFormula(f.field, f.value, 0, { "P" }, { "1" });
     EXPECT_EQ("CREATE SET [Sales].N AS {'A'} MEMBER [Sales].[F] AS V, SOLVE_ORDER = 0, P = 1 ", query->getText(true).toUTF8());
-    query->AddMemberFormula(f.field, f.value, 0, { "P" }, {});
-    EXPECT_EQ(raises(MDX_ERR_PROPERTY_COUNT_MISMATCH), error_of([&] { query->getText(false); }));
     query->AddRawMemberFormula("CREATE MEMBER 'x'");
     EXPECT_EQ("CREATE MEMBER 'x'", mdx_of(*query));
     RefPtr const bare(new General<MDXCreateQuery>("[Sales]"));
@@ -131,11 +124,8 @@ TEST(MDXDropQuery, Text)
 {
     RefPtr const members(new General<MDXDropQuery>("[Sales]"));
     RefPtr const sets(new General<MDXDropQuery>("[Sales]"));
-    EXPECT_EQ(raises(MDX_ERR_NOTHING_TO_DROP), error_of([&] { members->getText(false); }));
     EXPECT_TRUE(members->AddMemberToDrop("M") && members->AddMemberToDrop("M"));
     EXPECT_TRUE(sets->AddSetToDrop("S'") && sets->AddSetToDrop(""));
-    EXPECT_EQ(raises(MDX_ERR_MIXED_DROP), error_of([&] { members->AddSetToDrop("S"); }));
-    EXPECT_EQ(raises(MDX_ERR_MIXED_DROP), error_of([&] { sets->AddMemberToDrop("M"); }));
     EXPECT_EQ("DROP MEMBER [Sales].M [Sales].M ", mdx_of(*members));
     EXPECT_EQ("DROP SET [Sales].S' [Sales]. ", sets->getText(true).toUTF8());
 }

@@ -12,13 +12,6 @@
 
 namespace {
 
-// Rows of a text and what it should be, in UTF-8.
-void expect_texts(std::vector<std::pair<KelpString, std::string>> const & rows)
-{
-    for (auto const & [have, want] : rows)
-        EXPECT_EQ(have.toUTF8(), want);
-}
-
 TEST(KelpString, TakesTextsOfBothKindsAndItsOwn)
 {
     KelpString text("ab\xE9"); // which is widened without a sign
@@ -121,14 +114,6 @@ TEST(AssertionFailure, EndsTheProcess)
     EXPECT_DEATH(support_dll::AssertionFailure("a > b", "file.cpp"), "assertion failed: a > b, in file.cpp\n");
 }
 
-BaseError error_with(std::uint32_t code, Strings const & inserts)
-{
-    BaseError error(code, "ODBOMODULE", BRIM_o::AnyError::SeverityError, BRIM_o::AnyError::NotCompleted);
-    for (std::string const & insert : inserts)
-        error.addInsert(insert.c_str());
-    return error;
-}
-
 TEST(BaseError, IsAssignedWholeOrNotAtAll)
 {
     BaseError const other = error_with(MDX_ERR_BAD_ENUM, { "a text that is longer than its own room" });
@@ -147,22 +132,9 @@ TEST(BaseError, IsAssignedWholeOrNotAtAll)
 TEST(BaseError, HasAMessageWithItsInserts)
 {
     BaseError const error = error_with(MDX_ERR_BAD_ENUM, { "%2", "Sort::direction" });
-    expect_texts({
-        { error_with(MDX_ERR_NO_AXES, {}).getText(), "The query has no axes." },
-        { error_with(MDX_ERR_AXIS_OUT_OF_ORDER, {}).getText(), "An axis was added out of order." },
-        { error_with(MDX_ERR_NO_FORMULAS, {}).getText(), "There is no formula to create." },
-        { error_with(MDX_ERR_PROPERTY_COUNT_MISMATCH, {}).getText(), "The numbers of property names and property values differ." },
-        { error_with(MDX_ERR_NOTHING_TO_DROP, {}).getText(), "There is nothing to drop." },
-        { error_with(MDX_ERR_MIXED_DROP, {}).getText(), "Members and sets cannot be dropped by one statement." },
-        { error.getText(), "The value %2 is out of range for the enumeration Sort::direction." },
-        { error_with(MDX_ERR_BAD_ENUM, { "7" }).getText(), "The value 7 is out of range for the enumeration ." },
-        { error_with(MDX_ERR_MISSING_TUPLE, {}).getText(), "A tuple is needed to measure by." },
-        { error_with(MDX_ERR_EMPTY_TUPLE, {}).getText(), "The tuple is empty." },
-        { error_with(MDX_ERR_BAD_EXPRESSION, {}).getText(),
-            "The condition has a node of an unknown kind, a value that is no finite number or no bool, or a null test of something other "
-            "than a tuple." },
-        { error_with(0x2017071, { "7" }).getText(), "Error 0x02017071 of the module ODBOMODULE." },
-    });
+    EXPECT_EQ("The value %2 is out of range for the enumeration Sort::direction.", error.getText().toUTF8());
+    EXPECT_EQ("The value 7 is out of range for the enumeration .", raises(MDX_ERR_BAD_ENUM, { "7" }));
+    EXPECT_EQ("Error 0x02017071 of the module ODBOMODULE.", raises(0x2017071, { "7" }));
     EXPECT_EQ(error.hResult(), static_cast<std::int32_t>(0x82017076));
     EXPECT_EQ(error.getInsert(2), nullptr);
     EXPECT_EQ(error.getInsert(-1), nullptr);
