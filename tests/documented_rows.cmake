@@ -1,6 +1,7 @@
 # cmake -DDOCUMENTS=FILE;FILE -DOUTPUT=FILE -P documented_rows.cmake: writes the rows of the documents' tables as C++, one call a
 # row. The heads of the columns say which rows a table has; other tables are passed over. What stands in a cell's code goes
-# through as it is: a call and the name of an error as code, a text as a literal, in which \n is a new line.
+# through as it is: a call and the name of an error as code, a text as a literal, in which \n is a new line; lines of
+# settings as raw literals, with a new line for each ⏎.
 set(rows "")
 foreach(document IN LISTS DOCUMENTS)
     file(READ "${document}" rest)
@@ -28,8 +29,16 @@ foreach(document IN LISTS DOCUMENTS)
             set(row conversion)
         elseif(line MATCHES "^\\| (Number|Format) \\| Text")
             set(row number)
-        elseif(row AND line MATCHES "^\\| `")
-            string(REGEX REPLACE "^\\| `(.*)` \\|$" "\\1" line "${line}")
+        elseif(line MATCHES "^\\| Text \\| Real")
+            set(row reading)
+        elseif(line MATCHES "^\\| Lines \\| Setting")
+            set(row setting)
+        elseif(row STREQUAL "setting" AND line MATCHES "^\\| `(.*)` \\|$")
+            string(REPLACE "⏎" "\n" cells "${CMAKE_MATCH_1}")
+            string(REPLACE "` | `" ")\", R\"(" cells "${cells}")
+            string(APPEND rows "setting(\"${name}:${line_number}\", R\"(${cells})\");\n")
+        elseif(row AND line MATCHES "^\\| `(.*)` \\|$")
+            set(line "${CMAKE_MATCH_1}")
             string(FIND "${line}" "` | `" at)
             string(SUBSTRING "${line}" 0 ${at} call)
             math(EXPR at "${at} + 5")

@@ -22,41 +22,20 @@ struct SettingsFiles : testing::Test, Machine {
     fs::path const fSecond = fFolder / "home/.config/odbomodule/registry.reg";
 
     void write(fs::path const & path, std::string const & bytes) { std::ofstream(path, std::ios::binary) << bytes; }
-
-    void expect_name(std::string const & lines, std::string const & want)
-    {
-        write(fFirst, kSection + lines);
-        EXPECT_EQ(read_setting("Name"), want) << lines;
-        EXPECT_EQ(read_setting(""), "none") << lines;
-    }
 };
 
-TEST_F(SettingsFiles, LinesAreValuesOrPassedOver)
+// The rows of docs/settings.md, which are taken from there when this is built.
+TEST_F(SettingsFiles, AreReadAsDocumented)
 {
-    expect_name(R"("name"="C:\\a \"b\"")", R"(C:\a "b")");
-    expect_name("\t\"Name\" = \"yes\" ", "yes");
-    expect_name(R"("Name"=dword: fFfFfFfF )", "true");
-    expect_name(R"("Name"=DWORD:0)", "false");
-    expect_name("\"Name\"=\"first\"\n\n\"Name\"=\"second\"\n\"Name\"=broken", "second");
+    auto const setting = [&](char const * row, std::string const & lines, std::string const & want) {
+        write(fFirst, kSection + lines);
+        EXPECT_EQ(read_setting("Name"), want) << row;
+        EXPECT_EQ(read_setting(""), "none") << row;
+    };
+#include "documented_settings.h"
     write(fSecond, kSection + "\"Name\"=\"hidden\"");
-    for (std::string const removal : { "\"NAME\" = -", "[-HKEY_LOCAL_MACHINE\\software\\Log]", "[-HKEY_LOCAL_MACHINE\\Software]" }) {
-        expect_name("\"Name\"=\"first\"\n" + removal, "none");
-        expect_name(removal + '\n' + kSection + "\"Name\"=\"again\"", "again");
-        expect_name(removal, "none");
-    }
-    fs::remove(fSecond);
-    expect_name("\"Name\"=\"kept\"\n[-HKEY_LOCAL_MACHINE\\Software\\Lo]\n[-HKEY_LOCAL_MACHINE\\Software\\Log", "kept");
-    for (char const * const line :
-        { R"("Name"=dword:123456789)", R"("Name"=dword:12g)", R"("Name"=dword:)", R"("Name"=-1)", R"("Name"="no)", R"("Name"="a\b")",
-            R"("Name"="a"b)", R"("Name="no")", R"("Name\)", R"("Name")", R"(Name="no")", R"(@="no")", R"(="no")", R"(; "Name"="no")" })
-        expect_name(line, "none");
-    // A value in bytes may go over several lines
-    expect_name("@=HEX(2):25,\\\r\n  00,\\\r\n\"Name\"=\"inside\"", "none");
-    expect_name("@=hex:25\n\"Name\"=\"behind\"", "behind");
-    // Only lines under the key count
-    expect_name("[hkey_local_machine\\software\\LOG]\n\"Name\"=\"yes\"", "yes");
-    expect_name("[HKEY_LOCAL_MACHINE\\Software\\Log)\n\"Name\"=\"no\"", "none");
-    expect_name("[HKEY_CURRENT_USER\\Software\\Log]\n\"Name\"=\"no\"", "none");
+    for (char const * const removal : { "\"NAME\" = -", "[-HKEY_LOCAL_MACHINE\\software\\Log]", "[-HKEY_LOCAL_MACHINE\\Software]" })
+        setting("hides the later file", removal, "none");
 }
 
 TEST_F(SettingsFiles, MayBeInSeveralEncodings)
