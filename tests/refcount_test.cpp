@@ -1,6 +1,8 @@
 #include "tests/fixture.h"
 
+#include <cstdlib>
 #include <set>
+#include <stdexcept>
 #include <thread>
 
 namespace {
@@ -23,6 +25,52 @@ struct Thing final : support::RefCount {
     explicit Thing(KelpString const & name = "Thing") : RefCount(name, 7) {}
     ~Thing() override { fAtEnd(*this); }
 };
+
+std::string address_of(support::RefCount const * object)
+{
+    return KelpString(format_text("%x", reinterpret_cast<std::uintptr_t>(object))).toUTF8();
+}
+
+// What the log was told of the first two objects of each class in this process, which are made before any test.
+struct FirstLives {
+    Strings fWant, fHave;
+
+    FirstLives()
+    {
+        std::unique_ptr<MDXQueryGenerator> const g(createMSOLAP7QueryGenerator("[Sales]", false));
+        add(
+            "MDXField", [] { return new General<MDXField>(KelpString("F")); }, [&] { return g->GenerateField("F"); });
+        add(
+            "MDXSet", [] { return new General<MDXSet>; }, [&] { return g->GenerateSet(); });
+        add(
+            "MDXValue", [] { return new General<MDXValue>(1); }, [&] { return g->GenerateValue(1); });
+        add(
+            "MDXTuple", [] { return new General<MDXTuple>; }, [&] { return g->GenerateTuple(); });
+        add(
+            "MDXMemberProperty", [] { return new MDXMemberProperty("a", "b"); }, [&] { return g->GenerateMemberProperty("a", "b"); });
+        add(
+            "MDXQuery", [&] { return g->GenerateQuery(MDXQuery::QT_SELECT, nullptr); },
+            [&] { return g->GenerateQuery(MDXQuery::QT_DROP, nullptr); });
+    }
+    void add(std::string const & name, std::function<support::RefCount *()> const & makeFirst,
+        std::function<support::RefCount *()> const & makeSecond)
+    {
+        LogLines lines;
+        ScopedLevel const memory("MEMORY", name.c_str(), 4), counts("INTERFACE", name.c_str(), 5);
+        for (auto const & [number, make] : { std::pair("000", makeFirst), std::pair("001", makeSecond) }) {
+            support::RefCount * const object = make();
+            std::string const who = "/" + name + ": " + name + "(" + number + ") " + address_of(object);
+            count_of(*object);
+            object->unuse();
+            for (char const * const line : { "4 MEMORY | created", "5 INTERFACE | Refcount raised to 2",
+                     "5 INTERFACE | Refcount lowered to 1", "5 INTERFACE | Refcount lowered to 0", "4 MEMORY | destroyed" }) {
+                std::string const text = line;
+                fWant.push_back("c2011000 " + text.substr(0, text.find(' ', 2)) + who + text.substr(text.find('|') + 1));
+            }
+        }
+        fHave.insert(fHave.end(), lines.fAll.begin(), lines.fAll.end());
+    }
+} const kFirstLives;
 
 void on_eight_threads(std::function<void()> const & body)
 {
@@ -48,6 +96,31 @@ TEST(RefCount, CountsHoldersOnEightThreads)
     EXPECT_EQ(1, thing->unuse());
     EXPECT_EQ(0, thing->unuse());
     EXPECT_EQ(1, ends);
+}
+
+// The lines of one object follow its count, whoever changes it. A log that fails is nothing to a holder.
+TEST(RefCount, WritesCountsInTheirOrderAndSurvivesTheLog)
+{
+    ScopedLevel const counts("INTERFACE", "Thing", 5);
+    auto * const thing = new Thing;
+    LogLines lines;
+    on_eight_threads([thing] {
+        for (int round = 0; round < 200; ++round)
+            count_of(*thing);
+    });
+    int last = 1;
+    for (std::string const & line : lines.take()) {
+        int const count = std::stoi(line.substr(line.rfind(' ')));
+        ASSERT_EQ(1, std::abs(std::exchange(last, count) - count));
+    }
+    EXPECT_EQ(1, last);
+    CoreLog::Sink const fail = [](void *, std::uint32_t, std::int32_t, KelpString const &, KelpString const &, KelpString const &) {
+        throw std::runtime_error("full");
+    };
+    support_dll::getLogObject()->setSink(fail, nullptr);
+    EXPECT_EQ(2, thing->use());
+    EXPECT_EQ(1, thing->unuse());
+    EXPECT_EQ(0, thing->unuse());
 }
 
 TEST(RefCount, ReportsAnUnuseTooMany)
@@ -79,7 +152,7 @@ TEST(RefCount, WritesItsLifeToTheLog)
     memory.fLevel = 3;
     counts.fLevel = 4;
     (new Thing)->unuse();
-    std::string const address = KelpString(format_text("%x", reinterpret_cast<std::uintptr_t>(thing))).toUTF8();
+    std::string const address = address_of(thing);
     Strings const want = {
         "c2011000 4 MEMORY/Thing: Thing(007) " + address + " created",
         "c2011000 5 INTERFACE/Thing: Thing(007) " + address + " Refcount raised to 2",
@@ -96,35 +169,11 @@ TEST(RefCount, WritesItsLifeToTheLog)
     EXPECT_EQ(Strings(2, "c2011000 4 MEMORY/" + name + ": " + std::string(127, 'N')), lines.take());
 }
 
-// One counter for a general class and its dialect class; statements share one.
+// One counter for a general class and its dialect class; statements share one. Each starts at 0.
 TEST(RefCount, NumbersTheObjectsOfAClass)
 {
-    Fixture f;
-    MDXQueryGenerator & g = *f.generator;
-    struct {
-        std::string className;
-        std::function<support::RefCount *()> make_first;
-        std::function<support::RefCount *()> make_second;
-    } const rows[] = {
-        { "MDXField", [] { return new General<MDXField>(KelpString("F")); }, [&] { return g.GenerateField("F"); } },
-        { "MDXSet", [] { return new General<MDXSet>; }, [&] { return g.GenerateSet(); } },
-        { "MDXValue", [] { return new General<MDXValue>(1); }, [&] { return g.GenerateValue(1); } },
-        { "MDXTuple", [] { return new General<MDXTuple>; }, [&] { return g.GenerateTuple(); } },
-        { "MDXMemberProperty", [] { return new MDXMemberProperty("a", "b"); }, [&] { return g.GenerateMemberProperty("a", "b"); } },
-        { "MDXQuery", [&] { return g.GenerateQuery(MDXQuery::QT_SELECT, nullptr); },
-            [&] { return g.GenerateQuery(MDXQuery::QT_DROP, nullptr); } },
-    };
-    for (auto const & [className, make_first, make_second] : rows) {
-        LogLines lines;
-        ScopedLevel const memory("MEMORY", className.c_str(), 4);
-        RefPtr<support::RefCount> const first(make_first());
-        RefPtr<support::RefCount> const second(make_second());
-        std::string const start = "c2011000 4 MEMORY/" + className + ": " + className + "(";
-        ASSERT_EQ(2u, lines.fAll.size()) << className;
-        for (std::string const & line : lines.fAll)
-            ASSERT_EQ(start, line.substr(0, start.size()));
-        EXPECT_EQ(std::stoi(lines.fAll[0].substr(start.size())) + 1, std::stoi(lines.fAll[1].substr(start.size()))) << className;
-    }
+    ASSERT_EQ(6u * 2 * 5, kFirstLives.fWant.size());
+    EXPECT_EQ(kFirstLives.fWant, kFirstLives.fHave);
 }
 
 // The base is made before the host is asked: an object that fails then was there, and its number is used up.
