@@ -173,9 +173,11 @@ TEST(VariantChangeType, NumbersDatesAndPointers)
         { variant(VT_BYREF | VT_VARIANT, &text), "8", "7.5" },
         { variant(VT_BYREF | VT_VARIANT, &endless), "!argument" },
     };
-    for (auto const & [value, whole, asText, real] : rows)
+    for (ConversionRow const & row : rows) {
+        std::string const truth = row.real.starts_with('!') ? row.real : "-1";
         conversion(
-            "", [&value] { return value; }, whole, asText, real, real.starts_with('!') ? real : "-1");
+            "", [&row] { return row.value; }, row.whole, row.text, row.real, truth);
+    }
     VariantClear(&text);
 }
 

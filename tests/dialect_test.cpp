@@ -1,5 +1,12 @@
 #include "tests/fixture.h"
 
+#include "odbomodule/dialect/msolap7_member_property.h"
+
+struct OwnProperty final : MSOLAP7MemberProperty {
+    using MSOLAP7MemberProperty::MSOLAP7MemberProperty;
+    KelpString getPropertyUniqueName() const override { return "own"; }
+};
+
 // What the reference of the operations does not show, here and in the tests below.
 TEST(Dialect, Factories)
 {
@@ -12,6 +19,7 @@ TEST(Dialect, Factories)
     RefPtr<MDXMemberProperty> const property(g.GenerateMemberProperty("[D]", "Size]"));
     EXPECT_EQ("[D].[Size]]", mdx_of(*property));
     EXPECT_EQ("[Size]]", property->getPropertyUniqueName().toUTF8());
+    EXPECT_EQ("[D].own", mdx_of(OwnProperty("[D]", "Size")));
 }
 
 TEST(Dialect, SpellsHierarchies)

@@ -33,6 +33,8 @@ TEST_F(QueryLog, SettingsAreReadOnceForAGenerator)
     write_setting(kKey, "MDX Query Clock", 0u);
     last.generator->GetMDXQueryLog()->timeQuery(&timer);
     EXPECT_EQ(&ownTimer, timer) << "a clock that is off";
+    last.generator->GetMDXQueryLog()->logQuery(query.get(), new MDXQueryLog::MDXQueryTimer);
+    EXPECT_NE(std::string::npos, text_of_file(temporary_folder() / "log.txt").find("Query duration: 0.0")) << "the host's own timer";
     write_setting(kKey, "MDX Query Clock", 1u);
     EXPECT_EQ(log, later.generator->GetMDXQueryLog());
     log->timeQuery(&timer);
@@ -78,18 +80,26 @@ TEST_F(QueryLog, DoesNothingWhenItIsClosed)
     std::filesystem::path const file = fFolder / "missing/log.txt";
     write_setting(kKey, "MDX Query Log", file.string());
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());
+    char const key[] = "Software\\Log"; // any will do
     MDXQueryLog log("[Sales]");
-    EXPECT_FALSE(log.open(kKey));
+    log.timeQuery(&timer);
+    EXPECT_EQ(&ownTimer, timer) << "a log that was never open";
+    write_setting(key, "MDX Query Log", file.string());
+    write_setting(key, "MDX Query Clock", 1u);
+    EXPECT_FALSE(log.open(key));
+    log.timeQuery(&timer);
+    EXPECT_NE(&ownTimer, timer) << "a clock without a file";
+    std::unique_ptr<MDXQueryLog::MDXQueryTimer> const ours(timer);
     std::filesystem::create_directory(file.parent_path());
     log.logMessage("lost");
     log.logQuery(query.get(), &ownTimer);
     EXPECT_FALSE(std::filesystem::exists(file));
     // An open log that is opened again and fails is closed, also by an empty path
     for (char const * const path : { "", "missing/again/log.txt" }) {
-        write_setting(kKey, "MDX Query Log", file.string());
-        EXPECT_TRUE(log.open(kKey));
-        write_setting(kKey, "MDX Query Log", *path == '\0' ? path : (fFolder / path).string());
-        EXPECT_FALSE(log.open(kKey));
+        write_setting(key, "MDX Query Log", file.string());
+        EXPECT_TRUE(log.open(key));
+        write_setting(key, "MDX Query Log", *path == '\0' ? path : (fFolder / path).string());
+        EXPECT_FALSE(log.open(key));
         log.logMessage("lost");
     }
     EXPECT_EQ("", text_of_file(file));

@@ -86,6 +86,13 @@ TEST(MDXSet, GeneralOperations)
     });
 }
 
+TEST(MDXSet, RefusesATextLongerThanAnyCanBe)
+{
+    Fixture f;
+    EXPECT_THROW(f.set->TakeAncestorsOfMember("[M]", false, INT32_MAX), std::length_error);
+    EXPECT_EQ("{A}", mdx_of(*f.set));
+}
+
 // An argument's text is copied at the call.
 TEST(MDXSet, KeepsWhatItsArgumentsSaidAtTheCall)
 {

@@ -131,6 +131,8 @@ TEST_F(SettingsFiles, OfOthersAreNotWrittenTo)
     bool const isOfAnother = ::chown(shared.path().c_str(), 65534, 65534) == 0; // which an administrator alone can do
     EXPECT_EQ(File(named).open("a+"), !isOfAnother) << "a file of another user";
     EXPECT_FALSE(File(FileLocator("/dev/null")).open("a+"));
+    ASSERT_EQ(::mkfifo((fFolder / "pipe").c_str(), 0600), 0);
+    EXPECT_FALSE(File(FileLocator((fFolder / "pipe").u16string())).open("a+")); // and does not wait for a reader
 }
 
 TEST_F(SettingsFiles, TemporaryFolderIsAbsolute)

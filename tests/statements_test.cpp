@@ -3,6 +3,8 @@
 
 #include "odbomodule/statements/formula_specifications.h"
 
+#include <utility>
+
 namespace {
 
 constexpr auto kAll = MDXSelectQuery::NES_ALL;
@@ -16,6 +18,29 @@ struct Watched final : Base {
     ~Watched() override { fEnded += mdx_of(*this); }
 };
 
+// An object whose virtual getText, in the form that its class has, says another text.
+template <class Base>
+struct Saying final : Base {
+    using Base::Base;
+    KelpString getText() { return "said"; }
+    KelpString getText() const { return "said"; }
+    KelpString getText(bool) const { return "said"; }
+};
+
+}
+
+// What is written goes through the virtual getText.
+TEST(Statements, WriteWhatTheySay)
+{
+    Fixture f;
+    EXPECT_EQ("said", mdx_of(Saying<MDXSelectQuery>("[Sales]")));
+    EXPECT_EQ("said", mdx_of(Saying<MDXCreateQuery>("[Sales]")));
+    EXPECT_EQ("said", mdx_of(Saying<MDXDropQuery>("[Sales]")));
+    EXPECT_EQ("said", mdx_of(Saying<MDXTuple>()));
+    EXPECT_EQ("said", mdx_of(Saying<MDXMemberProperty>("a", "b")));
+    EXPECT_EQ("said", mdx_of(Saying<MDXSetSpecification>("N", f.set, false, "[Sales]")));
+    EXPECT_EQ("said", mdx_of(Saying<MDXMemberSpecification>(f.field, f.value, -1, {}, {}, false, "[Sales]")));
+    EXPECT_EQ("said", mdx_of(Saying<MDXSelectQuery::MDXAxisSpecification>(0, f.set, {}, false)));
 }
 
 // All parts at once, in both forms; each alone stands in the reference of the operations.
@@ -135,25 +160,37 @@ TEST(MDXDropQuery, Text)
 TEST(Statements, HoldTheirPartsAndGiveThemBackInOrder)
 {
     std::string ended;
-    auto * const axis = new Watched<MDXSet>("{A}", ended);
-    auto * const slice = new Watched<MDXField>("[S]", ended);
-    auto * const member = new Watched<MDXField>("[M]", ended);
-    auto * const value = new Watched<MDXValue>("V", ended);
-    auto * const named = new Watched<MDXSet>("{B}", ended);
-    auto * const query = new General<MDXSelectQuery>("[Sales]");
-    query->AddSlicerSpecification(slice);
-    query->AddAxisSpecification(0, axis, {}, kAll);
-    query->AddMemberFormula(member, value, -1, {}, {});
-    query->AddSetFormula("N", named);
-    for (support::RefCount * const object : std::vector<support::RefCount *>{ axis, slice, member, value, named })
-        EXPECT_EQ(1, object->unuse());
-    axis->TakeTail();
-    slice->MoveToParent();
-    member->ReplaceName("[O]");
-    value->Add(1);
-    named->Empty();
-    EXPECT_EQ("WITH MEMBER [O] AS 1 + V  SET N AS {  }  SELECT TAIL( {A} )  ON COLUMNS FROM [Sales] WHERE [S].PARENT ", mdx_of(*query));
+    RefPtr select(new General<MDXSelectQuery>("[Sales]"));
+    RefPtr create(new General<MDXCreateQuery>("[Sales]"));
+    {
+        auto const set = [&](char const * text) { return RefPtr<MDXSet>(new Watched<MDXSet>(text, ended)); };
+        auto const member = [&](char const * text) { return RefPtr<MDXField>(new Watched<MDXField>(text, ended)); };
+        auto const value = [&](char const * text) { return RefPtr<MDXValue>(new Watched<MDXValue>(text, ended)); };
+        RefPtr const axis = set("{A}"), named = set("{B}");
+        RefPtr const slice = member("[S]"), defined = member("[M]");
+        RefPtr const definition = value("V");
+        select->AddSlicerSpecification(slice.get());
+        select->AddSlicerSpecification(member("[T]").get());
+        select->AddAxisSpecification(0, axis.get(), {}, kAll);
+        select->AddAxisSpecification(1, set("{R}").get(), {}, kAll);
+        select->AddMemberFormula(defined.get(), definition.get(), -1, {}, {});
+        select->AddSetFormula("N", named.get());
+        create->AddSetFormula("N", set("{C}").get());
+        create->AddMemberFormula(member("[C]").get(), value("W").get(), -1, {}, {});
+        axis->TakeTail();
+        slice->MoveToParent();
+        defined->ReplaceName("[O]");
+        definition->Add(1);
+        named->Empty();
+        MDXField::unuseVector({ new Watched<MDXField>("1", ended), new Watched<MDXField>("2", ended) });
+    }
+    EXPECT_EQ("12", std::exchange(ended, ""));
+    EXPECT_EQ(
+        "WITH MEMBER [O] AS 1 + V  SET N AS {  }  SELECT TAIL( {A} )  ON COLUMNS , {R} ON ROWS FROM [Sales] WHERE ( [S].PARENT, [T] )  ",
+        mdx_of(*select));
     EXPECT_EQ("", ended);
-    query->unuse();
-    EXPECT_EQ("1 + V[O]{  }TAIL( {A} ) [S].PARENT", ended);
+    select = nullptr;
+    EXPECT_EQ("1 + V[O]{  }TAIL( {A} ) {R}[S].PARENT[T]", std::exchange(ended, ""));
+    create = nullptr;
+    EXPECT_EQ("{C}W[C]", ended);
 }
