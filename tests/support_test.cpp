@@ -14,8 +14,8 @@ namespace {
 
 TEST(KelpString, TakesTextsOfBothKindsAndItsOwn)
 {
-    KelpString text("ab\xE9"); // which is widened without a sign
-    text += "c";
+    KelpString text = u"ab";
+    text += "\u00e9c";
     text += u"\u4e2d";
     text += u'd';
     text += text;
@@ -26,6 +26,7 @@ TEST(KelpString, TakesTextsOfBothKindsAndItsOwn)
     EXPECT_EQ(text = text.c_str() + 12, u"\u4e2dd");
     EXPECT_EQ(text = "a longer text than fits in place", u"a longer text than fits in place");
     EXPECT_EQ(text = static_cast<char16_t const *>(nullptr), u"");
+    EXPECT_EQ(text += '\xE9', u"\uFFFD");
     std::u16string base = u"of its base";
     EXPECT_EQ(text = base, base);
     EXPECT_EQ(text = static_cast<char const *>(nullptr), u"");
@@ -34,10 +35,11 @@ TEST(KelpString, TakesTextsOfBothKindsAndItsOwn)
 
 TEST(KelpString, FindsWholeCharacters)
 {
-    KelpString const text(std::u16string(u"\u7474t\u0174t")); // with bytes of a "t" in other characters
+    KelpString const text(u"\u7474t\u0174t\u00e9"); // with bytes of a "t" in other characters
     EXPECT_EQ(text.find('t'), 1u);
     EXPECT_EQ(text.find('t', 3), 3u);
     EXPECT_EQ(text.find('t', 99), KelpString::npos);
+    EXPECT_EQ(text.find('\xE9'), KelpString::npos);
 }
 
 TEST(KelpString, ComparesWithNarrowTexts)
@@ -48,14 +50,14 @@ TEST(KelpString, ComparesWithNarrowTexts)
     EXPECT_EQ(KelpString("Nam").strcmp("Name", true), -1);
     EXPECT_EQ(KelpString("Names").strcmp("Name", false), 1);
     EXPECT_EQ(KelpString("a").strcmp(nullptr, true), 1);
-    EXPECT_EQ(KelpString("[").strcmp("{", true), -1);                      // which differ as two cases of a letter do
-    EXPECT_EQ(KelpString(std::u16string(u"\u0141")).strcmp("A", true), 1); // whose lower byte is an "A"
+    EXPECT_EQ(KelpString("[").strcmp("{", true), -1);      // which differ as two cases of a letter do
+    EXPECT_EQ(KelpString(u"\u0141").strcmp("A", true), 1); // whose lower byte is an "A"
 }
 
 TEST(KelpString, ReadsAndWritesUTF8)
 {
     char const * const all = "\U00010000a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF"; // one to four bytes
-    EXPECT_EQ(KelpString::fromUTF8(all), u"\U00010000a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF");
+    EXPECT_EQ(KelpString(all), u"\U00010000a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF");
     std::pair<std::string, std::string> const rows[] = {
         // bytes, what is written after they were read
         { all, all },
@@ -70,8 +72,11 @@ TEST(KelpString, ReadsAndWritesUTF8)
         { "\xE2\x82z\xE2\xC3\xA9", "\uFFFDz\uFFFD\u00e9" },
         { "\xF0\x9F\x98", "\uFFFD" },
     };
-    for (auto const & [bytes, want] : rows)
-        EXPECT_EQ(KelpString::fromUTF8(bytes).toUTF8(), want);
+    for (auto const & [bytes, want] : rows) {
+        KelpString const text = KelpString::fromUTF8(bytes);
+        EXPECT_EQ(text.toUTF8(), want);
+        EXPECT_EQ(text.strcmp(bytes.c_str(), true), 0);
+    }
     KelpString const halves(u"x\xD83D\xDE00" + std::u16string{ 0xDC00, 0xDFFF, u'y', 0xD83D }); // after a whole pair
     EXPECT_EQ((std::ostringstream() << halves).str(), "x\U0001F600\uFFFD\uFFFDy\uFFFD");
 }

@@ -156,21 +156,22 @@ std::u16string format_text(char const * format, FormatArgument const * arguments
     std::u16string result;
     char const * at = format == nullptr ? "" : format;
     std::size_t next = 0;
-    while (*at != '\0') {
-        char const * const start = at++;
-        if (*start != '%') {
-            result.push_back(static_cast<unsigned char>(*start));
-            continue;
-        }
+    for (;;) {
+        char const * percent = at;
+        while (*percent != '\0' && *percent != '%')
+            ++percent;
+        append_narrow(result, std::string_view(at, percent));
+        if (*percent == '\0')
+            return result;
+        at = percent + 1;
         Conversion const conversion = take_conversion(at);
         if (conversion.type == '%')
             result.push_back(u'%');
         else if (conversion.type == '\0' || next == count)
-            append_narrow(result, std::string_view(start, static_cast<std::size_t>(at - start)));
+            append_narrow(result, std::string_view(percent, at));
         else
             append_argument(result, conversion, arguments[next++]);
     }
-    return result;
 }
 
 std::int32_t write_cut(char16_t * buffer, std::size_t size, std::u16string_view text) noexcept

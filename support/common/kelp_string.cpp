@@ -15,16 +15,6 @@ std::string_view view(char const * text) noexcept
     return text == nullptr ? std::string_view() : std::string_view(text);
 }
 
-void append_code_point(std::u16string & out, char32_t point)
-{
-    if (point >= 0x10000) {
-        out.push_back(static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10)));
-        out.push_back(static_cast<char16_t>(0xDC00 + ((point - 0x10000) & 0x3FF)));
-    } else {
-        out.push_back(static_cast<char16_t>(point));
-    }
-}
-
 void append_code_point(std::string & out, char32_t point)
 {
     auto const tail = [&](unsigned shift) { out.push_back(static_cast<char>(0x80 | ((point >> shift) & 0x3F))); };
@@ -47,7 +37,7 @@ void append_code_point(std::string & out, char32_t point)
 
 // Reads one code point and takes it off `text`. A sequence that breaks off counts as one replacement character: it
 // is taken up to the first byte that does not belong to it.
-char32_t take_code_point(std::string_view & text)
+char32_t take_code_point(std::string_view & text) noexcept
 {
     auto const take = [&] {
         auto const byte = static_cast<unsigned char>(text.front());
@@ -76,6 +66,46 @@ char32_t take_code_point(std::string_view & text)
     return point;
 }
 
+// UTF-8 as 16-bit characters, one by one.
+class Units {
+public:
+    explicit Units(std::string_view text) noexcept : fText(text) {}
+
+    bool at_end() const noexcept { return fText.empty() && fLow == u'\0'; }
+    char16_t take() noexcept
+    {
+        if (fLow != u'\0')
+            return std::exchange(fLow, u'\0');
+        char32_t const point = take_code_point(fText);
+        if (point < 0x10000)
+            return static_cast<char16_t>(point);
+        fLow = static_cast<char16_t>(0xDC00 + ((point - 0x10000) & 0x3FF));
+        return static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10));
+    }
+
+private:
+    std::string_view fText;
+    char16_t fLow = u'\0'; // the second half of a pair, if it comes next
+};
+
+}
+
+void append_narrow(std::u16string & out, std::string_view text)
+{
+    std::size_t const end = out.size();
+    out.resize(end + text.size());
+    unsigned char bits = 0;
+    std::transform(text.begin(), text.end(), out.begin() + static_cast<std::ptrdiff_t>(end), [&](char character) {
+        auto const byte = static_cast<unsigned char>(character);
+        bits |= byte;
+        return char16_t{ byte };
+    });
+    if (bits < 0x80) // ASCII alone, as most texts are
+        return;
+
+    out.resize(end); // leaves room for all: no character has more units than bytes
+    for (Units units(text); !units.at_end();)
+        out.push_back(units.take());
 }
 
 KelpString::KelpString(char const * text)
@@ -136,6 +166,8 @@ KelpString & KelpString::operator+=(char16_t character)
 
 KelpString::size_type KelpString::find(char character, size_type position) const noexcept
 {
+    if (static_cast<unsigned char>(character) >= 0x80)
+        return npos;
     // The C library finds a byte much faster than the string finds a character. The byte may be either half of a
     // character, and the other half may differ.
     auto const wanted = static_cast<char16_t>(static_cast<unsigned char>(character));
@@ -154,11 +186,11 @@ KelpString::size_type KelpString::find(char character, size_type position) const
 
 std::int32_t KelpString::strcmp(char const * text, bool ignoreCase) const noexcept
 {
-    std::string_view const narrow = view(text);
-    size_type const shorter = std::min(size(), narrow.size());
-    for (size_type i = 0; i < shorter; ++i) {
-        char16_t mine = (*this)[i];
-        char16_t theirs = static_cast<unsigned char>(narrow[i]);
+    Units units(view(text));
+    for (char16_t mine : *this) {
+        if (units.at_end())
+            return 1;
+        char16_t theirs = units.take();
         if (ignoreCase) {
             mine = ascii_lower(mine);
             theirs = ascii_lower(theirs);
@@ -166,15 +198,13 @@ std::int32_t KelpString::strcmp(char const * text, bool ignoreCase) const noexce
         if (mine != theirs)
             return mine < theirs ? -1 : 1;
     }
-    return size() < narrow.size() ? -1 : size() > narrow.size() ? 1 : 0;
+    return units.at_end() ? 0 : -1;
 }
 
 KelpString KelpString::fromUTF8(std::string_view text)
 {
     KelpString result;
-    result.reserve(text.size());
-    while (!text.empty())
-        append_code_point(result, take_code_point(text));
+    append_narrow(result, text);
     return result;
 }
 

@@ -1,17 +1,10 @@
 #pragma once
 #include <algorithm>
-#include <cstddef>
 #include <string>
 #include <string_view>
 
-// Appends narrow text, widened character by character. In place: the standard library would make a temporary.
-inline void append_narrow(std::u16string & out, std::string_view text)
-{
-    std::size_t const end = out.size();
-    out.resize(end + text.size());
-    std::transform(text.begin(), text.end(), out.begin() + static_cast<std::ptrdiff_t>(end),
-        [](char character) -> char16_t { return static_cast<unsigned char>(character); });
-}
+// Appends narrow text, which is UTF-8, as KelpString does.
+void append_narrow(std::u16string & out, std::string_view text);
 
 // A capital ASCII letter made small; any other character as it is.
 constexpr char16_t ascii_lower(char16_t character) noexcept
