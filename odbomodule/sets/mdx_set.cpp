@@ -16,7 +16,7 @@ static KelpString braced_list(std::vector<Element *> const & elements)
     return join(u" { ", elements, u", ", u" } ", [](Element const * element) { return element->getText(); });
 }
 
-MDXSet::MDXSet() : MDXSet(KelpString("{  }")) {}
+MDXSet::MDXSet() : MDXSet(KelpString(u"{  }")) {}
 
 MDXSet::MDXSet(KelpString const & text) : RefCount(gClass), fText(text) {}
 

@@ -21,7 +21,7 @@ KelpString MDXCreateQuery::getText(bool) const
     if (fFormulas.empty())
         throw MDXError(MDX_ERR_NO_FORMULAS);
 
-    KelpString text = "CREATE ";
+    KelpString text = u"CREATE ";
     for (auto const & formula : fFormulas)
         text += formula->getText();
     return text;

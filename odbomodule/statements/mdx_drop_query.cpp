@@ -15,7 +15,7 @@ KelpString MDXDropQuery::getText(bool) const
     if (fDropNames.empty())
         throw MDXError(MDX_ERR_NOTHING_TO_DROP);
 
-    KelpString text = fDropKind == Members ? "DROP MEMBER " : "DROP SET ";
+    KelpString text = fDropKind == Members ? u"DROP MEMBER " : u"DROP SET ";
     for (KelpString const & name : fDropNames)
         append<u"$1.$2 ">(text, { fCubeName, name });
     return text;
