@@ -7,6 +7,13 @@ struct OwnProperty final : MSOLAP7MemberProperty {
     KelpString getPropertyUniqueName() const override { return "own"; }
 };
 
+template <class Number>
+concept MakesAValue = requires(MDXQueryGenerator & generator, Number number)
+{
+    generator.GenerateValue(number);
+};
+static_assert(MakesAValue<int> && MakesAValue<char const *> && !MakesAValue<double>);
+
 // What the reference of the operations does not show, here and in the tests below.
 TEST(Dialect, Factories)
 {

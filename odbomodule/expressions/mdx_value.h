@@ -4,6 +4,7 @@
 #include "odbomodule/host/kelp_string.h"
 
 #include <cstdint>
+#include <type_traits>
 class MDXField;
 class MDXSet;
 
@@ -62,14 +63,18 @@ public:
 
     // number + this
     virtual MDXValue * Add(std::int32_t number);
+    template <class Real, std::enable_if_t<std::is_floating_point_v<Real>, int> = 0>
+    MDXValue * Add(Real number) = delete;
     // - (this)
     virtual MDXValue * ReverseSign();
     // field.Properties("name")
     virtual MDXValue * TakeProperty(MDXField const * field, KelpString const & name);
     // this = text; a text constant has to bring its own quotes.
     virtual MDXValue * TakeEquality(KelpString text);
-    // this = number
+    // this = number; one with a fraction goes in as a text, "1.5".
     virtual MDXValue * TakeEquality(std::int32_t number);
+    template <class Real, std::enable_if_t<std::is_floating_point_v<Real>, int> = 0>
+    MDXValue * TakeEquality(Real number) = delete;
 
 protected:
     ~MDXValue() override;

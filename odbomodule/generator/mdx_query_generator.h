@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <type_traits>
 #include <vector>
 namespace BRIM_o {
 class Calculation;
@@ -70,9 +71,11 @@ public:
     // The default member.
     virtual MDXField * GenerateField(BRIM_o::Hierarchy const * hierarchy) = 0;
 
-    // The number in decimal; the text itself.
+    // The number in decimal; the text itself. A number with a fraction goes in as a text, "1.5".
     virtual MDXValue * GenerateValue(std::int32_t value) = 0;
     virtual MDXValue * GenerateValue(KelpString const & text) = 0;
+    template <class Real, std::enable_if_t<std::is_floating_point_v<Real>, int> = 0>
+    MDXValue * GenerateValue(Real value) = delete;
 
     // An empty tuple.
     virtual MDXTuple * GenerateTuple() = 0;

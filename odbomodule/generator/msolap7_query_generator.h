@@ -25,6 +25,7 @@ public:
     MDXField * GenerateField(KelpString const & text) override;
     MDXField * GenerateField(BRIM_o::Hierarchy const * hierarchy, KelpString const & name) override;
     MDXField * GenerateField(BRIM_o::Hierarchy const * hierarchy) override;
+    using MDXQueryGenerator::GenerateValue;
     MDXValue * GenerateValue(std::int32_t value) override;
     MDXValue * GenerateValue(KelpString const & text) override;
     MDXTuple * GenerateTuple() override;
