@@ -20,7 +20,7 @@ enum MDXErrorCode : std::uint32_t {
 };
 
 // What the module throws, always by value: module "ODBOMODULE", level 1, status 2. Catch it as MDXError,
-// BaseError or BRIM_o::AnyError.
+// BaseError or BRIM_o::AnyError: it is no std::exception. getText() is its message.
 class MDX_API MDXError : public BaseError {
 public:
     explicit MDXError(std::uint32_t code);

@@ -3,6 +3,12 @@
 
 // Holds one reference on a counted object, or null. A raw pointer that is given to it brings its reference along;
 // hold() takes a new one. A copy takes a reference of its own. A move takes the other's, which is null then.
+//
+// A factory gives a reference; an operation gives back the object itself, without one:
+//
+//     RefPtr rows(generator->GenerateSet("[Store].MEMBERS"));
+//     rows->TakeTail();                                         // right
+//     RefPtr tail(rows->TakeTail());                            // wrong: two holders of one reference
 template <class Object>
 class RefPtr {
 public:

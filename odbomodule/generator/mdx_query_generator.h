@@ -58,7 +58,7 @@ public:
     virtual MDXField * GenerateField(MDXField const * other) = 0;
     // level.[name]
     virtual MDXField * GenerateField(BRIM_o::Level const * level, KelpString const & name) = 0;
-    // The calculation's hierarchy, then .[name]
+    // The calculation's hierarchy, then .[name]; without a hierarchy, its parent's unique name.
     virtual MDXField * GenerateField(BRIM_o::Calculation const * calculation, KelpString const & name) = 0;
     // The default member.
     virtual MDXField * GenerateField(BRIM_o::Dimension const * dimension) = 0;

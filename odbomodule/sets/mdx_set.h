@@ -77,8 +77,8 @@ public:
     // STRIPCALCULATEDMEMBERS(this). A dialect may name the hierarchy's calculated members one by one when
     // `byName` is true; otherwise the hierarchy is not read and may be null.
     virtual MDXSet * StripCalculations(BRIM_o::Hierarchy const * hierarchy, bool byName);
-    // HIERARCHIZE(this). Given a hierarchy, a dialect may first strip the calculated members, as StripCalculations
-    // does with `byName`, and add `calculations` at the end. Here no argument is read.
+    // HIERARCHIZE(this), which undoes an order. Given a hierarchy, a dialect may first strip the calculated members, as
+    // StripCalculations does with `byName`, and add `calculations` at the end. Here no argument is read.
     virtual MDXSet * Hierarchize(bool, BRIM_o::Hierarchy const * hierarchy, bool byName,
         std::vector<BRIM_o::Calculation *> const & calculations);
     // HIERARCHIZE(this). A dialect may do nothing.
@@ -129,7 +129,7 @@ public:
     virtual MDXSet * TakeName(KelpString const & text);
     virtual MDXSet * TakeName(MDXSet const * other);
 
-    // FILTER(this, condition)
+    // FILTER(this, condition). The condition is not changed.
     virtual MDXSet * TakeFilter(MDXValue * condition);
     virtual MDXSet * TakeFilter(KelpString & condition);
     // FILTER(this, condition) with the condition from a tree, and the text of a tree as the whole set. `tuple`

@@ -6,7 +6,8 @@
 #include <cstdint>
 #include <vector>
 
-// DROP: calculated members, or named sets, of the cube; the first name added decides which. Names go in unchanged.
+// DROP: calculated members, or named sets, of the cube; the first name added decides which. Names go in unchanged,
+// each after the cube's name and a dot.
 class MDX_API MDXDropQuery : public MDXQuery {
 public:
     explicit MDXDropQuery(KelpString const & cubeName);
