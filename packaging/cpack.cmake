@@ -1,4 +1,4 @@
-# `cpack` in the build folder: on Linux two .deb packages and one .tar.gz, on Windows one .zip.
+# `cpack` in the build folder: on Linux .deb packages and one .tar.gz, on Windows one .zip.
 set(CPACK_PACKAGE_CONTACT "The odbomodule maintainers <odbomodule@localhost>")
 set(CPACK_PACKAGE_VENDOR "odbomodule")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
@@ -27,4 +27,11 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "libodbomodule${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION})")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Headers and build files for writing a host.")
+if(ODBOMODULE_BUILD_DOCS)
+    list(APPEND CPACK_COMPONENTS_ALL documentation)
+    set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_NAME libodbomodule-doc)
+    set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_SECTION doc)
+    set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
+    set(CPACK_COMPONENT_DOCUMENTATION_DESCRIPTION "Guides and reference, as HTML.")
+endif()
 include(CPack)

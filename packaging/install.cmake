@@ -1,4 +1,4 @@
-# Two components: `runtime` holds the libraries, `development` what a host is built with.
+# Components: `runtime` holds the libraries, `development` what a host is built with, `documentation` the HTML.
 include(CMakePackageConfigHelpers)
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/odbomodule")
 
@@ -31,3 +31,8 @@ file(RELATIVE_PATH PC_INCLUDEDIR "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL
 configure_file(packaging/odbomodule.pc.in "${PROJECT_BINARY_DIR}/odbomodule.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/odbomodule.pc"
     DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
+
+if(ODBOMODULE_BUILD_DOCS)
+    install(DIRECTORY "${PROJECT_BINARY_DIR}/html" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/libodbomodule-doc"
+        COMPONENT documentation)
+endif()
