@@ -51,9 +51,11 @@ function(odbomodule_shared_library target)
     endif()
     if(ODBOMODULE_GNU_FLAGS AND NOT WIN32 AND NOT APPLE)
         set_target_properties(${target} PROPERTIES LINK_DEPENDS "${ODBOMODULE_HIDE_STD_MAP}")
-        target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+        # Packages have the debug symbols apart. As shipped, those name sources from the root of the tree.
+        target_compile_options(${target} PRIVATE -fno-semantic-interposition -g
+            "$<$<CONFIG:Release>:-fdebug-prefix-map=${PROJECT_SOURCE_DIR}=.>")
         target_link_options(${target} PRIVATE
-            "LINKER:--version-script=${ODBOMODULE_HIDE_STD_MAP}" LINKER:-z,relro,-z,now)
+            "LINKER:--version-script=${ODBOMODULE_HIDE_STD_MAP}" LINKER:-z,relro,-z,now LINKER:--build-id)
         if(NOT ODBOMODULE_SANITIZE)
             target_link_options(${target} PRIVATE LINKER:--no-undefined)
         endif()

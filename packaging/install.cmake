@@ -1,4 +1,5 @@
-# Components: `runtime` holds the libraries, `development` what a host is built with, `documentation` the HTML.
+# Components: `runtime` holds the libraries, `development` what a host is built with, `symbols` the libraries' debug
+# symbols by themselves, `documentation` the HTML.
 include(CMakePackageConfigHelpers)
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/odbomodule")
 
@@ -35,4 +36,23 @@ install(FILES "${PROJECT_BINARY_DIR}/odbomodule.pc"
 if(ODBOMODULE_BUILD_DOCS)
     install(DIRECTORY "${PROJECT_BINARY_DIR}/html" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/libodbomodule-doc"
         COMPONENT documentation)
+endif()
+
+# What debuggers show. gdb loads a script by its library's name: from one folder of the system's, and from beside a
+# library that its user trusts.
+if(WIN32)
+    install(FILES packaging/odbomodule.natvis DESTINATION "${CMAKE_INSTALL_DATADIR}/odbomodule" COMPONENT development)
+elseif(NOT APPLE)
+    set(gdb_dir "${CMAKE_INSTALL_LIBDIR}")
+    if(CMAKE_INSTALL_PREFIX STREQUAL /usr)
+        set(gdb_dir "share/gdb/auto-load/usr/${CMAKE_INSTALL_LIBDIR}")
+    endif()
+    install(FILES packaging/odbomodule-gdb.py DESTINATION "${gdb_dir}" COMPONENT runtime
+        RENAME "$<TARGET_FILE_NAME:odbomodule>-gdb.py")
+    # Left out of a whole installation, whose libraries have their symbols in them.
+    install(CODE "set(libraries \"$<TARGET_FILE:odbomodule>;$<TARGET_FILE:support_dll>\")
+        set(readelf \"${CMAKE_READELF}\")
+        set(objcopy \"${CMAKE_OBJCOPY}\")"
+        COMPONENT symbols EXCLUDE_FROM_ALL)
+    install(SCRIPT packaging/install_symbols.cmake COMPONENT symbols EXCLUDE_FROM_ALL)
 endif()
