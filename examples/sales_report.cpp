@@ -1,6 +1,6 @@
 // Composes the statements of a small sales report and prints them. Each function shows one of them.
 #include "examples/retail_cube.h"
-#include "odbomodule/odbomodule.h"
+#include "odbomodule/memory_cube.h"
 
 #include <iostream>
 #include <memory>
@@ -11,54 +11,27 @@
 #include <io.h>
 #endif
 
-using memory_cube::Node;
+using memory_cube::Condition;
 
 namespace {
 
 enum Direction : std::int32_t { Ascending = 0, Descending = 1 };
 std::vector<KelpString> const kNone;
 
-// What every statement starts from: the host's cube and a generator for it.
+// What every statement starts from: the host's cube, and a maker for it.
 struct Report {
-    RetailCube cube;
-    std::unique_ptr<MDXQueryGenerator> generator{ createMSOLAP7QueryGenerator(cube.name(), true) };
+    memory_cube::Cube cube = retail_cube();
+    memory_cube::Maker make{ cube };
 
-    RefPtr<MDXField> member(char const * hierarchy, char const * path)
-    {
-        return RefPtr(generator->GenerateField(cube.member(hierarchy, path)));
-    }
-    RefPtr<MDXField> measure(char const * name) { return member("Measures", name); }
-    // A calculated member, by the name under which it is defined.
-    RefPtr<MDXField> calculated(char const * hierarchy, char const * name)
-    {
-        return RefPtr(generator->GenerateField(cube.calculation(hierarchy, name), KelpString::fromUTF8(name)));
-    }
-    RefPtr<MDXTuple> tuple(std::vector<RefPtr<MDXField>> const & fields)
-    {
-        RefPtr tuple(generator->GenerateTuple());
-        for (auto const & field : fields)
-            tuple->AddField(field.get());
-        return tuple;
-    }
+    // By their unique names.
+    RefPtr<MDXField> member(char const * name) { return make.member(cube.member(KelpString::fromUTF8(name))); }
+    RefPtr<MDXField> calculated(char const * name) { return make.calculated(cube.calculation(name)); }
     RefPtr<MDXValue> sum(RefPtr<MDXSet> const & set)
     {
-        RefPtr value(generator->GenerateValue(0));
+        RefPtr value = make.value(0);
         value->TakeSum(set.get());
         return value;
     }
-    RefPtr<MDXSet> list(std::vector<RefPtr<MDXField>> const & fields)
-    {
-        std::vector<MDXField *> pointers;
-        for (auto const & field : fields)
-            pointers.push_back(field.get());
-        return RefPtr(generator->GenerateSet(pointers));
-    }
-    template <class Query>
-    RefPtr<Query> query(MDXQuery::QueryType type)
-    {
-        return RefPtr(static_cast<Query *>(generator->GenerateQuery(type, nullptr)));
-    }
-    RefPtr<MDXSelectQuery> select() { return query<MDXSelectQuery>(MDXQuery::QT_SELECT); }
 };
 
 void print(char const * heading, MDXQuery const & query)
@@ -74,7 +47,7 @@ void print(char const * heading, MDXQuery const & query)
 // server between timeQuery and logQuery.
 void log_query(Report & report, MDXQuery const & query)
 {
-    MDXQueryLog * const log = report.generator->GetMDXQueryLog();
+    MDXQueryLog * const log = report.make.generator().GetMDXQueryLog();
     if (log == nullptr) {
         std::cout << "The query log is off.\n\n";
         return;
@@ -89,14 +62,15 @@ void log_query(Report & report, MDXQuery const & query)
 
 void members_on_the_server(Report & report)
 {
-    RefPtr const create = report.query<MDXCreateQuery>(MDXQuery::QT_CREATE);
+    RefPtr const create = report.make.create();
     RefPtr const flagships = report.sum(
-        report.list({ report.member("Store", "All Stores|Ireland|Leinster|Dublin|O'Brien's Corner"),
-            report.member("Store", "All Stores|Japan|東京都|東京|銀座 Store 7") }));
-    create->AddMemberFormula(report.calculated("Store", "Flagship Stores").get(), flagships.get(), 1, kNone, kNone);
-    RefPtr const rest = report.sum(
-        report.list({ report.member("Store", "All Stores|Brazil"), report.member("Store", "All Stores|Japan") }));
-    create->AddMemberFormula(report.calculated("Store", "Rest of the World").get(), rest.get(), 1, kNone, kNone);
+        report.make.list({ report.member("[Store].[All Stores].[Ireland].[Leinster].[Dublin].[O'Brien's Corner]"),
+            report.member("[Store].[All Stores].[Japan].[東京都].[東京].[銀座 Store 7]") }));
+    create->AddMemberFormula(
+        report.calculated("[Store].[Flagship Stores]").get(), flagships.get(), 1, kNone, kNone);
+    RefPtr const rest = report.sum(report.make.list(
+        { report.member("[Store].[All Stores].[Brazil]"), report.member("[Store].[All Stores].[Japan]") }));
+    create->AddMemberFormula(report.calculated("[Store].[Rest of the World]").get(), rest.get(), 1, kNone, kNone);
     print("Calculated members on the server", *create);
 }
 
@@ -104,42 +78,37 @@ void members_on_the_server(Report & report)
 // calculated member added after them.
 RefPtr<MDXSet> opened_stores(Report & report)
 {
-    memory_cube::Hierarchy * const stores = report.cube.hierarchy("Store");
-    RefPtr rows(report.generator->GenerateSet(stores));
-    RefPtr const opened = report.list(
-        { report.member("Store", "All Stores|Ireland"), report.member("Store", "All Stores|Switzerland") });
+    memory_cube::Hierarchy * const stores = report.cube.hierarchy("[Store]");
+    RefPtr rows = report.make.set(stores);
+    RefPtr const opened = report.make.list(
+        { report.member("[Store].[All Stores].[Ireland]"), report.member("[Store].[All Stores].[Switzerland]") });
     rows->DrillDownOnSet(opened.get());
 
-    Node current(BRIM_o::ET_CURRENT);
-    Node currentValue(BRIM_o::ET_TUPLE_VALUE, { &current });
-    Node least(1000.0);
-    Node enough(BRIM_o::ET_GREATERTHANOREQUALTO, { &currentValue, &least });
-    Node missing(BRIM_o::ET_TUPLE_IS_NULL, { &current });
-    Node present(BRIM_o::ET_NOT, { &missing });
-    Node condition(BRIM_o::ET_AND, { &enough, &present });
-    rows->TakeFilter(&condition, report.tuple({ report.measure("Store Sales") }).get());
+    Condition enough = value(memory_cube::current()) >= 1000 && !is_null(memory_cube::current());
+    rows->TakeFilter(&enough, report.make.tuple({ report.member("[Measures].[Store Sales]") }).get());
 
-    rows->Hierarchize(false, stores, true, { report.cube.calculation("Store", "Europe") });
+    rows->Hierarchize(false, stores, true, { report.cube.calculation("[Store].[Europe]") });
     return rows;
 }
 
 void filtered_report(Report & report)
 {
-    RefPtr const query = report.select();
-    RefPtr const profit = report.calculated("Measures", "Profit");
-    RefPtr margin(report.generator->GenerateValue("[Measures].[Store Sales] - [Measures].[Store Cost]"));
+    RefPtr const query = report.make.select();
+    RefPtr const profit = report.calculated("[Measures].[Profit]");
+    RefPtr margin = report.make.value("[Measures].[Store Sales] - [Measures].[Store Cost]");
     query->AddMemberFormula(profit.get(), margin.get(), 2, { "FORMAT_STRING" }, { "'#,##0.00'" });
 
-    RefPtr const countries = report.sum(report.list(
-        { report.member("Store", "All Stores|Ireland"), report.member("Store", "All Stores|Switzerland") }));
-    query->AddMemberFormula(report.calculated("Store", "Europe").get(), countries.get(), 1, kNone, kNone);
+    RefPtr const countries = report.sum(report.make.list(
+        { report.member("[Store].[All Stores].[Ireland]"), report.member("[Store].[All Stores].[Switzerland]") }));
+    query->AddMemberFormula(report.calculated("[Store].[Europe]").get(), countries.get(), 1, kNone, kNone);
 
-    RefPtr const measures = report.list({ report.measure("Unit Sales"), report.measure("Store Sales"), profit });
+    RefPtr const measures = report.make.list(
+        { report.member("[Measures].[Unit Sales]"), report.member("[Measures].[Store Sales]"), profit });
     query->AddAxisSpecification(0, measures.get(), kNone, MDXSelectQuery::NES_ALL);
     query->AddAxisSpecification(
         1, opened_stores(report).get(), { "[Store].[City].[Manager]" }, MDXSelectQuery::NES_NON_EMPTY);
-    query->AddSlicerSpecification(report.member("Calendar", "2025|Q1").get());
-    query->AddSlicerSpecification(report.member("Product", "All Products|Food|Snacks ]Salty[").get());
+    query->AddSlicerSpecification(report.member("[Time.Calendar].[2025].[Q1]").get());
+    query->AddSlicerSpecification(report.member("[Product].[All Products].[Food].[Snacks ]]Salty[]").get());
     query->AddCellProperties({ "VALUE", "FORMATTED_VALUE" });
     print("Stores with sales of 1000 or more, two countries opened", *query);
     log_query(report, *query);
@@ -147,40 +116,43 @@ void filtered_report(Report & report)
 
 void ordered_cities(Report & report)
 {
-    RefPtr cities(report.generator->GenerateSet(report.cube.level("Store", "City")));
-    RefPtr const key = report.tuple({ report.measure("Store Sales"), report.member("Calendar", "2025") });
+    RefPtr cities = report.make.set(report.cube.level("[Store].[City]"));
+    RefPtr const key = report.make.tuple(
+        { report.member("[Measures].[Store Sales]"), report.member("[Time.Calendar].[2025]") });
     cities->Order(Descending, key.get());
 
-    RefPtr const query = report.select();
+    RefPtr const query = report.make.select();
     query->AddAxisSpecification(
-        0, report.list({ report.measure("Store Sales") }).get(), kNone, MDXSelectQuery::NES_ALL);
+        0, report.make.list({ report.member("[Measures].[Store Sales]") }).get(), kNone, MDXSelectQuery::NES_ALL);
     query->AddAxisSpecification(1, cities.get(), kNone, MDXSelectQuery::NES_NON_EMPTY);
     print("Cities by the sales of a year", *query);
 }
 
 void best_products(Report & report)
 {
-    RefPtr products(report.generator->GenerateSet());
-    products->TakeLeafNodes(report.cube.hierarchy("Product"));
-    products->TakeExtremity(MDXSet::Top, MDXSet::Count, "10", report.tuple({ report.measure("Unit Sales") }).get());
+    RefPtr products = report.make.set();
+    products->TakeLeafNodes(report.cube.hierarchy("[Product]"));
+    products->TakeExtremity(
+        MDXSet::Top, MDXSet::Count, "10", report.make.tuple({ report.member("[Measures].[Unit Sales]") }).get());
 
-    RefPtr const query = report.select();
+    RefPtr const query = report.make.select();
     query->AddAxisSpecification(0, products.get(), kNone, MDXSelectQuery::NES_ALL);
-    query->AddSlicerSpecification(report.measure("Unit Sales").get());
+    query->AddSlicerSpecification(report.member("[Measures].[Unit Sales]").get());
     print("The ten products that sell best", *query);
 }
 
 void stores_by_quarter(Report & report)
 {
-    RefPtr const columns = report.list(
-        { report.member("Calendar", "2025|Q1"), report.member("Calendar", "2025|Q2") });
-    *columns *= *report.list({ report.measure("Unit Sales"), report.measure("Customer Count") });
-    RefPtr const rows = report.list(
-        { report.member("Store", "All Stores|Brazil|São Paulo"), report.member("Store", "All Stores|Japan|東京都"),
-            report.member("Store", "All Stores|Ireland|Leinster|Dublin|O'Brien's Corner") });
-    *rows += *report.member("Store", "All Stores|Switzerland|Zürich");
+    RefPtr const columns = report.make.list(
+        { report.member("[Time.Calendar].[2025].[Q1]"), report.member("[Time.Calendar].[2025].[Q2]") });
+    *columns *= *report.make.list(
+        { report.member("[Measures].[Unit Sales]"), report.member("[Measures].[Customer Count]") });
+    RefPtr const rows = report.make.list({ report.member("[Store].[All Stores].[Brazil].[São Paulo]"),
+        report.member("[Store].[All Stores].[Japan].[東京都]"),
+        report.member("[Store].[All Stores].[Ireland].[Leinster].[Dublin].[O'Brien's Corner]") });
+    *rows += *report.member("[Store].[All Stores].[Switzerland].[Zürich]");
 
-    RefPtr const query = report.select();
+    RefPtr const query = report.make.select();
     query->AddAxisSpecification(0, columns.get(), kNone, MDXSelectQuery::NES_ALL);
     query->AddAxisSpecification(1, rows.get(), kNone, MDXSelectQuery::NES_ALL);
     print("Two quarters beside each other, for chosen places", *query);
@@ -188,52 +160,52 @@ void stores_by_quarter(Report & report)
 
 void around_a_month(Report & report)
 {
-    RefPtr const quarter = report.member("Calendar", "2025|Q1|January");
+    RefPtr const quarter = report.member("[Time.Calendar].[2025].[Q1].[January]");
     quarter->MoveToParent();
-    RefPtr months(report.generator->GenerateSet());
+    RefPtr months = report.make.set();
     months->TakeChildren(quarter.get());
-    RefPtr const previous = report.member("Calendar", "2025|Q1");
+    RefPtr const previous = report.member("[Time.Calendar].[2025].[Q1]");
     previous->LoopLeft();
     *months += *previous;
 
-    RefPtr const query = report.select();
+    RefPtr const query = report.make.select();
     query->AddAxisSpecification(0, months.get(), kNone, MDXSelectQuery::NES_ALL);
     print("The months of a quarter, and the quarter before it", *query);
 }
 
 void named_set(Report & report)
 {
-    RefPtr const create = report.query<MDXCreateQuery>(MDXQuery::QT_CREATE);
-    RefPtr const places = report.list(
-        { report.member("Store", "All Stores|Ireland|Leinster|Dublin|O'Brien's Corner"),
-            report.member("Store", "All Stores|Switzerland|Zürich|Zürich") });
+    RefPtr const create = report.make.create();
+    RefPtr const places = report.make.list(
+        { report.member("[Store].[All Stores].[Ireland].[Leinster].[Dublin].[O'Brien's Corner]"),
+            report.member("[Store].[All Stores].[Switzerland].[Zürich].[Zürich]") });
     create->AddSetFormula("[Flagship Places]", places.get());
     print("A named set on the server", *create);
 
-    RefPtr const query = report.select();
-    RefPtr rows(report.generator->GenerateSet("[Flagship Places]"));
+    RefPtr const query = report.make.select();
+    RefPtr rows = report.make.set("[Flagship Places]");
     query->AddAxisSpecification(0, rows.get(), kNone, MDXSelectQuery::NES_ALL);
     print("A statement that uses it", *query);
 
-    RefPtr const drop = report.query<MDXDropQuery>(MDXQuery::QT_DROP);
+    RefPtr const drop = report.make.drop();
     drop->AddSetToDrop("[Flagship Places]");
     print("The end of the named set", *drop);
 }
 
 void end_of_the_members(Report & report)
 {
-    RefPtr const drop = report.query<MDXDropQuery>(MDXQuery::QT_DROP);
-    for (char const * name : { "Flagship Stores", "Rest of the World" })
-        drop->AddMemberToDrop(report.calculated("Store", name)->getText());
+    RefPtr const drop = report.make.drop();
+    for (char const * name : { "[Store].[Flagship Stores]", "[Store].[Rest of the World]" })
+        drop->AddMemberToDrop(report.calculated(name)->getText());
     print("The end of the calculated members", *drop);
 }
 
 void refused_direction(Report & report)
 {
     std::cout << "== An unknown direction ==\n";
-    RefPtr cities(report.generator->GenerateSet(report.cube.level("Store", "City")));
+    RefPtr cities = report.make.set(report.cube.level("[Store].[City]"));
     try {
-        cities->Order(4, report.tuple({ report.measure("Store Sales") }).get());
+        cities->Order(4, report.make.tuple({ report.member("[Measures].[Store Sales]") }).get());
     } catch (MDXError const & error) {
         std::cout << error.module() << " 0x" << std::hex << error.code() << std::dec << ": " << error.getText()
                   << "\nThe set is as it was: " << cities->getText() << "\n";
