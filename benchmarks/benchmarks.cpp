@@ -1,9 +1,8 @@
 #include "benchmarks/ratio_table.h"
 
-#include "examples/memory_cube.h"
 #include "odbomodule/base/text.h"
 #include "odbomodule/host/string_converters.h"
-#include "odbomodule/odbomodule.h"
+#include "odbomodule/memory_cube.h"
 
 #include <array>
 #include <cstdint>
@@ -25,7 +24,7 @@
 #endif
 
 using benchmark::DoNotOptimize;
-using memory_cube::Node;
+using memory_cube::Condition;
 
 namespace {
 
@@ -163,37 +162,24 @@ void add_objects()
         });
 }
 
-struct Tree {
-    std::deque<Node> nodes;
-    Node * top = nullptr;
-
-    Node * add(BRIM_o::ExpressionType type, Node * a, Node * b)
-    {
-        return &nodes.emplace_back(type, std::vector<BRIM_o::Expression *>{ a, b });
-    }
-    Node * leaf() { return &nodes.emplace_back(BRIM_o::ET_STRING, u"[Measures].[Sales] > 10"); }
-    Node * balanced(int count)
-    {
-        return count <= 1 ? leaf() : add(BRIM_o::ET_AND, balanced(count / 2), balanced(count - count / 2));
-    }
-};
-
-std::shared_ptr<Tree> left_deep(int levels)
+Condition leaf()
 {
-    auto tree = std::make_shared<Tree>();
-    tree->top = tree->leaf();
-    for (int i = 0; i < levels; ++i)
-        tree->top = tree->add(BRIM_o::ET_AND, tree->top, tree->leaf());
-    return tree;
+    return memory_cube::mdx("[Measures].[Sales] > 10");
 }
 
-std::shared_ptr<Tree> right_deep(int levels)
+Condition balanced(int count)
 {
-    auto tree = std::make_shared<Tree>();
-    tree->top = tree->leaf();
-    for (int i = 0; i < levels; ++i)
-        tree->top = tree->add(BRIM_o::ET_AND, tree->leaf(), tree->top);
-    return tree;
+    return count <= 1 ? leaf() : balanced(count / 2) && balanced(count - count / 2);
+}
+
+Condition left_deep(int levels)
+{
+    return levels == 0 ? leaf() : left_deep(levels - 1) && leaf();
+}
+
+Condition right_deep(int levels)
+{
+    return levels == 0 ? leaf() : leaf() && right_deep(levels - 1);
 }
 
 // The floor of a translation: a walk that appends to one text.
@@ -208,12 +194,13 @@ void walk(std::u16string & text, BRIM_o::Expression * node)
     walk(text, node->getChildren()[1]);
 }
 
-void add_condition(std::string const & name, double bar, std::shared_ptr<Tree> const & tree,
+void add_condition(std::string const & name, double bar, Condition condition,
     std::function<void(BRIM_o::Expression *)> const & floor)
 {
     RefPtr<MDXSet> const set(generator()->GenerateSet());
+    auto const tree = std::make_shared<Condition>(std::move(condition));
     RatioTable::add(
-        name, bar, [=] { set->Filter(tree->top, nullptr); }, [=] { floor(tree->top); });
+        name, bar, [=] { set->Filter(tree.get(), nullptr); }, [=] { floor(tree.get()); });
 }
 
 void add_conditions()
@@ -223,9 +210,7 @@ void add_conditions()
         walk(text, top);
         DoNotOptimize(text);
     };
-    auto balanced = std::make_shared<Tree>();
-    balanced->top = balanced->balanced(500);
-    add_condition("condition, balanced, 1,000 nodes", 3.0, balanced, one_text);
+    add_condition("condition, balanced, 1,000 nodes", 3.0, balanced(500), one_text);
     add_condition("condition, left-deep, 1,000", 2.0, left_deep(1000), one_text);
     add_condition("condition, left-deep, 10,000", 2.0, left_deep(10000), one_text);
     auto const copies = [](BRIM_o::Expression * top) {
@@ -371,6 +356,19 @@ struct Probe final : BRIM_o::Expression {
     char16_t const * getString() override { return u""; }
 };
 
+struct Node final : BRIM_o::Expression {
+    BRIM_o::ExpressionType fType;
+    std::vector<BRIM_o::Expression *> fOperands;
+
+    Node(BRIM_o::ExpressionType type, std::vector<BRIM_o::Expression *> operands)
+        : fType(type), fOperands(std::move(operands))
+    {}
+    std::vector<BRIM_o::Expression *> const & getChildren() override { return fOperands; }
+    BRIM_o::ExpressionType getType() override { return fType; }
+    VARIANT const * getValue() override { return nullptr; }
+    char16_t const * getString() override { return u""; }
+};
+
 void print_stack_use(char const * name, BRIM_o::ExpressionType type, bool left, std::size_t stack, int levels)
 {
     struct Job {
@@ -389,7 +387,8 @@ void print_stack_use(char const * name, BRIM_o::ExpressionType type, bool left, 
         std::deque<Node> nodes;
         BRIM_o::Expression * top = &probe;
         for (int i = 0; i < todo.levels; ++i) {
-            BRIM_o::Expression * const leaf = &nodes.emplace_back(BRIM_o::ET_UNDEFINED);
+            BRIM_o::Expression * const leaf = &nodes.emplace_back(
+                BRIM_o::ET_UNDEFINED, std::vector<BRIM_o::Expression *>());
             top = &nodes.emplace_back(todo.type, todo.left ? std::vector<BRIM_o::Expression *>{ top, leaf, leaf }
                                                            : std::vector<BRIM_o::Expression *>{ leaf, top, leaf });
         }

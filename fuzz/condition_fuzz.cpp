@@ -1,23 +1,22 @@
 #undef NDEBUG // the invariants are assertions
-#include "examples/memory_cube.h"
-#include "odbomodule/odbomodule.h"
+#include "odbomodule/memory_cube.h"
 
 #include <cassert>
-#include <deque>
 #include <fuzzer/FuzzedDataProvider.h>
 #include <memory>
 #include <stdexcept>
 
-static BRIM_o::Expression * read_tree(FuzzedDataProvider & bytes, std::deque<memory_cube::Node> & nodes, int depth)
+static memory_cube::Condition read_tree(FuzzedDataProvider & bytes, int depth)
 {
-    auto & node = nodes.emplace_back(BRIM_o::ExpressionType{ bytes.ConsumeIntegral<std::uint8_t>() });
-    int const operands = depth > 0 ? bytes.ConsumeIntegralInRange(0, 4) : 0;
-    for (int i = 0; i < operands; ++i)
-        node.fOperands.push_back(read_tree(bytes, nodes, depth - 1));
+    auto const kind = BRIM_o::ExpressionType{ bytes.ConsumeIntegral<std::uint8_t>() };
+    std::vector<memory_cube::Condition> operands;
+    for (int left = depth > 0 ? bytes.ConsumeIntegralInRange(0, 4) : 0; left > 0; --left)
+        operands.push_back(read_tree(bytes, depth - 1));
+    memory_cube::Condition node(kind, std::move(operands));
     node.fText = u"'x]";
     node.fValue.vt = bytes.ConsumeIntegralInRange<VARTYPE>(VT_EMPTY, VT_UINT);
     node.fValue.llVal = node.fValue.vt == VT_BSTR ? 0 : bytes.ConsumeIntegral<std::int64_t>();
-    return &node;
+    return node;
 }
 
 // A tree is translated whole, or an error leaves the set as it was; a set that is translated twice gives one text.
@@ -29,12 +28,11 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t siz
     RefPtr const tuple(generator->GenerateTuple());
     tuple->AddField(field.get());
     FuzzedDataProvider bytes(data, size);
-    std::deque<memory_cube::Node> nodes;
-    BRIM_o::Expression * const top = read_tree(bytes, nodes, 6);
+    memory_cube::Condition top = read_tree(bytes, 6);
     try {
-        set->Filter(top, tuple.get());
+        set->Filter(&top, tuple.get());
         RefPtr const again(generator->GenerateSet("{S}"));
-        again->TakeFilter(top, tuple.get());
+        again->TakeFilter(&top, tuple.get());
         assert(again->getText() == KelpString("FILTER( {S}, ") + set->getText() + KelpString(")"));
     } catch (MDXError const & error) {
         assert(error.code() == MDX_ERR_BAD_EXPRESSION && set->getText() == KelpString("{S}"));

@@ -1,8 +1,8 @@
 #pragma once
-#include "examples/memory_cube.h"
-#include "odbomodule/odbomodule.h"
+#include "odbomodule/memory_cube.h"
 
 #include <functional>
+#include <list>
 
 // The host's objects, which tell whenever the library asks them for something.
 
@@ -57,12 +57,21 @@ struct AskedHierarchy final : memory_cube::Hierarchy {
     BRIM_o::Dimension const * getDimension() const override { return answer(fDimension); }
 };
 
-struct AskedNode final : memory_cube::Node {
-    using Node::Node;
+struct AskedNode final : BRIM_o::Expression {
+    BRIM_o::Expression & fNode;
+    bool fHasValue = true;
+    std::list<AskedNode> fAsked;
+    std::vector<BRIM_o::Expression *> fOperands;
+
+    explicit AskedNode(BRIM_o::Expression & node) : fNode(node)
+    {
+        for (BRIM_o::Expression * const operand : node.getChildren())
+            fOperands.push_back(&fAsked.emplace_back(*operand));
+    }
     std::vector<BRIM_o::Expression *> const & getChildren() override { return answer(fOperands); }
-    BRIM_o::ExpressionType getType() override { return answer(fType); }
-    VARIANT const * getValue() override { return answer(&fValue); }
-    char16_t const * getString() override { return answer(fText.c_str()); }
+    BRIM_o::ExpressionType getType() override { return answer(fNode.getType()); }
+    VARIANT const * getValue() override { return answer(fHasValue ? fNode.getValue() : nullptr); }
+    char16_t const * getString() override { return answer(fNode.getString()); }
 };
 
 // A set, member or value as a host could derive it. It may say another text than it holds.

@@ -1,4 +1,3 @@
-#include "tests/condition_tree.h"
 #include "tests/fixture.h"
 
 #include <limits>
@@ -7,44 +6,51 @@
 namespace {
 
 using namespace BRIM_o;
-// A value that is a text, or that the host does not have.
-struct TextValue final : memory_cube::Node {
-    TextValue(ExpressionType kind, char16_t const * text) : Node(kind)
-    {
-        fValue.vt = VT_BSTR;
-        fValue.bstrVal = SysAllocString(ole_characters(text));
-    }
-    VARIANT const * getValue() override { return fValue.bstrVal == nullptr ? nullptr : &fValue; }
-};
+using memory_cube::Condition, memory_cube::current, memory_cube::current_set, memory_cube::mdx, memory_cube::tuple;
 
-Tree value_node(char16_t const * text, ExpressionType kind = ET_VALUE)
+// A value that is a text.
+Condition text_value(char16_t const * text, ExpressionType kind = ET_VALUE)
 {
-    return { std::make_shared<TextValue>(kind, text) };
+    static std::vector<std::shared_ptr<OLECHAR>> texts;
+    Condition value(kind);
+    value.fValue.vt = VT_BSTR;
+    value.fValue.bstrVal = texts.emplace_back(SysAllocString(ole_characters(text)), SysFreeString).get();
+    return value;
+}
+
+MDXSet * filter_without_value(Fixture & f)
+{
+    Condition truth(true);
+    AskedNode node(truth);
+    node.fHasValue = false;
+    return f.set->Filter(&node, f.single);
 }
 
 // The tree's text as the whole set; that of [F] goes in for the current tuple.
-#define TREE(...) CALL(f.set->Filter(Tree(__VA_ARGS__).get(), f.single))
+MDXSet * filter(Fixture & f, Condition tree, MDXTuple const * tuple)
+{
+    return f.set->Filter(&tree, tuple);
+}
+#define TREE(...) CALL(filter(f, __VA_ARGS__, f.single))
 
 std::string const kBad = raises(MDX_ERR_BAD_EXPRESSION);
-
-Tree const a = text_node(u"a"), b = text_node(u"b"), c = text_node(u"c"), x(ET_TUPLE_VALUE, { text_node(u"x") });
 
 // What the table of kinds in the reference of the operations does not show.
 TEST(Conditions, Texts)
 {
     expect_operations<MDXSet, kBoth>({
-        { TREE(text_node(u" it's \"[ ")), " it's \"[ " },
-        { TREE(value_node(u"True", ET_BOOLVAL)), "1<2" },
-        { TREE(value_node(u"0", ET_BOOLVAL)), "1>2" },
-        { TREE(value_node(nullptr, ET_BOOLVAL)), kBad },
-        { TREE(value_node(u"-42")), "-42" },
-        { TREE(value_node(u"18446744073709551615")), "1.844674407370955e+19" },
-        { TREE(number_node(0.1 + 0.2)), "0.3" },
-        { TREE(value_node(u"nine")), kBad },
-        { TREE(number_node(std::numeric_limits<double>::quiet_NaN())), kBad },
-        { TREE(number_node(-std::numeric_limits<double>::infinity())), kBad },
-        { CALL(f.set->Filter(Tree(ET_CURRENT).get(), f.tuple)), "( [F], [G] ) " },
-        { CALL(f.set->TakeFilter(Tree(ET_CURRENTSET).get(), nullptr)), "FILTER( {A}, {A})" },
+        { TREE(mdx(" it's \"[ ")), " it's \"[ " },
+        { TREE(text_value(u"True", ET_BOOLVAL)), "1<2" },
+        { TREE(text_value(u"0", ET_BOOLVAL)), "1>2" },
+        { CALL(filter_without_value(f)), kBad },
+        { TREE(text_value(u"-42")), "-42" },
+        { TREE(text_value(u"18446744073709551615")), "1.844674407370955e+19" },
+        { TREE(Condition(0.1 + 0.2)), "0.3" },
+        { TREE(text_value(u"nine")), kBad },
+        { TREE(Condition(std::numeric_limits<double>::quiet_NaN())), kBad },
+        { TREE(Condition(-std::numeric_limits<double>::infinity())), kBad },
+        { CALL(filter(f, current(), f.tuple)), "( [F], [G] ) " },
+        { CALL(f.set->TakeFilter(&*std::make_unique<Condition>(ET_CURRENTSET), nullptr)), "FILTER( {A}, {A})" },
     });
 }
 
@@ -77,21 +83,21 @@ TEST(Conditions, AskTheServerBeforeTheOperands)
 {
     Fixture f;
     RefPtr<Watching> const set(new Watching(KelpString("{A}")));
-    Tree const range(ET_BETWEEN, { { ET_ADD, { x, text_node(u"n", ET_NATIVE) } }, ET_CURRENT, a });
-    Tree const tree(ET_AND, { range, { ET_NOT, { { ET_TUPLE_IS_NULL, { { ET_TUPLE, { a, ET_CURRENTSET, b } } } } } } });
-    set->Filter(tree.get(), f.single);
+    Condition const range = between(value(mdx("x")) + Condition(ET_NATIVE, "n"), current(), mdx("a"));
+    Condition tree = range && !is_null(tuple({ mdx("a"), current_set(), mdx("b") }));
+    set->Filter(&tree, f.single);
     EXPECT_EQ("x + ( n ) >= [F] AND x + ( n ) <= a AND NOT( ( a, {A}, b )  = NULL )", mdx_of(*set));
     EXPECT_EQ(Kinds({ 151, 0, 158, 52, 124, 2, 42, 124, 153, 19, 140, 124, 3, 124 }), set->fVisited);
     EXPECT_EQ(Kinds({ 151, 0, 158, 124, 42, 124, 153, 19, 140, 124, 3, 124 }), set->fAsked);
 
     // The null test looks at the kind beneath after the hook and before the operand.
-    Tree const test(ET_TUPLE_IS_NULL, { a });
+    Condition test(ET_TUPLE_IS_NULL, { mdx("a") });
     set->fVisited = set->fAsked = {};
-    EXPECT_EQ(kBad, error_of([&] { set->Filter(test.get(), nullptr); }));
+    EXPECT_EQ(kBad, error_of([&] { set->Filter(&test, nullptr); }));
     EXPECT_EQ(Kinds{ 19 }, set->fVisited);
     EXPECT_EQ(Kinds{ 19 }, set->fAsked);
     set->fWrites = 19;
-    EXPECT_EQ("ours", mdx_of(*set->Filter(test.get(), nullptr)));
+    EXPECT_EQ("ours", mdx_of(*set->Filter(&test, nullptr)));
 }
 
 }

@@ -1,5 +1,4 @@
 #include "tests/allocations.h"
-#include "tests/condition_tree.h"
 #include "tests/fixture.h"
 
 #include <algorithm>
@@ -16,13 +15,16 @@ thread_local std::function<void()> gAsked;
 namespace {
 
 using namespace BRIM_o;
+using memory_cube::Condition;
 
 // The fixture with the names and texts of the documents.
 struct Documented : Fixture {
     bool const fGeneralStatements;
     KelpString text = "c";
-    Tree const a = text_node(u"a"), b = text_node(u"b"), c = text_node(u"c"), tree{ ET_GREATERTHAN, { a, b } };
-    Tree const p{ ET_TUPLE_VALUE, { text_node(u"p") } };
+    Condition const a = memory_cube::mdx("a"), b = memory_cube::mdx("b"), c = memory_cube::mdx("c"),
+                    p = memory_cube::value(memory_cube::mdx("p"));
+    Condition greater = a > b;
+    AskedNode tree{ greater };
     RefPtr<MDXSelectQuery> const select = statement<MDXSelectQuery>(MDXQuery::QT_SELECT);
     RefPtr<MDXCreateQuery> const create = statement<MDXCreateQuery>(MDXQuery::QT_CREATE);
     RefPtr<MDXDropQuery> const drop = statement<MDXDropQuery>(MDXQuery::QT_DROP);
@@ -51,24 +53,6 @@ struct Documented : Fixture {
     }
 };
 
-Tree node(ExpressionType kind, char16_t const * text)
-{
-    return text_node(text, kind);
-}
-
-Tree node(ExpressionType kind, double number)
-{
-    Tree tree = number_node(number);
-    tree.fNode->fType = kind;
-    return tree;
-}
-
-template <class... Operands>
-Tree node(ExpressionType kind, Operands const &... operands)
-{
-    return { kind, { operands... } };
-}
-
 // What a row says, done with the objects that it names.
 #define WITH_NAMES(...)                                                                                                                    \
     [](Documented & f) {                                                                                                                   \
@@ -78,7 +62,7 @@ Tree node(ExpressionType kind, Operands const &... operands)
             f.set, f.other, f.field, f.second, f.value, f.weight, f.third, f.single, f.tuple, f.empty);                                    \
         [[maybe_unused]] auto const [select, create, drop] = std::tuple(f.select.get(), f.create.get(), f.drop.get());                     \
         [[maybe_unused]] auto const & [a, b, c, p] = std::tie(f.a, f.b, f.c, f.p);                                                         \
-        [[maybe_unused]] Expression * const tree = f.tree.get();                                                                           \
+        [[maybe_unused]] Expression * const tree = &f.tree;                                                                                \
         [[maybe_unused]] KelpString & text = f.text;                                                                                       \
         return __VA_ARGS__;                                                                                                                \
     }
@@ -286,38 +270,48 @@ std::set<std::int32_t> gKinds; // that were documented
 
 // A node of a condition, its number, the least operands that it needs, and whether the server is asked about it, which then
 // keeps the operands from being looked at.
-void condition(char const * row, std::function<Tree(Documented &)> const & call, std::string const & want, std::string const & number,
+void condition(char const * row, std::function<Condition(Documented &)> const & call, std::string const & want, std::string const & number,
     std::string const & operands, std::string const & asked)
 {
     for (Classes const classes : { kDialect, kGeneral }) {
         Documented f(classes);
-        Tree const tree = call(f);
-        auto const filter = [&tree](Documented & each) { return each.set->Filter(tree.get(), each.single); };
+        Condition tree = call(f);
+        AskedNode node(tree);
+        auto const filter = [&node](Documented & each) { return each.set->Filter(&node, each.single); };
         expect_operation<MDXSet>(f, { row, [&](Fixture &) { return filter(f); }, want });
         Masked<MDXSet *> masked;
         EXPECT_EQ(want, mdx_of(*filter(masked))) << row;
         survives_faults(row, classes, filter);
-        EXPECT_EQ(number, std::to_string(tree.fNode->fType)) << row;
-        gKinds.insert(tree.fNode->fType);
+        EXPECT_EQ(number, std::to_string(tree.fType)) << row;
+        gKinds.insert(tree.fType);
 
-        std::vector<Expression *> & nodes = tree.fNode->fOperands;
-        Tree const unknown(ExpressionType{ 300 });
-        if (asked == "yes")
-            std::fill(nodes.begin(), nodes.end(), unknown.get());
-        RefPtr<Writing> const set(new Writing(KelpString("s")));
-        set->fNode = tree.get();
-        set->Filter(tree.get(), f.single);
-        EXPECT_EQ(asked == "yes" ? "the server's" : want, mdx_of(*set)) << row;
-
+        std::size_t const count = tree.getChildren().size();
         std::size_t const needed = operands == "none" ? 0 : operands == "all" ? 1 : static_cast<std::size_t>(operands[0] - '0');
-        ASSERT_GE(nodes.size(), needed) << row;
+        ASSERT_GE(count, needed) << row;
         if (needed > 0) {
-            nodes.assign(needed - 1, f.a.get());
+            Condition few(tree.fType, std::vector<Condition>(needed - 1, f.a));
             f.set->SetExpression("s");
-            EXPECT_THROW(f.set->Filter(tree.get(), f.single), std::out_of_range) << row;
+            EXPECT_THROW(f.set->Filter(&few, f.single), std::out_of_range) << row;
             EXPECT_EQ("s", mdx_of(*f.set)) << row;
         }
+
+        if (asked == "yes")
+            tree = Condition(tree.fType, std::vector<Condition>(count, Condition(ExpressionType{ 300 })));
+        RefPtr<Writing> const set(new Writing(KelpString("s")));
+        set->fNode = &tree;
+        set->Filter(&tree, f.single);
+        EXPECT_EQ(asked == "yes" ? "the server's" : want, mdx_of(*set)) << row;
     }
+}
+
+// A condition as a host writes it.
+void written(char const * row, std::function<Condition(Documented &)> const & call, char const * want)
+{
+    Documented f(kDialect);
+    Condition tree = call(f);
+    Condition const copy(tree);
+    tree = copy; // has operands of its own
+    EXPECT_EQ(want, mdx_of(*f.set->Filter(&tree, f.single))) << row;
 }
 
 }
@@ -330,8 +324,8 @@ TEST(Operations, AreAsDocumented)
         if (gKinds.count(number) == 1)
             continue;
         Documented f(kDialect);
-        Tree const unknown(ExpressionType{ number }, { f.a, f.b });
-        EXPECT_EQ(raises(MDX_ERR_BAD_EXPRESSION), error_of([&] { f.set->Filter(unknown.get(), f.single); })) << number;
+        Condition unknown(ExpressionType{ number }, { f.a, f.b });
+        EXPECT_EQ(raises(MDX_ERR_BAD_EXPRESSION), error_of([&] { f.set->Filter(&unknown, f.single); })) << number;
     }
     EXPECT_EQ(40u, gKinds.size());
 }

@@ -8,11 +8,12 @@ compiler=$2
 toolchain=${3:-}
 emulator=("${@:4}")
 tests=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+program=$build/tests/readme.cpp # as it was taken from README.md
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 # check HOW PROGRAM: the program prints what README.md shows.
-check() { "$tests/readme_test.sh" "${emulator[@]}" "$2" || { echo "this is the program that was built by $1" >&2; exit 1; }; }
+check() { "$tests/document_test.sh" "$tests/../README.md" "${emulator[@]}" "$2" || { echo "this is the program that was built by $1" >&2; exit 1; }; }
 
 cmake --install "$build" --prefix "$work/first" > "$work/log"
 mv "$work/first" "$work/prefix"
@@ -23,9 +24,9 @@ if grep -rIlF -e "$build" -e "$work/first" "$work/prefix"; then
     exit 1
 fi
 
-options=(-DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$work/prefix")
+options=(-DPROGRAM="$program" -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$work/prefix")
 if [[ -n $toolchain ]]; then
-    options=(-DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_FIND_ROOT_PATH="$work/prefix" -DCMAKE_PREFIX_PATH=/)
+    options=(-DPROGRAM="$program" -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_FIND_ROOT_PATH="$work/prefix" -DCMAKE_PREFIX_PATH=/)
     export WINEPATH="Z:${work//\//\\}\\prefix\\bin" # where programs find their DLLs
 fi
 cmake -G Ninja -S "$tests/package" -B "$work/host" "${options[@]}" \
@@ -38,5 +39,5 @@ export PKG_CONFIG_PATH
 rpath=()
 [[ -n $toolchain ]] || rpath=(-Wl,-rpath,"$(pkg-config --variable=libdir odbomodule)")
 # shellcheck disable=SC2046 # the flags are words
-"$compiler" -std=c++17 "$tests/../examples/readme_example.cpp" -o "$work/pc_host$suffix" $(pkg-config --cflags --libs odbomodule) "${rpath[@]}"
+"$compiler" -std=c++17 "$program" -o "$work/pc_host$suffix" $(pkg-config --cflags --libs odbomodule) "${rpath[@]}"
 check pkg-config "$work/pc_host$suffix"

@@ -1,0 +1,20 @@
+# cmake -DDOCUMENT=FILE -DOUTPUT=FILE -P documented_program.cmake: writes the program that a document shows. Its blocks of code
+# that begin with ```cpp are, one after another, the program; those that begin with ```text what it prints, which
+# document_test.sh compares. A block in another language, or an indented one, is not looked at.
+file(READ "${DOCUMENT}" rest)
+set(program "")
+set(line 1)
+while(rest MATCHES "\n```cpp\n")
+    string(FIND "${rest}" "\n```cpp\n" at)
+    math(EXPR at "${at} + 8")
+    string(SUBSTRING "${rest}" 0 ${at} before)
+    string(SUBSTRING "${rest}" ${at} -1 rest)
+    string(REGEX REPLACE "[^\n]" "" lines "${before}")
+    string(LENGTH "${lines}" lines)
+    math(EXPR line "${line} + ${lines}")
+
+    string(FIND "${rest}" "```" end)
+    string(SUBSTRING "${rest}" 0 ${end} block)
+    string(APPEND program "#line ${line} \"${DOCUMENT}\"\n${block}")
+endwhile()
+file(WRITE "${OUTPUT}" "${program}")
