@@ -1,5 +1,5 @@
 # Shared by the scripts beside it; sourced, not run.
-root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 export CMAKE_BUILD_PARALLEL_LEVEL=${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}
 export CTEST_PARALLEL_LEVEL=${CTEST_PARALLEL_LEVEL:-$(nproc)}
 
@@ -9,29 +9,46 @@ fail() { printf '%s\n' "$*" >&2; exit 1; }
 # need PROBE PACKAGE ...: installs the packages whose probe finds nothing. A probe is a command, or a file with
 # a slash in its name, in which a pattern may stand.
 need() {
-    local missing=()
+    local packages=() missing=()
+    find_missing "$@"
+    ((${#missing[@]} == 0)) && return
+    install_packages "${packages[@]}"
+    find_missing "$@"
+    ((${#missing[@]} == 0)) || fail "Still missing after the installation: ${missing[*]}"
+}
+
+# Sets `missing` to the probes that find nothing, and `packages` to their packages.
+find_missing() {
+    missing=() packages=()
     while (($# > 0)); do
         case $1 in
-        */*) compgen -G "$1" > /dev/null || missing+=("$2") ;;
-        *) command -v "$1" > /dev/null || missing+=("$2") ;;
+        */*) compgen -G "$1" > /dev/null || { missing+=("$1") && packages+=("$2"); } ;;
+        *) command -v "$1" > /dev/null || { missing+=("$1") && packages+=("$2"); } ;;
         esac
         shift 2
     done
-    ((${#missing[@]} == 0)) && return
-    local as_root=()
+}
+
+install_packages() {
+    command -v apt-get > /dev/null || fail "Missing: ${missing[*]}
+Please install what these Debian packages hold: $*"
+    local as_root=() log
     if [[ $(id -u) != 0 ]]; then
-        as_root=(sudo -n)
-        "${as_root[@]}" true 2> /dev/null || fail "Please have these packages installed first: ${missing[*]}
-(this user may not install any; an administrator would run: apt-get install ${missing[*]})"
+        as_root=(sudo)
+        [[ -t 0 ]] || as_root+=(-n) # nobody could type a password
+        "${as_root[@]}" true 2> /dev/null || fail "Missing: ${missing[*]}
+This user may not install packages. An administrator would run: apt-get install $*"
     fi
-    command -v apt-get > /dev/null || fail "Please install what these Debian packages hold: ${missing[*]}"
-    say "installing ${missing[*]}"
-    local log
+    say "installing $*"
     log=$(mktemp)
-    {
-        "${as_root[@]}" apt-get update && "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-            apt-get install -y --no-install-recommends "${missing[@]}"
-    } > "$log" 2>&1 < /dev/null || { cat "$log" >&2; fail "The packages could not be installed."; }
+    as_root+=(env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=600)
+    # Of the locks, apt-get waits for dpkg's alone; another update may hold that of the lists.
+    until "${as_root[@]}" update > "$log" 2>&1 < /dev/null; do
+        grep -q 'Could not get lock' "$log" && ((SECONDS < 600)) || break # a list that failed may not be needed
+        sleep 5
+    done
+    "${as_root[@]}" install -y --no-install-recommends "$@" >> "$log" 2>&1 < /dev/null ||
+        { cat "$log" >&2; fail "These packages could not be installed: $*"; }
     rm -f "$log"
 }
 
@@ -41,11 +58,13 @@ need_test_tools() {
         nm binutils pkg-config pkg-config "$@"
 }
 
-# Where the build NAME goes: into the tree, or for a user who may not write there into a folder of his own.
+# Where the build NAME goes: into the tree, or for a user who may not write there into a folder of his own, which
+# no other checkout has.
 build_dir() {
-    local base
-    for base in "$root/build" "${XDG_CACHE_HOME:-${HOME:-/nonexistent}/.cache}/odbomodule" \
-        "${TMPDIR:-/tmp}/odbomodule-$(id -u)"; do
+    local base checkout
+    checkout=odbomodule-$(cksum <<< "$root" | cut -d' ' -f1)
+    for base in "$root/build" "${XDG_CACHE_HOME:-${HOME:-/nonexistent}/.cache}/$checkout" \
+        "${TMPDIR:-/tmp}/$checkout-$(id -u)"; do
         if mkdir -p "$base" 2> /dev/null && [[ -w $base && (-O $base || $base == "$root"/*) ]]; then
             echo "$base/$1"
             return
@@ -55,18 +74,27 @@ build_dir() {
 }
 
 # build PRESET NAME [TARGET] [OPTION...]: configures and builds, which is quick when nothing changed. What the
-# tools say is shown when they fail, or when there is a warning in it.
+# tools say goes to a log, which is shown when they fail, or when there is a warning in it; on a terminal the build
+# shows how far it is.
 build() {
     local preset=$1 dir log
     dir=$(build_dir "$2")
-    local targets=()
-    [[ -n ${3:-} ]] && targets=(--target "$3")
+    local configure=(cmake --preset "$preset" -B "$dir" "${@:4}") build=(cmake --build "$dir")
+    [[ -n ${3:-} ]] && build+=(--target "$3")
+    # A checkout that was moved brings a build folder that knows the old place.
+    if [[ -e $dir/CMakeCache.txt ]] && ! { grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$dir/CMakeCache.txt" &&
+        grep -qxF "CMAKE_CACHEFILE_DIR:INTERNAL=$dir" "$dir/CMakeCache.txt"; }; then
+        configure+=(--fresh)
+    fi
     mkdir -p "$dir"
     log=$dir/build.log
     say "building $2 (log: $log)"
-    (
-        cd "$root"
-        cmake --preset "$preset" -B "$dir" "${@:4}" && cmake --build "$dir" "${targets[@]}"
-    ) > "$log" 2>&1 < /dev/null || { cat "$log" >&2; fail "The build of $2 failed."; }
+    (cd "$root" && "${configure[@]}") > "$log" 2>&1 < /dev/null ||
+        { cat "$log" >&2; fail "The build of $2 could not be set up."; }
+    if [[ -t 2 ]]; then
+        "${build[@]}" >&2 < /dev/null || fail "The build of $2 failed."
+    else
+        "${build[@]}" >> "$log" 2>&1 < /dev/null || { cat "$log" >&2; fail "The build of $2 failed."; }
+    fi
     if grep -q 'warning:' "$log"; then cat "$log" >&2; fi
 }
