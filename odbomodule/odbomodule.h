@@ -1,6 +1,13 @@
 #pragma once
 
 // Everything that a host needs: start with createMSOLAP7QueryGenerator.
+
+#if defined(_MSC_VER)
+// Fields and bases of the standard library in classes that a DLL exports: host and module share one runtime.
+#pragma warning(push)
+#pragma warning(disable : 4251 4275)
+#endif
+
 #include "odbomodule/base/mdx_error.h"
 #include "odbomodule/base/ref_ptr.h"
 #include "odbomodule/expressions/mdx_field.h"
@@ -17,3 +24,7 @@
 #include "odbomodule/statements/mdx_drop_query.h"
 #include "odbomodule/statements/mdx_query.h"
 #include "odbomodule/statements/mdx_select_query.h"
+
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#endif

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# headers_test.sh COMPILER HEADER...: each header that a host may include has to compile alone, as C++17, and a host that
-# includes odbomodule.h may see no macro but ours and the standard library's.
+# headers_test.sh COMPILER HEADER...: each header that a host may include has to compile alone, as C++17, without a
+# warning. A host that includes odbomodule.h may see no macro but ours and the standard library's. On Windows,
+# host/automation.h leaves a host what the system's own headers declare.
 set -euo pipefail
 export LC_ALL=C
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -8,12 +9,19 @@ compiler=$1
 shift
 (($# > 0)) || { echo "no headers given" >&2; exit 1; }
 
+warnings=(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Woverloaded-virtual -Werror)
+if ! "$compiler" --version | grep -q clang; then
+    warnings+=(-Weffc++ -Wuseless-cast) # which clang does not have, or means otherwise
+fi
+stands_alone() {
+    printf '#include <%s>\n#include <%s>\n' "$1" "$1" |
+        "$compiler" -std=c++17 -fsyntax-only "${@:2}" -I "$root" -x c++ - ||
+        { echo "does not stand alone: $1" >&2; return 1; }
+}
+export -f stands_alone
+export compiler root
 failed=0
-for header; do
-    printf '#include <%s>\n#include <%s>\n' "$header" "$header" |
-        "$compiler" -std=c++17 -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror \
-            -I "$root" -x c++ - || { echo "does not stand alone: $header" >&2; failed=1; }
-done
+printf '%s\n' "$@" | xargs -P "$(nproc)" -I '{}' bash -c 'stands_alone "$@"' - '{}' "${warnings[@]}" || failed=1
 
 # The names of the macros behind the text on standard input; those that begin with "_" are the compiler's to use.
 macros() {
@@ -30,5 +38,15 @@ fi
 if grep -xE 'min|max|near|far|small|interface|ERROR|DELETE|IN|OUT|GetObject|GetMessage|CreateFile|Yield|_WINDOWS_' <<< "$all"; then
     echo "odbomodule.h brings the macros above" >&2
     failed=1
+fi
+
+# declarations HEADER...: the text and the macros that the headers give a host, less where they come from.
+declarations() {
+    printf '#include <%s>\n' "$@" | "$compiler" -std=c++17 -I "$root" -x c++ -E -dD - | grep -v '^# ' | sort -u
+}
+if grep -qx _WIN32 <<< "$(macros < /dev/null)"; then
+    before=$(declarations odbomodule/host/automation.h windows.h)
+    diff <(declarations windows.h odbomodule/host/automation.h) - <<< "$before" ||
+        { echo "host/automation.h before <windows.h> changes what a host sees" >&2; failed=1; }
 fi
 exit "$failed"

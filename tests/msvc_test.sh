@@ -29,6 +29,6 @@ check "the headers for the module" -std=c++20 -DODBOMODULE_BUILD - <<< "$host"
 check "the headers for the support library" -std=c++20 -DSUPPORT_DLL_BUILD - <<< "$(printf '#include "%s"\n' odbomodule/host/*.h)"
 check library_entry.cpp -std=c++20 -DODBOMODULE_BUILD odbomodule/base/library_entry.cpp
 for source in "$root"/support/windows/*.cpp; do
-    check "$source" -std=c++20 -DSUPPORT_DLL_BUILD "$source"
+    check "$source" -std=c++20 -DSUPPORT_DLL_BUILD -DNOMINMAX "$source"
 done
 exit "$failed"

@@ -32,8 +32,16 @@ protected:
 
 public:
     // Counted objects are not meant to be assigned: reports an assertion failure and changes nothing. The
-    // assignment of a derived class comes here first, then copies the fields that the class adds.
+    // assignment of a derived class comes here first, then copies the fields that the class adds. It takes that class
+    // alone, which hides this one on purpose.
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+#endif
     virtual RefCount & operator=(RefCount const &);
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif
 
     // Takes a reference; returns the new count.
     virtual std::int32_t use();

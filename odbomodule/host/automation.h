@@ -4,17 +4,23 @@
 
 // The values of OLE automation. On Windows they are the system's own. Elsewhere they are defined here, with the
 // same names, layout and result codes, for the types that a condition can hold. The system's headers bring many
-// macros: include this in a source that looks into values, not in a header that others include.
+// macros: include this in a source that looks into values, not in a header that others include. WIN32_LEAN_AND_MEAN and
+// NOMINMAX are the host's to define, before the first include that brings <windows.h>.
 #if defined(_WIN32)
 
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
 #include <windows.h>
+
 #include <oleauto.h>
+
+// Windows has a type of its own for 16-bit characters: from char16_t to it, and back.
+inline OLECHAR const * ole_characters(char16_t const * text) noexcept
+{
+    return reinterpret_cast<OLECHAR const *>(text);
+}
+inline char16_t const * plain_characters(OLECHAR const * text) noexcept
+{
+    return reinterpret_cast<char16_t const *>(text);
+}
 
 #else
 
@@ -154,14 +160,13 @@ SUPPORT_API HRESULT VariantChangeType(
     VARIANT * destination, VARIANT const * source, std::uint16_t flags, VARTYPE type);
 }
 
-#endif
-
-// Windows has a type of its own for 16-bit characters: from char16_t to it, and back.
 inline OLECHAR const * ole_characters(char16_t const * text) noexcept
 {
-    return reinterpret_cast<OLECHAR const *>(text);
+    return text;
 }
 inline char16_t const * plain_characters(OLECHAR const * text) noexcept
 {
-    return reinterpret_cast<char16_t const *>(text);
+    return text;
 }
+
+#endif

@@ -42,8 +42,8 @@ public:
         std::uint64_t fUnsigned;
         double fReal;
     };
-    std::string_view fNarrow;
-    std::u16string_view fWide;
+    std::string_view fNarrow{};
+    std::u16string_view fWide{};
 };
 
 // The text of `format` with its arguments put in. Conversions: %d %i %u %x %X %c %s %f %%, with the flags "-" and
