@@ -11,6 +11,13 @@ install(TARGETS odbomodule support_dll EXPORT odbomodule
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 if(ODBOMODULE_RUNTIME_LIBRARIES)
     install(FILES ${ODBOMODULE_RUNTIME_LIBRARIES} DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
+    # Debian keeps the licences of these libraries with their compiler and its headers.
+    set(licences "${CMAKE_INSTALL_DOCDIR}/licences")
+    install(FILES /usr/share/doc/gcc-mingw-w64-base/copyright
+        DESTINATION "${licences}" RENAME libgcc_and_libstdc++.txt COMPONENT runtime)
+    install(FILES /usr/share/doc/mingw-w64-x86-64-dev/copyright
+        DESTINATION "${licences}" RENAME libwinpthread.txt COMPONENT runtime)
+    install(FILES /usr/share/common-licenses/GPL-3 DESTINATION "${licences}" RENAME GPL-3.txt COMPONENT runtime)
 endif()
 install(EXPORT odbomodule NAMESPACE odbomodule:: FILE odbomodule-targets.cmake
     DESTINATION "${package_dir}" COMPONENT development)
@@ -29,6 +36,10 @@ file(RELATIVE_PATH PC_PREFIX "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_I
 string(REGEX REPLACE "/$" "" PC_PREFIX "${PC_PREFIX}")
 file(RELATIVE_PATH PC_LIBDIR "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL_LIBDIR}")
 file(RELATIVE_PATH PC_INCLUDEDIR "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL_INCLUDEDIR}")
+set(PC_SYSTEM_LIBS "")
+if(WIN32)
+    set(PC_SYSTEM_LIBS " -loleaut32") # the values of conditions
+endif()
 configure_file(packaging/odbomodule.pc.in "${PROJECT_BINARY_DIR}/odbomodule.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/odbomodule.pc"
     DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
@@ -56,3 +67,6 @@ elseif(NOT APPLE)
         COMPONENT symbols EXCLUDE_FROM_ALL)
     install(SCRIPT packaging/install_symbols.cmake COMPONENT symbols EXCLUDE_FROM_ALL)
 endif()
+
+install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
+install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development FILES_MATCHING PATTERN "*.md")
