@@ -85,7 +85,7 @@ RefPtr<MDXSet> opened_stores(Report & report)
     rows->DrillDownOnSet(opened.get());
 
     Condition enough = value(memory_cube::current()) >= 1000 && !is_null(memory_cube::current());
-    rows->TakeFilter(&enough, report.make.tuple({ report.member("[Measures].[Store Sales]") }).get());
+    rows->TakeFilter(enough.get(), report.make.tuple({ report.member("[Measures].[Store Sales]") }).get());
 
     rows->Hierarchize(false, stores, true, { report.cube.calculation("[Store].[Europe]") });
     return rows;

@@ -30,9 +30,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t siz
     FuzzedDataProvider bytes(data, size);
     memory_cube::Condition top = read_tree(bytes, 6);
     try {
-        set->Filter(&top, tuple.get());
+        set->Filter(top.get(), tuple.get());
         RefPtr const again(generator->GenerateSet("{S}"));
-        again->TakeFilter(&top, tuple.get());
+        again->TakeFilter(top.get(), tuple.get());
         assert(again->getText() == KelpString("FILTER( {S}, ") + set->getText() + KelpString(")"));
     } catch (MDXError const & error) {
         assert(error.code() == MDX_ERR_BAD_EXPRESSION && set->getText() == KelpString("{S}"));

@@ -288,7 +288,7 @@ private:
 // the functions below, combined by operators, copied and moved:
 //
 //     Condition enough = value(sales) >= 1000 && !is_null(current());
-//     rows->TakeFilter(&enough, key.get());
+//     rows->TakeFilter(enough.get(), key.get());
 //
 // The operators and functions put parentheses where MDX would read the text in another way. && and || always take
 // both operands.
@@ -331,6 +331,9 @@ public:
     Condition & operator=(Condition const & other) { return *this = Condition(other); }
     Condition & operator=(Condition &&) = default;
     ~Condition() = default;
+
+    // For a call of the library.
+    BRIM_o::Expression * get() { return this; }
 
     std::vector<BRIM_o::Expression *> const & getChildren() override { return fPointers; }
     BRIM_o::ExpressionType getType() override { return fType; }

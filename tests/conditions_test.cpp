@@ -27,11 +27,7 @@ MDXSet * filter_without_value(Fixture & f)
 }
 
 // The tree's text as the whole set; that of [F] goes in for the current tuple.
-MDXSet * filter(Fixture & f, Condition tree, MDXTuple const * tuple)
-{
-    return f.set->Filter(&tree, tuple);
-}
-#define TREE(...) CALL(filter(f, __VA_ARGS__, f.single))
+#define TREE(...) CALL(f.set->Filter((__VA_ARGS__).get(), f.single))
 
 std::string const kBad = raises(MDX_ERR_BAD_EXPRESSION);
 
@@ -49,8 +45,8 @@ TEST(Conditions, Texts)
         { TREE(text_value(u"nine")), kBad },
         { TREE(Condition(std::numeric_limits<double>::quiet_NaN())), kBad },
         { TREE(Condition(-std::numeric_limits<double>::infinity())), kBad },
-        { CALL(filter(f, current(), f.tuple)), "( [F], [G] ) " },
-        { CALL(f.set->TakeFilter(&*std::make_unique<Condition>(ET_CURRENTSET), nullptr)), "FILTER( {A}, {A})" },
+        { CALL(f.set->Filter(current().get(), f.tuple)), "( [F], [G] ) " },
+        { CALL(f.set->TakeFilter(current_set().get(), nullptr)), "FILTER( {A}, {A})" },
     });
 }
 
@@ -85,7 +81,7 @@ TEST(Conditions, AskTheServerBeforeTheOperands)
     RefPtr<Watching> const set(new Watching(KelpString("{A}")));
     Condition const range = between(value(mdx("x")) + Condition(ET_NATIVE, "n"), current(), mdx("a"));
     Condition tree = range && !is_null(tuple({ mdx("a"), current_set(), mdx("b") }));
-    set->Filter(&tree, f.single);
+    set->Filter(tree.get(), f.single);
     EXPECT_EQ("x + ( n ) >= [F] AND x + ( n ) <= a AND NOT( ( a, {A}, b )  = NULL )", mdx_of(*set));
     EXPECT_EQ(Kinds({ 151, 0, 158, 52, 124, 2, 42, 124, 153, 19, 140, 124, 3, 124 }), set->fVisited);
     EXPECT_EQ(Kinds({ 151, 0, 158, 124, 42, 124, 153, 19, 140, 124, 3, 124 }), set->fAsked);
@@ -93,11 +89,11 @@ TEST(Conditions, AskTheServerBeforeTheOperands)
     // The null test looks at the kind beneath after the hook and before the operand.
     Condition test(ET_TUPLE_IS_NULL, { mdx("a") });
     set->fVisited = set->fAsked = {};
-    EXPECT_EQ(kBad, error_of([&] { set->Filter(&test, nullptr); }));
+    EXPECT_EQ(kBad, error_of([&] { set->Filter(test.get(), nullptr); }));
     EXPECT_EQ(Kinds{ 19 }, set->fVisited);
     EXPECT_EQ(Kinds{ 19 }, set->fAsked);
     set->fWrites = 19;
-    EXPECT_EQ("ours", mdx_of(*set->Filter(&test, nullptr)));
+    EXPECT_EQ("ours", mdx_of(*set->Filter(test.get(), nullptr)));
 }
 
 }

@@ -291,15 +291,15 @@ void condition(char const * row, std::function<Condition(Documented &)> const & 
         if (needed > 0) {
             Condition few(tree.fType, std::vector<Condition>(needed - 1, f.a));
             f.set->SetExpression("s");
-            EXPECT_THROW(f.set->Filter(&few, f.single), std::out_of_range) << row;
+            EXPECT_THROW(f.set->Filter(few.get(), f.single), std::out_of_range) << row;
             EXPECT_EQ("s", mdx_of(*f.set)) << row;
         }
 
         if (asked == "yes")
             tree = Condition(tree.fType, std::vector<Condition>(count, Condition(ExpressionType{ 300 })));
         RefPtr<Writing> const set(new Writing(KelpString("s")));
-        set->fNode = &tree;
-        set->Filter(&tree, f.single);
+        set->fNode = tree.get();
+        set->Filter(tree.get(), f.single);
         EXPECT_EQ(asked == "yes" ? "the server's" : want, mdx_of(*set)) << row;
     }
 }
@@ -311,7 +311,7 @@ void written(char const * row, std::function<Condition(Documented &)> const & ca
     Condition tree = call(f);
     Condition const copy(tree);
     tree = copy; // has operands of its own
-    EXPECT_EQ(want, mdx_of(*f.set->Filter(&tree, f.single))) << row;
+    EXPECT_EQ(want, mdx_of(*f.set->Filter(tree.get(), f.single))) << row;
 }
 
 }
@@ -325,7 +325,7 @@ TEST(Operations, AreAsDocumented)
             continue;
         Documented f(kDialect);
         Condition unknown(ExpressionType{ number }, { f.a, f.b });
-        EXPECT_EQ(raises(MDX_ERR_BAD_EXPRESSION), error_of([&] { f.set->Filter(&unknown, f.single); })) << number;
+        EXPECT_EQ(raises(MDX_ERR_BAD_EXPRESSION), error_of([&] { f.set->Filter(unknown.get(), f.single); })) << number;
     }
     EXPECT_EQ(40u, gKinds.size());
 }
