@@ -2,7 +2,9 @@
 #include "odbomodule/memory_cube.h"
 
 #include <functional>
+#include <gtest/gtest.h>
 #include <list>
+#include <set>
 
 // The host's objects, which tell whenever the library asks them for something.
 
@@ -70,8 +72,17 @@ struct AskedNode final : BRIM_o::Expression {
     }
     std::vector<BRIM_o::Expression *> const & getChildren() override { return answer(fOperands); }
     BRIM_o::ExpressionType getType() override { return answer(fNode.getType()); }
-    VARIANT const * getValue() override { return answer(fHasValue ? fNode.getValue() : nullptr); }
-    char16_t const * getString() override { return answer(fNode.getString()); }
+    // Only kinds that have a value or a text are asked for it.
+    VARIANT const * getValue() override
+    {
+        EXPECT_TRUE(std::set({ BRIM_o::ET_VALUE, BRIM_o::ET_BOOLVAL }).contains(fNode.getType()));
+        return answer(fHasValue ? fNode.getValue() : nullptr);
+    }
+    char16_t const * getString() override
+    {
+        EXPECT_TRUE(std::set({ BRIM_o::ET_NATIVE, BRIM_o::ET_STRING, BRIM_o::ET_TEXT_193, BRIM_o::ET_TEXT_199 }).contains(fNode.getType()));
+        return answer(fNode.getString());
+    }
 };
 
 // A set, member or value as a host could derive it. It may say another text than it holds.

@@ -220,7 +220,9 @@ TEST(VariantChangeType, GoesToTheOwnTypeAndToNoValueButToNoOtherType)
     expect_conversion(decimal_variant(28, 0, 123, 1), VT_DECIMAL, "high part 123");
     expect_conversion(variant(VT_UNKNOWN), VT_UNKNOWN, "type 13");
     expect_conversion(variant(VT_NULL), VT_NULL, "type 1");
+    expect_conversion(variant(VT_EMPTY), VT_EMPTY, "type 0");
     expect_conversion(variant(VT_NULL), VT_EMPTY, "!mismatch");
+    expect_conversion(variant(VT_ARRAY | VT_I4), VT_NULL, "!mismatch");
     expect_conversion(variant(VT_ERROR), VT_EMPTY, "!mismatch");
     expect_conversion(variant(VT_I4, 1), VT_EMPTY, "type 0");
     expect_conversion(variant(VT_I4, 1), VT_NULL, "type 1");
@@ -245,6 +247,9 @@ TEST(VariantChangeType, UnknownDestinationsAndNullPointersAreRefused)
     }
     if (kPortable) {
         EXPECT_EQ(VariantChangeType(&one, nullptr, 0, VT_I4), E_INVALIDARG);
+        EXPECT_EQ(VariantClear(nullptr), E_INVALIDARG);
+        expect_conversion(variant(VT_DISPATCH, &one), VT_I4, "!mismatch"); // an object is not asked, and not copied
+        expect_conversion(variant(VT_DISPATCH, &one), VT_DISPATCH, "!mismatch");
     }
 }
 

@@ -1,22 +1,16 @@
 #include "tests/fixture.h"
 
-#include <limits>
-#include <stdexcept>
+#include <initializer_list>
+#include <utility>
+#include <vector>
+#if defined(__linux__)
+#include <pthread.h>
+#endif
 
 namespace {
 
 using namespace BRIM_o;
 using memory_cube::Condition, memory_cube::current, memory_cube::current_set, memory_cube::mdx, memory_cube::tuple;
-
-// A value that is a text.
-Condition text_value(char16_t const * text, ExpressionType kind = ET_VALUE)
-{
-    static std::vector<std::shared_ptr<OLECHAR>> texts;
-    Condition value(kind);
-    value.fValue.vt = VT_BSTR;
-    value.fValue.bstrVal = texts.emplace_back(SysAllocString(ole_characters(text)), SysFreeString).get();
-    return value;
-}
 
 MDXSet * filter_without_value(Fixture & f)
 {
@@ -26,26 +20,16 @@ MDXSet * filter_without_value(Fixture & f)
     return f.set->Filter(&node, f.single);
 }
 
-// The tree's text as the whole set; that of [F] goes in for the current tuple.
-#define TREE(...) CALL(f.set->Filter((__VA_ARGS__).get(), f.single))
-
 std::string const kBad = raises(MDX_ERR_BAD_EXPRESSION);
 
 // What the table of kinds in the reference of the operations does not show.
 TEST(Conditions, Texts)
 {
     expect_operations<MDXSet, kBoth>({
-        { TREE(mdx(" it's \"[ ")), " it's \"[ " },
-        { TREE(text_value(u"True", ET_BOOLVAL)), "1<2" },
-        { TREE(text_value(u"0", ET_BOOLVAL)), "1>2" },
+        { CALL(f.set->Filter(mdx(" it's \"[ ").get(), f.single)), " it's \"[ " },
         { CALL(filter_without_value(f)), kBad },
-        { TREE(text_value(u"-42")), "-42" },
-        { TREE(text_value(u"18446744073709551615")), "1.844674407370955e+19" },
-        { TREE(Condition(0.1 + 0.2)), "0.3" },
-        { TREE(text_value(u"nine")), kBad },
-        { TREE(Condition(std::numeric_limits<double>::quiet_NaN())), kBad },
-        { TREE(Condition(-std::numeric_limits<double>::infinity())), kBad },
         { CALL(f.set->Filter(current().get(), f.tuple)), "( [F], [G] ) " },
+        { CALL(f.set->Filter(current().get(), f.empty)), raises(MDX_ERR_EMPTY_TUPLE) },
         { CALL(f.set->TakeFilter(current_set().get(), nullptr)), "FILTER( {A}, {A})" },
     });
 }
@@ -94,6 +78,43 @@ TEST(Conditions, AskTheServerBeforeTheOperands)
     EXPECT_EQ(Kinds{ 19 }, set->fAsked);
     set->fWrites = 19;
     EXPECT_EQ("ours", mdx_of(*set->Filter(test.get(), nullptr)));
+}
+
+// A tree of that many nodes, each below the operand of the one above that has the number `place`.
+[[maybe_unused]] Condition deep(ExpressionType kind, std::size_t place, int levels)
+{
+    Condition tree = mdx("a");
+    for (int level = 0; level < levels; ++level) {
+        std::vector<Condition> operands(3, mdx("b"));
+        operands[place] = std::move(tree);
+        tree = Condition(kind, std::move(operands));
+    }
+    return tree;
+}
+
+TEST(Conditions, MayBeDeepOnASmallStack)
+{
+#if !defined(__OPTIMIZE__) || !defined(NDEBUG) || !defined(__x86_64__) || !defined(__linux__)
+    GTEST_SKIP() << "how much room a level takes is known of the library as it ships for this system";
+#else
+    auto const filter = [](void * tree) -> void * {
+        Fixture f(kDialect);
+        f.set->Filter(static_cast<Condition *>(tree), f.single);
+        EXPECT_LT(8000u, f.set->getText().size());
+        return nullptr;
+    };
+    for (auto const & [kind, place] : std::initializer_list<std::pair<ExpressionType, std::size_t>>{
+             { ET_AND, 0 }, { ET_AND, 1 }, { ET_ADD, 0 }, { ET_ADD, 1 }, { ET_BETWEEN, 2 }, { ET_TUPLE, 0 }, { ET_FILTER, 2 } }) {
+        Condition tree = deep(kind, place, 8000);
+        ::pthread_attr_t attributes;
+        ::pthread_attr_init(&attributes);
+        ::pthread_attr_setstacksize(&attributes, 1024 * 1024);
+        ::pthread_t thread;
+        ASSERT_EQ(0, ::pthread_create(&thread, &attributes, filter, &tree));
+        ::pthread_join(thread, nullptr);
+        ::pthread_attr_destroy(&attributes);
+    }
+#endif
 }
 
 }

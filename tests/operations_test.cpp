@@ -2,6 +2,7 @@
 #include "tests/fixture.h"
 
 #include <algorithm>
+#include <cmath>
 #include <new>
 #include <set>
 #include <stdexcept>
@@ -200,6 +201,16 @@ void operation(char const * row, Call const & call, char const * want, char cons
     expect_documented<std::invoke_result_t<Call, Documented &>>(row, call, want, generalWant);
 }
 
+// A value that is a text, which is kept.
+Condition text_value(char16_t const * text, ExpressionType kind = ET_VALUE)
+{
+    static std::vector<std::shared_ptr<OLECHAR>> texts;
+    Condition value(kind);
+    value.fValue.vt = VT_BSTR;
+    value.fValue.bstrVal = texts.emplace_back(SysAllocString(ole_characters(text)), SysFreeString).get();
+    return value;
+}
+
 // What is refused leaves all as it was; a row of several calls does so from the second on.
 template <class Call>
 void refusal(char const * row, Call const & call, MDXErrorCode code, std::string const & message)
@@ -217,6 +228,13 @@ void refusal(char const * row, Call const & call, MDXErrorCode code, std::string
         EXPECT_EQ(code, raised) << row;
         EXPECT_TRUE(std::string_view(row).find("), ") != std::string_view::npos || before == state_of(f)) << row;
     }
+}
+
+void refused_condition(
+    char const * row, std::function<Condition(Documented &)> const & call, MDXErrorCode code, std::string const & message)
+{
+    refusal(
+        row, [&](Documented & f) { f.set->TakeFilter(call(f).get(), f.single); }, code, message);
 }
 
 // What depends on the way that the generator spells hierarchies.
@@ -255,12 +273,20 @@ void statement(
     }
 }
 
-// A set whose server writes one node. What it writes for others is not taken.
+// A set whose server writes one node. What it writes for others is not taken. Every node comes with the tuple.
 struct Writing final : MDXSet {
-    using MDXSet::MDXSet;
-    Expression const * fNode = nullptr;
-    bool server_translate(KelpString & text, Expression * expression, MDXTuple const *) override
+    Expression const * const fNode;
+    MDXTuple const * const fTuple;
+
+    Writing(Expression const * node, MDXTuple const * tuple) : MDXSet(KelpString("s")), fNode(node), fTuple(tuple) {}
+    void translate_condition(KelpString & text, Expression * expression, MDXTuple const * tuple) override
     {
+        EXPECT_EQ(fTuple, tuple);
+        MDXSet::translate_condition(text, expression, tuple);
+    }
+    bool server_translate(KelpString & text, Expression * expression, MDXTuple const * tuple) override
+    {
+        EXPECT_EQ(fTuple, tuple);
         text = "the server's";
         return expression == fNode;
     }
@@ -295,10 +321,14 @@ void condition(char const * row, std::function<Condition(Documented &)> const & 
             EXPECT_EQ("s", mdx_of(*f.set)) << row;
         }
 
+        Condition test(ET_TUPLE_IS_NULL, { tree });
+        bool const isTuple = tree.fType == ET_TUPLE || tree.fType == ET_CURRENT;
+        EXPECT_EQ(isTuple ? "" : raises(MDX_ERR_BAD_EXPRESSION), error_of([&] { f.set->Filter(test.get(), f.single); })) << row;
+
+        RefPtr<Writing>(new Writing(nullptr, f.single))->Filter(tree.get(), f.single);
         if (asked == "yes")
             tree = Condition(tree.fType, std::vector<Condition>(count, Condition(ExpressionType{ 300 })));
-        RefPtr<Writing> const set(new Writing(KelpString("s")));
-        set->fNode = tree.get();
+        RefPtr<Writing> const set(new Writing(tree.get(), f.single));
         set->Filter(tree.get(), f.single);
         EXPECT_EQ(asked == "yes" ? "the server's" : want, mdx_of(*set)) << row;
     }

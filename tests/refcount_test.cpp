@@ -247,5 +247,7 @@ TEST(RefPtr, TakesAndGivesBack)
         EXPECT_EQ(3, count_of(*f.set));
     }
     EXPECT_EQ(1, count_of(*f.set));
-    EXPECT_FALSE(hold<MDXSet>(nullptr));
+    RefPtr<MDXSet> const none = hold<MDXSet>(nullptr);
+    RefPtr<MDXSet> copy(none);
+    EXPECT_FALSE(copy = none);
 }

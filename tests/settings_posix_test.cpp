@@ -78,6 +78,9 @@ TEST_F(SettingsFiles, AreOrdinaryFilesUpToASize)
     fs::remove(fFirst);
     ASSERT_EQ(::mkfifo(fFirst.c_str(), 0600), 0);
     EXPECT_EQ(read_setting("Name"), "none"); // and does not wait for a writer
+    fs::remove(fFirst);
+    fs::create_symlink("/proc/self/mem", fFirst);
+    EXPECT_EQ(read_setting("Name"), "none") << "a file that cannot be read";
 }
 
 TEST_F(SettingsFiles, LackOfMemoryLeavesNoneOpen)
@@ -135,13 +138,21 @@ TEST_F(SettingsFiles, OfOthersAreNotWrittenTo)
     EXPECT_FALSE(File(FileLocator((fFolder / "pipe").u16string())).open("a+")); // and does not wait for a reader
 }
 
-TEST_F(SettingsFiles, TemporaryFolderIsAbsolute)
+TEST_F(SettingsFiles, TemporaryFolderIsAbsoluteAndNotTheWorkingFolder)
 {
     FileLocator shared("log.txt");
     shared.setLocationToTemp();
     ::setenv("TMPDIR", "temporary", 1);
     shared.setLocationToTemp(); // again, with the bare name
     EXPECT_EQ(shared.path(), "/tmp/log.txt");
+    ::unsetenv("TMPDIR");
+    shared.setLocationToTemp();
+    EXPECT_EQ(shared.path(), "/tmp/log.txt");
+    fs::path const before = fs::current_path();
+    fs::current_path(fFolder);
+    EXPECT_TRUE(File(FileLocator("here.txt")).open("a+")); // in the working folder, when nobody asks for another
+    fs::current_path(before);
+    EXPECT_TRUE(fs::exists(fFolder / "here.txt"));
 }
 
 }

@@ -45,6 +45,7 @@ TEST_F(Settings, FilesGrowAtTheirEnd)
 TEST_F(Settings, FilesNeedAModeAndAName)
 {
     EXPECT_FALSE(File(in_folder(u"log.txt")).open("w"));
+    EXPECT_FALSE(File(in_folder(u"log.txt")).open(nullptr));
     EXPECT_FALSE(File(in_folder(u"no/log.txt")).open("a+"));
     EXPECT_FALSE(File(in_folder(u"")).open("a+"));
     EXPECT_FALSE(File(in_folder(std::u16string(u"log.txt\0.bak", 12))).open("a+"));

@@ -77,8 +77,8 @@ TEST(KelpString, ReadsAndWritesUTF8)
         EXPECT_EQ(text.toUTF8(), want);
         EXPECT_EQ(text.strcmp(bytes.c_str(), true), 0);
     }
-    KelpString const halves(u"x\xD83D\xDE00" + std::u16string{ 0xDC00, 0xDFFF, u'y', 0xD83D }); // after a whole pair
-    EXPECT_EQ((std::ostringstream() << halves).str(), "x\U0001F600\uFFFD\uFFFDy\uFFFD");
+    KelpString const halves(u"x\xD83D\xDE00" + std::u16string{ 0xDC00, 0xDFFF, u'y', 0xD83D, 0xE000, 0xD83D }); // after a whole pair
+    EXPECT_EQ((std::ostringstream() << halves).str(), "x\U0001F600\uFFFD\uFFFDy\uFFFD\uE000\uFFFD");
 }
 
 TEST(FormatText, IsCutToABuffer)
@@ -86,6 +86,8 @@ TEST(FormatText, IsCutToABuffer)
     char16_t buffer[] = u"123456";
     EXPECT_EQ(suprintf(buffer, 5, "%s-%d", "ab", 12345), 4);
     EXPECT_EQ(suprintf(buffer, 0, "x"), 0);
+    EXPECT_EQ(suprintf(nullptr, 5, "x"), 0);
+    EXPECT_EQ(format_text(nullptr), u"");
     EXPECT_EQ(std::u16string(buffer, 6), std::u16string(u"ab-1\0006", 6));
 }
 

@@ -161,7 +161,7 @@ HRESULT parse_magnitude(std::u16string_view text, double & out)
     }
     std::errc const failure = std::from_chars(plain.data(), plain.data() + plain.size(), out).ec;
     if (failure == std::errc::result_out_of_range) {
-        if (nonzero && order > 0)
+        if (order > 0)
             return DISP_E_OVERFLOW;
         out = 0; // the number is too small to differ from it
     }
