@@ -86,6 +86,23 @@ TEST(MDXSet, GeneralOperations)
     });
 }
 
+// A member that stands twice in a text is asked twice.
+TEST(MDXSet, AsksItsArgumentsAtEachOfTheirPlaces)
+{
+    Fixture f, dialect(kDialect);
+    auto const questions = [](std::function<void()> const & operation) {
+        int count = 0;
+        gAsked = [&count] { ++count; };
+        operation();
+        gAsked = nullptr;
+        return count;
+    };
+    EXPECT_EQ(2, questions([&] { f.set->TakeDescendants(f.field, true); }));
+    EXPECT_EQ(2, questions([&] { f.set->TakeDescendants(f.field, false); }));
+    EXPECT_EQ(4, questions([&] { dialect.set->TakeSiblings(f.field, nullptr); }));
+    EXPECT_EQ(3, questions([&] { dialect.set->TakeChildren(f.other, &f.h, true, -1, ""); })); // the hierarchy once
+}
+
 TEST(MDXSet, RefusesATextLongerThanAnyCanBe)
 {
     Fixture f;
