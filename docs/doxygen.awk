@@ -1,20 +1,42 @@
 # What Doxygen reads in place of a header or a page.
 
-# Pages: code between backticks gets two of them, since Doxygen ends it at a single quote otherwise. Indented code gets
-# a blank line above it. The rows of a table get as many cells as its head has.
+# Plain text, in which nothing is a command or markup.
+function plain(text) {
+    gsub(/[\\@%#<>*]/, "\\\\&", text)
+    return text
+}
+
+# Code. Between backticks Doxygen would pair a quote in it with one elsewhere, and take a "%" away.
+function code(text) {
+    if (text !~ /["'%]/) return "``" text "``"
+    text = plain(text)
+    gsub(/::|--/, "\\\\&", text)
+    gsub(/"/, "\\&quot;", text)
+    return "<code>" text "</code>"
+}
+
+# A line, with its code between backticks. The rest is plain text or has markup.
+function line(text, is_plain,    parts, count, i, result) {
+    count = split(text, parts, "`")
+    for (i = 1; i <= count; ++i) result = result (i % 2 == 0 ? code(parts[i]) : is_plain ? plain(parts[i]) : parts[i])
+    return result
+}
+
+# Pages: indented code gets a blank line above it, and the rows of a table as many cells as its head has.
 FILENAME ~ /\.md$/ {
-    if (/^```/) fenced = !fenced
+    fence = /^```/
     indented = /^    /
+    if (fence) fenced = !fenced
     if (!fenced && indented && !was_indented) print ""
     was_indented = indented
-    if (!fenced && !indented && !/^```/) {
+    if (!fenced && !fence && !indented) {
         cells = $0
         gsub(/`[^`]*`/, "", cells)
         cells = gsub(/\|/, "", cells)
         if (!/^\|/) columns = 0
         else if (columns == 0) columns = cells
         gsub(/``/, "")
-        gsub(/`/, "``")
+        $0 = line($0, 0)
         while (cells++ < columns) $0 = $0 " |"
     }
     print
@@ -23,24 +45,13 @@ FILENAME ~ /\.md$/ {
 
 # Headers: comments get Doxygen's marks, "///" above a declaration and "///<" after one. A comment stands for each
 # declaration up to the next blank line. One above a directive or a namespace is about the file.
-
-# A comment is plain text, but for the code in it.
-function escaped(text,    parts, count, i, result) {
-    count = split(text, parts, "`")
-    for (i = 1; i <= count; ++i) {
-        if (i % 2 == 1) gsub(/[\\@%#<>*]/, "\\\\&", parts[i])
-        result = result (i > 1 ? "``" : "") parts[i]
-    }
-    return result
-}
-
 {
     match($0, /^ */)
     indent = substr($0, 1, RLENGTH)
 }
 /^ *\/\// {
     if (!in_comment) comment = ""
-    comment = comment indent "///" escaped(substr($0, RLENGTH + 3)) "\n"
+    comment = comment indent "///" line(substr($0, RLENGTH + 3), 1) "\n"
     comment_indent = indent
     in_comment = 1
     next
@@ -55,6 +66,6 @@ NF == 0 || /^(#|namespace)/ { comment = "" }
 }
 /[^{ ] +\/\/ / && !/^#/ {
     at = index($0, " // ")
-    $0 = substr($0, 1, at) "///< " escaped(substr($0, at + 4))
+    $0 = substr($0, 1, at) "///< " line(substr($0, at + 4), 1)
 }
 { print }
