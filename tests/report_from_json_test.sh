@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# report_from_json_test.sh PROGRAM [--update]: the program prints for examples/sales.json what stands in report_from_json.txt,
+# which --update writes, and tells the faults of files.
+set -euo pipefail
+program=$1
+tests=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+sample=$tests/../examples/sales.json
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+if [[ ${2:-} == --update ]]; then
+    "$program" "$sample" --steps > "$tests/report_from_json.txt"
+fi
+"$program" "$sample" --steps | diff -u "$tests/report_from_json.txt" -
+
+# fault TEXT OTHER MESSAGE: with OTHER in the place of TEXT, the file is rejected by a line that begins with the message.
+failed=0
+fault() {
+    local file status=0
+    file=$(< "$sample")
+    printf '%s\n' "${file//"$1"/$2}" > "$work/file.json"
+    "$program" "$work/file.json" > "$work/out" 2> "$work/err" || status=$?
+    if [[ $status != 1 || -s $work/out || $(< "$work/err") != "$work/file.json: $3"* ]]; then
+        printf '%s\n' "\"$1\" as \"$2\" was to tell: $3" "status $status and:" "$(< "$work/err")" >&2
+        failed=1
+    fi
+}
+fault '"TakeLeafNodes"' '"TakeLeaves"' 'reports[2].axes[1].steps[0][0]: "TakeLeaves" is unknown here; known: *=, +=, -=, AddCalculations,'
+fault '"TakeSubset", 0' '"TakeSubset", "first"' 'reports[2].axes[1].steps[1][1]: expected a whole number, found "first"'
+fault '"TakeSubset", 0, 20' '"TakeSubset", 0' 'reports[2].axes[1].steps[1]: TakeSubset takes more than 1 arguments'
+fault '["LoopLeft"]' '["LoopLeft", 2]' 'reports[2].axes[0].from.members[0].steps[0][1]: LoopLeft takes 0 arguments'
+fault '"level": "[Store].[City]"' '"level": "[Store].[Town]"' 'reports[1].axes[1].from.level: "[Store].[Town]" is unknown here; known: [Measures].'
+fault '["is null"' '["is nil"' 'reports[0].axes[1].steps[1][1][2][1][0]: "is nil" is unknown here; known: !=, *, +,'
+fault '"nonEmpty": true' '"nonEmtpy": true' 'reports[0].axes[1]: "nonEmtpy" is unknown here; known: from, nonEmpty, properties, steps'
+fault '"Count", 3, ["[Measures].[Store Sales]", "[Time].[Calendar].[2025]"]' '"Sum", 3' \
+    'reports[1].axes[1].steps[1]: A tuple is needed to measure by.'
+fault '"sets": ["[Home]"]' '"sets": []' 'reports[5]: '
+fault '"Store Cost", "Unit Sales"' '"Store Sales"' 'cube.dimensions[0]: The cube has [Measures].[Store Sales] already'
+fault '"cube": {' '"cube": [' 'parse error at line 3, column 15: '
+exit "$failed"
