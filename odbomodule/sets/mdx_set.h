@@ -140,7 +140,7 @@ public:
     virtual MDXSet * Filter(BRIM_o::Expression * expression, MDXTuple const * tuple);
 
     // ORDER(this, key, direction): 0 ASC, 1 DESC, 2 BASC, 3 BDESC. Throws MDX_ERR_BAD_ENUM for an unknown
-    // direction, with the value and "Sort::direction".
+    // direction, with the value and "Sort::direction". Hierarchize and DrillUpOnSet undo an order before them.
     virtual MDXSet * Order(std::int32_t direction, MDXTuple const * key);
     virtual MDXSet * Order(std::int32_t direction, MDXValue const * key);
 
