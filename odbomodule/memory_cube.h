@@ -11,6 +11,12 @@
 #include <utility>
 #include <vector>
 
+// Structs that point to each other are copied as they are, and && takes both operands.
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Weffc++"
+#endif
+
 // A start for a host: a cube model in memory, short ways to make expressions and statements, and conditions that
 // are written as C++. The library itself does not use this header. Take it as it is, derive from its structs, or
 // replace it part by part. On Windows it brings the system's macros; see odbomodule/host/automation.h.
@@ -499,3 +505,7 @@ inline Condition outside(Condition x, Condition low, Condition high)
 }
 
 }
+
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif
