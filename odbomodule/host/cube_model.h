@@ -46,14 +46,16 @@ public:
     // The number of levels; the deepest level's ordinal is one less.
     virtual std::int32_t getLevelCount() = 0;
 
-    // Fills `ids` with the hierarchy's calculated members, in the order in which a text is to list them.
+    // Fills `ids`, which is empty before, with the hierarchy's calculated members, in the order in which a text is to
+    // list them.
     virtual void getCalculationIds(std::vector<CalculationId> & ids) const = 0;
 
     // Sets `calculation` to the calculated member with that id; not to null for an id from getCalculationIds. The
     // result is not read.
     virtual bool getCalculation(CalculationId id, Calculation *& calculation) const = 0;
 
-    // Fills the map with the hierarchy's calculated members. A text lists them by id; a null is left out.
+    // Fills the map, which is empty before, with the hierarchy's calculated members. A text lists them by id; a null
+    // is left out.
     virtual void getCalculations(std::map<CalculationId, Calculation *> & calculations) = 0;
 
 protected:

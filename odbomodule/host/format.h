@@ -48,7 +48,8 @@ public:
 
 // The text of `format` with its arguments put in. Conversions: %d %i %u %x %X %c %s %f %%, with the flags "-" and
 // "0", a width and a precision. Length modifiers are skipped. An address is a number, for %x. An unknown
-// conversion, and one without an argument, stays in the text as it is. The decimal point is "." in every locale.
+// conversion, and one without an argument, stays in the text as it is. Narrow text is UTF-8, that of `format` too. The
+// decimal point is "." in every locale.
 SUPPORT_API std::u16string format_text(char const * format, FormatArgument const * arguments, std::size_t count);
 
 template <class... Arguments>
