@@ -14,6 +14,15 @@ concept MakesAValue = requires(MDXQueryGenerator & generator, Number number)
 };
 static_assert(MakesAValue<int> && MakesAValue<char const *> && !MakesAValue<double>);
 
+// A host's own object that says another text than it holds.
+template <class Base>
+RefPtr<HostText<Base>> saying(char const * text)
+{
+    RefPtr object(new HostText<Base>(KelpString("held")));
+    object->fSays = text;
+    return object;
+}
+
 // What the reference of the operations does not show, here and in the tests below.
 TEST(Dialect, Factories)
 {
@@ -59,7 +68,7 @@ TEST(Dialect, Operations)
         { CALL(f.field->TakeParentOfCalculation(&f.child)), "[F]", GIVEN(f.child.fHierarchy = nullptr) },
     });
     expect_operations<MDXValue, kDialect>({
-        { CALL(f.value->TakeProperty(f.field, "cAPTION")), "[F].Name" },
+        { CALL(f.value->TakeProperty(saying<MDXField>("[M]").get(), "cAPTION")), "[M].Name" },
         { CALL(f.value->TakeProperty(f.field, "dESCRIPTION")), "[F].Name" },
         { CALL(f.value->TakeProperty(f.field, "Captions")), "[F].Properties(\"Captions\")" },
     });
@@ -83,6 +92,10 @@ TEST(Dialect, Operations)
         { CALL(f.set->TakeChildren(f.other, &f.h, true, -1, "[L]")),
             "GENERATE( {B}, GENERATE( [H].CURRENTMEMBER.CHILDREN, DESCENDANTS( [H].CURRENTMEMBER, [L], SELF_AND_BEFORE ) ) )" },
         { CALL(f.set->TakeChildren(f.set, &f.h, true, 0, "")), "GENERATE( {A}, [H].CURRENTMEMBER.CHILDREN )+{A}" },
+        { CALL(f.set->TakeChildren(saying<MDXSet>("{M}").get(), &f.h, true, 0, "")), "GENERATE( {M}, [H].CURRENTMEMBER.CHILDREN )+{M}" },
+        { CALL(f.set->TakeSiblings(saying<MDXField>("[M]").get(), nullptr)),
+            "STRTOSET( IIF( [M].LEVEL.UNIQUENAME = [M].HIERARCHY.LEVELS(0).UNIQUENAME, \"[M].HIERARCHY.LEVELS(0).MEMBERS\", "
+            "\"[M].PARENT.CHILDREN\" ) ) " },
     });
 }
 
@@ -110,9 +123,9 @@ TEST(Dialect, Statements)
         "SELECT NON EMPTY {'A'} ON COLUMNS , {B} DIMENSION PROPERTIES P, Q ON ROWS "
         "FROM [Sales] WHERE ( [D.N], [G's] )   CELL PROPERTIES FORMATTED_VALUE");
 
-    create->AddMemberFormula(f.field, value.get(), 0, {}, {});
+    create->AddMemberFormula(f.second, value.get(), 0, {}, {});
     create->AddSetFormula("N", f.set);
-    EXPECT_EQ("CREATE MEMBER [Sales].[D.N] AS ' ''v'' ' , SOLVE_ORDER = 0 SET [Sales].N AS ' {''A''} ' ", create->getText(true).toUTF8());
+    EXPECT_EQ("CREATE MEMBER [Sales].[G's] AS ' ''v'' ' , SOLVE_ORDER = 0 SET [Sales].N AS ' {''A''} ' ", create->getText(true).toUTF8());
     drop->AddSetToDrop("S");
     EXPECT_EQ("DROP SET [Sales].S ", mdx_of(*drop));
 }

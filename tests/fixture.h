@@ -82,9 +82,9 @@ struct Fixture {
           value(makeValue(texts.value)),
           weight(makeValue(texts.weight)),
           third(makeValue(texts.third)),
-          tuple(generator->GenerateTuple()),
-          single(generator->GenerateTuple()),
-          empty(generator->GenerateTuple())
+          tuple(makeTuple()),
+          single(makeTuple()),
+          empty(makeTuple())
     {
         h.fLevels = { &country, &city, &shop };
         tuple->AddField(field)->AddField(second);
@@ -99,6 +99,7 @@ struct Fixture {
     // With a reference for the caller.
     MDXSet * makeSet(KelpString const & text) const { return fGeneral ? new HostText<MDXSet>(text) : generator->GenerateSet(text); }
     MDXField * makeField(KelpString const & text) const { return fGeneral ? new HostText<MDXField>(text) : generator->GenerateField(text); }
+    MDXTuple * makeTuple() const { return fGeneral ? new HostText<MDXTuple> : generator->GenerateTuple(); }
     MDXValue * makeValue(KelpString const & text) const { return fGeneral ? new HostText<MDXValue>(text) : generator->GenerateValue(text); }
 
     // The texts and counts of all objects but one. A tuple's text is left out: its members may be that one.

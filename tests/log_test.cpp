@@ -99,7 +99,11 @@ TEST_F(QueryLog, DoesNothingWhenItIsClosed)
         write_setting(key, "MDX Query Log", file.string());
         EXPECT_TRUE(log.open(key));
         write_setting(key, "MDX Query Log", *path == '\0' ? path : (fFolder / path).string());
+        write_setting(key, "MDX Query Clock", "1"); // which is no number
         EXPECT_FALSE(log.open(key));
+        timer = &ownTimer;
+        log.timeQuery(&timer);
+        EXPECT_EQ(&ownTimer, timer) << "a clock that is off again";
         log.logMessage("lost");
     }
     EXPECT_EQ("", text_of_file(file));

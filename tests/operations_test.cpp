@@ -142,6 +142,11 @@ struct Masked : Documented {
         says(value, kIsOwn<MDXValue> ? "said" : "x");
         says(weight, "v");
         says(third, "w");
+        if (!kIsOwn<MDXTuple>) {
+            says(tuple, "( m, n ) ");
+            says(single, "m");
+            single->AddField(second);
+        }
     }
     template <class Base>
     static void says(Base * object, char const * text)

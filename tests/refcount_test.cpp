@@ -243,6 +243,7 @@ TEST(RefPtr, TakesAndGivesBack)
         EXPECT_EQ(3, count_of(*f.set));
         moved = held;
         copy = moved;
+        EXPECT_EQ(4, count_of(*f.set));
         moved = RefPtr<MDXSet>();
         EXPECT_EQ(3, count_of(*f.set));
     }

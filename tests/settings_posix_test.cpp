@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -65,6 +66,9 @@ TEST_F(SettingsFiles, FirstFileWithTheValueWins)
     EXPECT_EQ(read_setting("Both"), "home");
     ::setenv("HOME", fs::relative(fFolder / "home").c_str(), 1);
     EXPECT_EQ(read_setting("Both"), "none");
+    ::unsetenv("XDG_CONFIG_HOME");
+    ::unsetenv("HOME");
+    EXPECT_EQ(read_setting("Both"), "none");
 }
 
 TEST_F(SettingsFiles, AreOrdinaryFilesUpToASize)
@@ -107,13 +111,16 @@ TEST_F(SettingsFiles, EndAtTheSizeLimitOfTheProcess)
     ASSERT_TRUE(file.open("a+"));
     ::rlimit limit;
     ::getrlimit(RLIMIT_FSIZE, &limit);
-    ::rlimit const low{ 6, limit.rlim_max };
+    ::rlimit const low{ 5, limit.rlim_max };
     ::setrlimit(RLIMIT_FSIZE, &low);
     for (char const * const line : { "one", "cut", "lost" })
         file.writeLine(line);
     ::setrlimit(RLIMIT_FSIZE, &limit);
     file.writeLine("whole");
-    EXPECT_EQ(text_of_file(fFolder / "log.txt"), "one\ncu\nwhole\n");
+    ::sigset_t blocked;
+    ::pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
+    EXPECT_EQ(::sigismember(&blocked, SIGXFSZ), 0); // the thread is as it was
+    EXPECT_EQ(text_of_file(fFolder / "log.txt"), "one\nc\nwhole\n");
 }
 
 TEST_F(SettingsFiles, OfOthersAreNotWrittenTo)

@@ -119,15 +119,17 @@ TEST(Statements, PartsByThemselves)
 {
     Fixture f;
     RefPtr<MDXValue> const value(f.makeValue("'v'"));
+    f.field->ReplaceName("[F's]");
     auto const member = [&](std::int32_t solveOrder, std::vector<KelpString> const & names, std::vector<KelpString> const & values,
                             bool qualified) {
         return mdx_of(MDXMemberSpecification(f.field, value.get(), solveOrder, names, values, qualified, "[Sales]"));
     };
-    EXPECT_EQ("MEMBER [Sales].[F] AS 'v' ", member(INT32_MIN, {}, {}, true));
-    EXPECT_EQ("MEMBER [F] AS 'v', SOLVE_ORDER = 0 ", member(0, {}, {}, false));
-    EXPECT_EQ("MEMBER [F] AS 'v', P = 'x' ", member(-1, { "P" }, { "'x'" }, false));
-    EXPECT_EQ("MEMBER [Sales].[F] AS 'v', SOLVE_ORDER = 2147483647, P = 1, Q =  ", member(INT32_MAX, { "P", "Q" }, { "1", "" }, true));
+    EXPECT_EQ("MEMBER [Sales].[F's] AS 'v' ", member(INT32_MIN, {}, {}, true));
+    EXPECT_EQ("MEMBER [F's] AS 'v', SOLVE_ORDER = 0 ", member(0, {}, {}, false));
+    EXPECT_EQ("MEMBER [F's] AS 'v', P = 'x' ", member(-1, { "P" }, { "'x'" }, false));
+    EXPECT_EQ("MEMBER [Sales].[F's] AS 'v', SOLVE_ORDER = 2147483647, P = 1, Q =  ", member(INT32_MAX, { "P", "Q" }, { "1", "" }, true));
     EXPECT_EQ("NON EMPTY {A} DIMENSION PROPERTIES P ON AXIS(11) ", mdx_of(MDXSelectQuery::MDXAxisSpecification(11, f.set, { "P" }, true)));
+    EXPECT_EQ("SET N AS {'A'} ", mdx_of(MDXSetSpecification("N", f.set->SetExpression("{'A'}"), false, "[Sales]")));
     MDXMemberSpecification const holdsNone(nullptr, nullptr, 0, {}, {}, false, "[Sales]");
 }
 

@@ -88,6 +88,7 @@ TEST(FormatText, IsCutToABuffer)
     EXPECT_EQ(suprintf(buffer, 0, "x"), 0);
     EXPECT_EQ(suprintf(nullptr, 5, "x"), 0);
     EXPECT_EQ(format_text(nullptr), u"");
+    EXPECT_EQ(format_text("%.200f", 1e22).size(), 224u);
     EXPECT_EQ(std::u16string(buffer, 6), std::u16string(u"ab-1\0006", 6));
 }
 

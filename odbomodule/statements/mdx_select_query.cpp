@@ -124,7 +124,7 @@ void MDXSelectQuery::AddSetFormula(KelpString const & name, MDXSet * set)
 void MDXSelectQuery::AddAxisSpecification(
     std::int32_t axis, MDXSet * set, std::vector<KelpString> const & properties, NonEmptyStatus status)
 {
-    if (axis < 0 || static_cast<std::size_t>(axis) != fAxes.size())
+    if (std::cmp_not_equal(axis, fAxes.size()))
         throw MDXError(MDX_ERR_AXIS_OUT_OF_ORDER);
     fAxes.push_back(std::make_unique<MDXAxisSpecification>(axis, set, properties, status == NES_NON_EMPTY));
 }

@@ -57,7 +57,7 @@ Conversion take_conversion(char const *& at)
 struct Number {
     std::string_view sign;
     std::string digits;
-    bool zerosAllowed = true;
+    bool zerosAllowed;
 };
 
 Number real_number(double value, int precision)

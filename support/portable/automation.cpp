@@ -528,8 +528,6 @@ HRESULT VariantChangeType(VARIANT * destination, VARIANT const * source, std::ui
     HRESULT code = dereference(*source, value);
     if (code != S_OK)
         return code;
-    if ((type & (VT_ARRAY | VT_BYREF)) != 0 || type == VT_VARIANT)
-        return DISP_E_TYPEMISMATCH;
     result.vt = type;
     try {
         code = convert(value, flags, result);

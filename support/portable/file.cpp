@@ -63,7 +63,7 @@ bool File::open(char const * mode)
     std::filesystem::path const parent = fLocation.path().parent_path();
     Descriptor const folder(::open(parent.empty() ? "." : parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     struct ::stat state;
-    if (folder.number() < 0 || ::fstat(folder.number(), &state) != 0)
+    if (::fstat(folder.number(), &state) != 0)
         return false;
     // Where others may write, they could have put a file of theirs here, or a link to one of ours.
     bool const shared = fLocation.inSharedFolder() || (state.st_mode & S_IWOTH) != 0;
@@ -73,7 +73,7 @@ bool File::open(char const * mode)
     std::filesystem::path const name = fLocation.path().filename();
     auto handle = std::make_unique<Handle>();
     handle->file.take(::openat(folder.number(), name.c_str(), flags, S_IRUSR | S_IWUSR));
-    if (handle->file.number() < 0 || ::fstat(handle->file.number(), &state) != 0 || !S_ISREG(state.st_mode))
+    if (::fstat(handle->file.number(), &state) != 0 || !S_ISREG(state.st_mode))
         return false;
     if (shared && (state.st_uid != ::geteuid() || state.st_nlink > 1))
         return false;

@@ -34,7 +34,7 @@ std::string read_file(std::string const & path)
 {
     Descriptor const file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
     struct ::stat state;
-    if (file.number() < 0 || ::fstat(file.number(), &state) != 0 || !S_ISREG(state.st_mode))
+    if (::fstat(file.number(), &state) != 0 || !S_ISREG(state.st_mode))
         return {};
     std::string bytes;
     char buffer[4096];

@@ -121,7 +121,7 @@ std::optional<RegistryValue> find_registry_value(
     bool inKey = false;
     while (!text.empty()) {
         std::u16string_view const line = take_line(text);
-        if (line.empty() || line.front() == u';')
+        if (line.empty())
             continue;
         if (line.front() == u'[') {
             bool const whole = line.back() == u']';
