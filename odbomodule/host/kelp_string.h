@@ -42,8 +42,8 @@ public:
     template <class Character, std::enable_if_t<std::is_same_v<Character, char>, int> = 0>
     KelpString & operator+=(Character character)
     {
-        auto const byte = static_cast<unsigned char>(character);
-        return *this += byte < 0x80 ? char16_t{ byte } : u'\uFFFD';
+        auto const value = static_cast<unsigned char>(character);
+        return *this += value < 0x80 ? char16_t{ value } : u'\uFFFD';
     }
 
     using Base::find;
