@@ -47,6 +47,10 @@ install(FILES "${PROJECT_BINARY_DIR}/odbomodule.pc"
 if(ODBOMODULE_BUILD_DOCS)
     install(DIRECTORY "${PROJECT_BINARY_DIR}/html" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/libodbomodule-doc"
         COMPONENT documentation)
+    if(CMAKE_INSTALL_PREFIX STREQUAL /usr)
+        install(FILES packaging/odbomodule.doc-base DESTINATION share/doc-base RENAME libodbomodule-doc
+            COMPONENT documentation)
+    endif()
 endif()
 
 # What debuggers show. gdb loads a script by its library's name: from one folder of the system's, and from beside a
