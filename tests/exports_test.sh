@@ -14,7 +14,7 @@ list=$2
 names() {
     case $library in
     *.dll) "${OBJDUMP:-objdump}" -p "$library" | sed -n '/^\[Ordinal\/Name Pointer\]/,/^$/ s/^\t\[.*\] //p' ;;
-    *) nm -D --defined-only --format=posix "$library" | cut -d' ' -f1 ;;
+    *) "${NM:-nm}" -D --defined-only --format=posix "$library" | cut -d' ' -f1 ;;
     esac
 }
 exported() {
