@@ -34,6 +34,12 @@ cmake -G Ninja -S "$tests/package" -B "$work/host" "${options[@]}" \
 suffix=$([[ -z $toolchain ]] || echo .exe)
 check CMake "$work/host/host$suffix"
 
+if [[ -n $toolchain ]]; then
+    for library in "$work"/prefix/bin/{odbomodule,support_dll}.dll; do
+        strings -el "$library" | grep -qx FileVersion || { echo "no version resource in $library" >&2; exit 1; }
+    done
+fi
+
 PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name odbomodule.pc)")
 export PKG_CONFIG_PATH
 rpath=()
