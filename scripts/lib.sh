@@ -55,7 +55,7 @@ This user may not install packages. An administrator would run: apt-get install 
 need_build_tools() { need g++ g++ cmake cmake ninja ninja-build "$@"; }
 need_test_tools() {
     need_build_tools '/usr/include/gtest/gtest.h' libgtest-dev '/usr/include/gmock/gmock.h' libgmock-dev \
-        nm binutils pkg-config pkg-config '/usr/include/nlohmann/json.hpp' nlohmann-json3-dev "$@"
+        nm binutils pkg-config pkgconf '/usr/include/nlohmann/json.hpp' nlohmann-json3-dev "$@"
 }
 
 # Where the build NAME goes: into the tree, or for a user who may not write there into a folder of his own, which
