@@ -1,19 +1,19 @@
 #!/usr/bin/env bash
 # package_test.sh BUILD_FOLDER COMPILER [TOOLCHAIN_FILE EMULATOR...]: installs what was built into a temporary folder, moves it
-# elsewhere, and builds and runs the program of README.md against it: once through CMake, once through pkg-config. For another
-# system, the toolchain file is that build's, and the emulator runs the programs.
+# elsewhere, and builds and runs the program of docs/conditions.md, which looks into values, against it: once through CMake,
+# once through pkg-config. For another system, the toolchain file is that build's, and the emulator runs the programs.
 set -euo pipefail
 build=$1
 compiler=$2
 toolchain=${3:-}
 emulator=("${@:4}")
 tests=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-program=$build/tests/readme.cpp # as it was taken from README.md
+program=$build/tests/conditions.cpp # as it was taken from docs/conditions.md
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-# check HOW PROGRAM: the program prints what README.md shows.
-check() { "$tests/document_test.sh" "$tests/../README.md" "${emulator[@]}" "$2" || { echo "this is the program that was built by $1" >&2; exit 1; }; }
+# check HOW PROGRAM: the program prints what docs/conditions.md shows.
+check() { "$tests/document_test.sh" "$tests/../docs/conditions.md" "${emulator[@]}" "$2" || { echo "this is the program that was built by $1" >&2; exit 1; }; }
 
 cmake --install "$build" --prefix "$work/first" > "$work/log"
 mv "$work/first" "$work/prefix"
