@@ -38,14 +38,15 @@ set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_NAME "${documentation_package}")
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_SECTION doc)
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
 
-# A program that was linked to this version needs at least this version, whatever symbols it refers to: an operation
-# that it calls by its place in a virtual table is not among them. So the list is made here and not kept.
-configure_file("${debian}/symbols.in" debian/symbols.in @ONLY)
-add_custom_command(OUTPUT "${PROJECT_BINARY_DIR}/debian/symbols"
-    COMMAND "${ODBOMODULE_dpkg-gensymbols}" -c0 -q "-p${runtime_package}" "-v${PROJECT_VERSION}"
-        "-I${PROJECT_BINARY_DIR}/debian/symbols.in" "-e$<TARGET_FILE:odbomodule>" "-e$<TARGET_FILE:support_dll>" "-O${PROJECT_BINARY_DIR}/debian/symbols"
-    DEPENDS odbomodule support_dll "${PROJECT_BINARY_DIR}/debian/symbols.in" VERBATIM)
-add_custom_target(debian_symbols ALL DEPENDS "${PROJECT_BINARY_DIR}/debian/symbols")
+# A program that was linked to this version needs at least this version, whatever symbols it refers to: a new
+# enumerator that it passes is not among them. So the list is made here and not kept.
+set(symbols "${PROJECT_BINARY_DIR}/debian/symbols")
+configure_file("${debian}/symbols.in" "${symbols}.in" @ONLY)
+add_custom_command(OUTPUT "${symbols}"
+    COMMAND "${ODBOMODULE_dpkg-gensymbols}" -c0 -q "-p${runtime_package}" "-v${PROJECT_VERSION}" "-I${symbols}.in"
+        "-e$<TARGET_FILE:odbomodule>" "-e$<TARGET_FILE:support_dll>" "-O${symbols}"
+    DEPENDS odbomodule support_dll "${symbols}.in" VERBATIM)
+add_custom_target(debian_symbols ALL DEPENDS "${symbols}")
 
 # compressed(FILE NAME): packs a file of this tree as debian/NAME of the build folder, the same each time.
 function(compressed file name)
