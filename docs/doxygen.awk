@@ -22,8 +22,19 @@ function line(text, is_plain,    parts, count, i, result) {
     return result
 }
 
-# Pages: indented code gets a blank line above it, and the rows of a table as many cells as its head has.
+# Pages: indented code gets a blank line above it, and the rows of a table as many cells as its head has. A page has its
+# file's name as its label, and is linked to by it: Doxygen's own labels have the whole path, in which it takes no blank.
 FILENAME ~ /\.md$/ {
+    if (FNR == 1 && FILENAME ~ /docs\/[a-z_]+\.md$/) {
+        label = FILENAME
+        gsub(/.*\/|\.md$/, "", label)
+        $0 = $0 " {#md_" label "}"
+    }
+    while (match($0, /\]\((docs\/)?[a-z_]+\.md\)/)) {
+        label = substr($0, RSTART + 2, RLENGTH - 6)
+        sub(/^docs\//, "", label)
+        $0 = substr($0, 1, RSTART) "(@ref md_" label ")" substr($0, RSTART + RLENGTH)
+    }
     fence = /^```/
     indented = /^    /
     if (fence) fenced = !fenced
