@@ -61,6 +61,11 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     install(FILES "${debian}/copyright" "${PROJECT_BINARY_DIR}/debian/changelog.gz"
             "${PROJECT_BINARY_DIR}/debian/changelog.Debian.gz"
         DESTINATION "share/doc/${package}" COMPONENT ${component})
-    configure_file("${debian}/lintian-overrides.in" "debian/${package}" @ONLY)
+    file(READ "${debian}/lintian-overrides" overrides)
+    if(EXISTS "${debian}/${component}.lintian-overrides")
+        file(READ "${debian}/${component}.lintian-overrides" more)
+        string(APPEND overrides "${more}")
+    endif()
+    file(WRITE "${PROJECT_BINARY_DIR}/debian/${package}" "${overrides}")
     install(FILES "${PROJECT_BINARY_DIR}/debian/${package}" DESTINATION share/lintian/overrides COMPONENT ${component})
 endforeach()
