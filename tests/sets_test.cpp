@@ -96,16 +96,6 @@ TEST(MDXSet, RefusesATextLongerThanAnyCanBe)
     EXPECT_EQ("{A}", mdx_of(*f.set));
 }
 
-// An argument's text is copied at the call.
-TEST(MDXSet, KeepsWhatItsArgumentsSaidAtTheCall)
-{
-    Fixture f;
-    (*f.set += *f.set)->Invert(&f.h)->DrillUpOnSet(f.other);
-    f.h.fUniqueName = "[Later]";
-    f.other->Empty();
-    EXPECT_EQ("DRILLUPMEMBER( Hierarchize( EXCEPT( [H].MEMBERS, UNION( {A}, {A} ) )  ) , {B} ) ", mdx_of(*f.set));
-}
-
 TEST(MDXSet, KeepsNoQuotedTextFromTheMiddleOfAnOperation)
 {
     Fixture f;
