@@ -24,7 +24,7 @@ struct Report {
     memory_cube::Maker make{ cube };
 
     // By their unique names.
-    RefPtr<MDXField> member(char const * name) { return make.member(cube.member(KelpString::fromUTF8(name))); }
+    RefPtr<MDXField> member(char const * name) { return make.member(cube.member(name)); }
     RefPtr<MDXField> calculated(char const * name) { return make.calculated(cube.calculation(name)); }
     RefPtr<MDXValue> sum(RefPtr<MDXSet> const & set)
     {
