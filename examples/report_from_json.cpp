@@ -266,6 +266,8 @@ void Composer::take_steps(Object & object, Place const & place, Table const & ta
             arguments.name().find_in(table)(object, arguments);
         } catch (MDXError const & error) {
             step.reject(error.getText().toUTF8());
+        } catch (std::logic_error const & error) { // a text too long, a text too short
+            step.reject(error.what());
         }
         arguments.expect_all_read();
         fSteps << step.name() << " " << arguments.name().utf8() << ":\n    " << object.getText() << "\n";
