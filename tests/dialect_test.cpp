@@ -123,16 +123,3 @@ TEST(Dialect, Statements)
     drop->AddSetToDrop("S");
     EXPECT_EQ("DROP SET [Sales].S ", mdx_of(*drop));
 }
-
-TEST(Dialect, ErrorsAreCaughtAsWhatTheyAre)
-{
-    Fixture f;
-    auto const generate = [&] { f.generator->GenerateQuery(static_cast<MDXQuery::QueryType>(3), nullptr); };
-    EXPECT_THROW(generate(), BaseError);
-    try {
-        generate();
-    } catch (BRIM_o::AnyError const & error) {
-        EXPECT_EQ(KelpString("ODBOMODULE 1 2: The value 3 is out of range for the enumeration QueryType."),
-            KelpString(format_text("%s %d %d: %s", error.module(), +error.level(), +error.status(), error.getText())));
-    }
-}

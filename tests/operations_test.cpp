@@ -226,9 +226,10 @@ void refusal(char const * row, Call const & call, MDXErrorCode code, std::string
         std::uint32_t raised = 0;
         try {
             call(f);
-        } catch (MDXError const & error) {
+        } catch (BRIM_o::AnyError const & error) {
             raised = error.code();
-            EXPECT_EQ(message, error.getText().toUTF8()) << row;
+            std::u16string const told = format_text("%s %d %d: %s", error.module(), +error.level(), +error.status(), error.getText());
+            EXPECT_EQ("ODBOMODULE 1 2: " + message, KelpString(told).toUTF8()) << row;
         }
         EXPECT_EQ(code, raised) << row;
         EXPECT_TRUE(std::string_view(row).find("), ") != std::string_view::npos || before == state_of(f)) << row;
