@@ -71,7 +71,7 @@ TEST(Text, OneAllocationForAText)
     f.set->TakeName(member);
     EXPECT_GE(1u, allocations_of([&] { f.set->DrillUp(member); }));
     f.set->getQuotedText();
-    EXPECT_EQ(1u, allocations_of([&] { f.set->getQuotedText(); })); // a copy of what was kept
+    EXPECT_GE(1u, allocations_of([&] { f.set->getQuotedText(); })); // a copy of what was kept
     // A chain of wraps finds room most of the time.
     EXPECT_GE(20u, allocations_of([&] {
         for (int i = 0; i < 1000; ++i)
