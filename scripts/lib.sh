@@ -2,6 +2,7 @@
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 export CMAKE_BUILD_PARALLEL_LEVEL=${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}
 export CTEST_PARALLEL_LEVEL=${CTEST_PARALLEL_LEVEL:-$(nproc)}
+export LC_ALL=C.UTF-8 # a checkout may lie in a folder whose name has any letters; cpack and Wine read it by the locale
 
 say() { printf '%s\n' "== $*" >&2; }
 fail() { printf '%s\n' "$*" >&2; exit 1; }
