@@ -81,8 +81,8 @@ struct Hierarchy : BRIM_o::Hierarchy {
     KelpString const & getUniqueName() const override { return fUniqueName; }
     BRIM_o::Level * getLevel(std::int32_t index) const override
     {
-        auto const i = static_cast<std::size_t>(index);
-        return index >= 0 && i < fLevels.size() ? fLevels[i] : nullptr;
+        auto const i = static_cast<std::size_t>(index); // a negative one is too large
+        return i < fLevels.size() ? fLevels[i] : nullptr;
     }
     std::int32_t getLevelCount() override { return static_cast<std::int32_t>(fLevels.size()); }
     void getCalculationIds(std::vector<BRIM_o::CalculationId> & ids) const override

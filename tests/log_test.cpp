@@ -1,3 +1,4 @@
+#include "tests/allocations.h"
 #include "tests/fixture.h"
 #include "tests/machine.h"
 
@@ -27,6 +28,9 @@ TEST_F(QueryLog, SettingsAreReadOnceForAGenerator)
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());
     Fixture const later;
     Fixture const last;
+    gFailAt = kAllocationsFail ? 1 : 0;
+    EXPECT_EQ(kAllocationsFail ? kNoMemory : "", error_of([&] { later.generator->GetMDXQueryLog(); })); // and is tried again
+    gFailAt = 0;
     MDXQueryLog * const log = later.generator->GetMDXQueryLog();
     ASSERT_NE(nullptr, log);
     EXPECT_TRUE(std::filesystem::exists(temporary_folder() / "log.txt"));

@@ -229,6 +229,7 @@ TEST(RefPtr, TakesAndGivesBack)
         RefPtr<MDXSet> copy(held);
         RefPtr<MDXSet> & same = copy;
         copy = same;
+        copy = std::move(same);
         EXPECT_EQ(3, count_of(*f.set));
         copy = hold(f.other);
         EXPECT_EQ(2, count_of(*f.set));

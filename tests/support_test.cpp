@@ -14,7 +14,8 @@ namespace {
 
 TEST(KelpString, TakesTextsOfBothKindsAndItsOwn)
 {
-    KelpString text = u"ab";
+    KelpString text = u"a";
+    text += 'b';
     text += "\u00e9c";
     text += u"\u4e2d";
     text += u'd';
