@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <type_traits>
 
 using namespace std::string_literals;
 
@@ -28,6 +29,20 @@ VARIANT variant(int type, Bits bits = 0)
     VARIANT value{};
     value.vt = static_cast<VARTYPE>(type);
     std::memcpy(&value.llVal, &bits, sizeof bits);
+    if constexpr (std::is_integral_v<Bits>) { // whose low bits come last on some processors
+        value.llVal = static_cast<std::int64_t>(bits);
+        switch (type) {
+        case VT_I1:
+        case VT_UI1: value.bVal = static_cast<std::uint8_t>(bits); break;
+        case VT_I2:
+        case VT_UI2:
+        case VT_BOOL: value.iVal = static_cast<std::int16_t>(bits); break;
+        case VT_I4:
+        case VT_UI4:
+        case VT_INT:
+        case VT_UINT: value.lVal = static_cast<std::int32_t>(bits); break;
+        }
+    }
     return value;
 }
 
@@ -148,6 +163,7 @@ TEST(Values, AreAsDocumented){
 TEST(VariantChangeType, NumbersDatesAndPointers)
 {
     std::int32_t number = -12;
+    std::int16_t small = -12;
     VARIANT text = variant(VT_BSTR, SysAllocString(ole_characters(u"7.5")));
     DECIMAL half = decimal_variant(1, 0, 0, 5).decVal;
     half.wReserved = 77; // which is no type here
@@ -168,7 +184,7 @@ TEST(VariantChangeType, NumbersDatesAndPointers)
         { variant(VT_DATE, 2958465.9999999), "2958466", kPortable ? "!argument" : "1/1/10000 12:00:00 AM" },
         // Pointers lead to one value
         { variant(VT_BYREF | VT_I4, &number), "-12" },
-        { variant(VT_BYREF | VT_I2, &number), "-12" },
+        { variant(VT_BYREF | VT_I2, &small), "-12" },
         { variant(VT_BYREF | VT_DECIMAL, &half), "0", "0.5" },
         { variant(VT_BYREF | VT_BSTR, &text.bstrVal), "8", "7.5" },
         { variant(VT_BYREF | VT_VARIANT, &text), "8", "7.5" },
