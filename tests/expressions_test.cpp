@@ -120,7 +120,12 @@ TEST(Expressions, Assignment)
     EXPECT_EQ("( 'n', [G] ) ", mdx_of(*f.single));
     EXPECT_EQ(count + 1, count_of(*f.field)); // one more for the new list, one less for the old
     EXPECT_EQ(Strings(5, "! \"support::RefCount::operator=\" in .\\source\\refcount"), assertions.take());
+    f.other->SetExpression("{it's}");
+    RefPtr<MDXSet> const copy(new HostText<MDXSet>(static_cast<HostText<MDXSet> const &>(*f.other)));
+    f.set->getQuotedText();
     *f.set = *f.other; // sets alone may be assigned
-    EXPECT_EQ("{B}", mdx_of(*f.set));
+    f.other->Empty();
+    for (MDXSet * const set : { copy.get(), f.set })
+        EXPECT_EQ("{it's} {it''s} 1", mdx_of(*set) + " " + set->getQuotedText().toUTF8() + " " + std::to_string(count_of(*set)));
     EXPECT_EQ(Strings{}, assertions.take());
 }

@@ -4,22 +4,6 @@
 
 namespace {
 
-TEST(MDXSet, CopyAndAssignment)
-{
-    Fixture f;
-    f.other->SetExpression("{it's}")->getQuotedText();
-    RefPtr<MDXSet> const held = hold(f.other);
-    RefPtr<MDXSet> const copy(new HostText<MDXSet>(static_cast<HostText<MDXSet> const &>(*f.other)));
-    f.set->getQuotedText();
-    *f.set = *f.other;
-    f.other->Empty();
-    for (MDXSet * const set : { copy.get(), f.set }) {
-        EXPECT_EQ("{it's}", mdx_of(*set));
-        EXPECT_EQ("{it''s}", set->getQuotedText().toUTF8());
-        EXPECT_EQ(1, count_of(*set));
-    }
-}
-
 // What the reference of the operations does not show: extremes, a set that is its own argument.
 TEST(MDXSet, Operations)
 {
