@@ -102,6 +102,7 @@ public:
 
     KelpString text(std::size_t i) const { return (*this)[i].text(); }
     std::int32_t number(std::size_t i) const { return (*this)[i].number(); }
+    std::int32_t number_or(std::size_t i, std::int32_t other) const { return has(i) ? number(i) : other; }
     bool flag(std::size_t i) const { return has(i) && (*this)[i].flag(); } // false if it is left out
     Hierarchy * hierarchy(std::size_t i) const { return fComposer.hierarchy((*this)[i]); }
     Level * level(std::size_t i) const { return fComposer.level((*this)[i]); }
@@ -182,16 +183,23 @@ Steps<MDXSet> const kSetSteps = {
     { "TakeAllMembers", [](MDXSet & s, A & a) { s.TakeAllMembers(a.hierarchy(0)); } },
     { "TakeAncestorsOfMember", [](MDXSet & s, A & a) {
         s.TakeAncestorsOfMember(a.member(0)->getText(), a.flag(2), a.number(1)); } },
+    { "TakeAncestorsOfSet", [](MDXSet & s, A & a) {
+        s.TakeAncestorsOfSet(a.set(0)->getText(), a.hierarchy(1), a.flag(3), a.number(2), a.number_or(4, 0)); } },
     { "TakeBaseLevel", [](MDXSet & s, A & a) { s.TakeBaseLevel(a.hierarchy(0), a.number(1)); } },
     { "TakeChildren", [](MDXSet & s, A & a) { s.TakeChildren(a.member(0).get()); } },
+    { "TakeChildrenOfSet", [](MDXSet & s, A & a) {
+        s.TakeChildren(a.set(0).get(), a.hierarchy(1), a.flag(2), a.number_or(3, -1), a.has(4) ? a.text(4) : KelpString()); } },
     { "TakeDescendants", [](MDXSet & s, A & a) { s.TakeDescendants(a.member(0).get(), a.flag(1)); } },
     { "TakeExtremity", [](MDXSet & s, A & a) {
         s.TakeExtremity(a[0].find_in(kExtremes), a[1].find_in(kMeasures), a[2].number_or_text(), a.any_tuple(3).get()); } },
     { "TakeFilter", [](MDXSet & s, A & a) { s.TakeFilter(a.condition(0).get(), a.any_tuple(1).get()); } },
     { "TakeLeafNodes", [](MDXSet & s, A & a) { s.TakeLeafNodes(a.hierarchy(0)); } },
     { "TakeName", [](MDXSet & s, A & a) { s.TakeName(a.set(0).get()); } },
+    { "TakeRank", [](MDXSet & s, A & a) { s.TakeRank(a.member(0).get()); } },
     { "TakeSiblings", [](MDXSet & s, A & a) { s.TakeSiblings(a.member(0).get(), nullptr); } },
     { "TakeSubset", [](MDXSet & s, A & a) { s.TakeSubset(a.number(0), a.number(1)); } },
+    { "TakeSubsetAround", [](MDXSet & s, A & a) { s.TakeSubset(a.tuple(0).get(), a.number(1), a.number(2)); } },
+    { "TakeSubsetBetween", [](MDXSet & s, A & a) { s.TakeSubset(a.tuple(0).get(), a.tuple(1).get()); } },
     { "TakeTail", [](MDXSet & s, A &) { s.TakeTail(); } },
     { "TakeTopLevel", [](MDXSet & s, A & a) { s.TakeTopLevel(a.hierarchy(0)); } },
     { "TakeWholeLevel", [](MDXSet & s, A & a) { s.TakeWholeLevel(a.level(0)); } },
@@ -220,7 +228,20 @@ Steps<MDXValue> const kValueSteps = {
     { "TakeCorrelation", [](MDXValue & v, A & a) {
         v.TakeCorrelation(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } },
     { "TakeCount", [](MDXValue & v, A & a) { v.TakeCount(a.set(0).get()); } },
+    { "TakeCovariance", [](MDXValue & v, A & a) {
+        v.TakeCovariance(a.set(0).get(), a.value(1).get(), a.any_value(2).get(), a.flag(3)); } },
+    { "TakeDescription", [](MDXValue & v, A & a) { v.TakeDescription(a.member(0).get()); } },
     { "TakeEquality", [](MDXValue & v, A & a) { v.TakeEquality(a.text(0)); } },
+    { "TakeLinRegIntercept", [](MDXValue & v, A & a) {
+        v.TakeLinRegIntercept(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } },
+    { "TakeLinRegPoint", [](MDXValue & v, A & a) {
+        v.TakeLinRegPoint(a.value(0).get(), a.set(1).get(), a.value(2).get(), a.any_value(3).get()); } },
+    { "TakeLinRegR2", [](MDXValue & v, A & a) {
+        v.TakeLinRegR2(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } },
+    { "TakeLinRegSlope", [](MDXValue & v, A & a) {
+        v.TakeLinRegSlope(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } },
+    { "TakeLinRegVariance", [](MDXValue & v, A & a) {
+        v.TakeLinRegVariance(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } },
     { "TakeMax", [](MDXValue & v, A & a) { v.TakeMax(a.set(0).get()); } },
     { "TakeMin", [](MDXValue & v, A & a) { v.TakeMin(a.set(0).get()); } },
     { "TakeName", [](MDXValue & v, A & a) { v.TakeName(a.member(0).get()); } },
@@ -266,7 +287,9 @@ void Composer::take_steps(Object & object, Place const & place, Table const & ta
             arguments.name().find_in(table)(object, arguments);
         } catch (MDXError const & error) {
             step.reject(error.getText().toUTF8());
-        } catch (std::logic_error const & error) { // a text too long, a text too short
+        } catch (Fault const &) {
+            throw;
+        } catch (std::exception const & error) { // a text that is too long
             step.reject(error.what());
         }
         arguments.expect_all_read();
@@ -511,8 +534,8 @@ int main(int argc, char ** argv)
         std::string const what = error.what();
         std::cerr << argv[1] << ": " << what.substr(what.find("] ") + 2) << "\n"; // after the number of the error
         return 1;
-    } catch (Fault const & fault) {
-        std::cerr << argv[1] << ": " << fault.what() << "\n";
+    } catch (std::exception const & error) { // mostly a Fault
+        std::cerr << argv[1] << ": " << error.what() << "\n";
         return 1;
     }
 }
