@@ -22,6 +22,20 @@
 // replace it part by part. On Windows it brings the system's macros; see odbomodule/host/automation.h.
 namespace memory_cube {
 
+// A name in brackets, each "]" in it doubled; a text constant in single quotes, each of those in it doubled.
+inline KelpString bracketed(KelpString const & name)
+{
+    KelpString doubled;
+    double_sqaure_brackets(doubled, name);
+    return u"[" + doubled + u"]";
+}
+inline KelpString quoted(KelpString const & text)
+{
+    KelpString doubled;
+    quote_member_name(doubled, text);
+    return u"'" + doubled + u"'";
+}
+
 // The parts of a cube, as plain structs. A short name is kept as it stands between brackets.
 struct Dimension : BRIM_o::Dimension {
     KelpString fName;
@@ -196,7 +210,7 @@ private:
     }
     static KelpString below(KelpString const & owner, KelpString const & name)
     {
-        return owner + u".[" + doubled(name) + u"]";
+        return owner + u"." + bracketed(name);
     }
     template <class Part, class... Arguments>
     static Part * insert(Parts<Part> & parts, KelpString const & uniqueName, Arguments const &... arguments)
@@ -456,12 +470,10 @@ inline Condition mdx(KelpString const & text)
 {
     return Condition(BRIM_o::ET_STRING, text);
 }
-// A text constant: in quotes, with those inside doubled.
+// A text constant, with its quotes.
 inline Condition text(KelpString const & text)
 {
-    KelpString doubled;
-    quote_member_name(doubled, text);
-    return mdx(u"'" + doubled + u"'");
+    return mdx(quoted(text));
 }
 // The tuple that is given to TakeFilter, and the set that is filtered.
 inline Condition current()
