@@ -98,6 +98,7 @@ void expect_conversion(VARIANT source, VARTYPE type, std::string const & want, s
     EXPECT_EQ(in_words(other), want.starts_with('!') ? "old" : want);
     EXPECT_EQ(convert(source, source, type, flags), want);
     EXPECT_EQ(VariantClear(&other), S_OK);
+    EXPECT_EQ(other.vt, VT_EMPTY);
     VariantClear(&source);
 }
 
@@ -164,6 +165,7 @@ TEST(VariantChangeType, NumbersDatesAndPointers)
 {
     std::int32_t number = -12;
     std::int16_t small = -12;
+    double real = -2.5;
     VARIANT text = variant(VT_BSTR, SysAllocString(ole_characters(u"7.5")));
     DECIMAL half = decimal_variant(1, 0, 0, 5).decVal;
     half.wReserved = 77; // which is no type here
@@ -185,6 +187,7 @@ TEST(VariantChangeType, NumbersDatesAndPointers)
         // Pointers lead to one value
         { variant(VT_BYREF | VT_I4, &number), "-12" },
         { variant(VT_BYREF | VT_I2, &small), "-12" },
+        { variant(VT_BYREF | VT_R8, &real), "-2", "-2.5" },
         { variant(VT_BYREF | VT_DECIMAL, &half), "0", "0.5" },
         { variant(VT_BYREF | VT_BSTR, &text.bstrVal), "8", "7.5" },
         { variant(VT_BYREF | VT_VARIANT, &text), "8", "7.5" },
@@ -212,6 +215,8 @@ TEST(VariantChangeType, ReadsTextsAsNumbers)
         { u"0." + zeros + u"1e400", "0.1" },
         { u"1.0" + zeros + u"e400", "!overflow" },
         { u"0" + zeros + u"1e400", "!overflow" },
+        { u"0." + zeros + u"1e800", "!overflow" },
+        { u"1" + zeros + u"e-800", "0" },
         { std::u16string(400, u'9'), kWine ? "inf" : "!overflow" },
         { u"1d3", kWine ? "!mismatch" : "1000" },
         // The portable layer takes one sign, bracket and currency sign at most, none at bits, and no comma in an exponent

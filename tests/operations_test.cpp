@@ -146,6 +146,7 @@ struct Masked : Documented {
             says(tuple, "( m, n ) ");
             says(single, "m");
             single->AddField(second);
+            tuple->AddField(second);
         }
     }
     template <class Base>

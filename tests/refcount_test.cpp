@@ -144,6 +144,7 @@ TEST(RefCount, WritesItsLifeToTheLog)
     // A change of level reaches live objects; each line has its own threshold.
     counts.fLevel = 4;
     thing->unuse();
+    count_of(*thing);
     counts.fLevel = 6;
     thing->use();
     counts.fLevel = 5;

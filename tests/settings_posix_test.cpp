@@ -48,7 +48,7 @@ TEST_F(SettingsFiles, MayBeInSeveralEncodings)
         std::swap(swapped[i], swapped[i + 1]);
     std::string const marked = KelpString(text).toUTF8();
     std::string const unmarked = marked.substr(3);
-    for (std::string const & bytes : { wide, swapped, wide + '\n', marked, unmarked }) { // the third ends amid a character
+    for (std::string const & bytes : { wide, swapped, wide + 'x', marked, unmarked }) { // the third ends amid a character
         write(fFirst, bytes);
         EXPECT_EQ(read_setting("Name"), "\xC3\xA9\xF0\x9F\x98\x80");
     }
@@ -69,14 +69,22 @@ TEST_F(SettingsFiles, FirstFileWithTheValueWins)
     ::unsetenv("XDG_CONFIG_HOME");
     ::unsetenv("HOME");
     EXPECT_EQ(read_setting("Both"), "none");
+    fs::create_directories(fFolder / "etc/odbomodule");
+    write(fFolder / "etc/odbomodule/registry.reg", kSection + "\"Both\"=\"machine\"");
+    auto const read_below = [this] { // which an administrator alone can do
+        std::_Exit(::chroot(fFolder.c_str()) != 0 || read_setting("Both") == "machine" ? 0 : 1);
+    };
+    EXPECT_EXIT(read_below(), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(SettingsFiles, AreOrdinaryFilesUpToASize)
 {
     std::string bytes = kSection + "\"Name\"=\"yes\"\n";
-    bytes.resize(1024 * 1024, ' ');
-    write(fFirst, bytes);
-    EXPECT_EQ(read_setting("Name"), "yes");
+    for (std::size_t const size : { 4097, 1024 * 1024 }) { // the first is read in two parts, of which one is a single byte
+        bytes.resize(size, ' ');
+        write(fFirst, bytes);
+        EXPECT_EQ(read_setting("Name"), "yes");
+    }
     write(fFirst, bytes + ' ');
     EXPECT_EQ(read_setting("Name"), "none");
     fs::remove(fFirst);
@@ -109,6 +117,7 @@ TEST_F(SettingsFiles, EndAtTheSizeLimitOfTheProcess)
 {
     File file(FileLocator((fFolder / "log.txt").u16string()));
     ASSERT_TRUE(file.open("a+"));
+    EXPECT_NE(std::system("ls -l /proc/self/fd | grep -q log.txt"), 0) << "open in another program";
     ::rlimit limit;
     ::getrlimit(RLIMIT_FSIZE, &limit);
     ::rlimit const low{ 5, limit.rlim_max };
@@ -120,7 +129,15 @@ TEST_F(SettingsFiles, EndAtTheSizeLimitOfTheProcess)
     ::sigset_t blocked;
     ::pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
     EXPECT_EQ(::sigismember(&blocked, SIGXFSZ), 0); // the thread is as it was
-    EXPECT_EQ(text_of_file(fFolder / "log.txt"), "one\nc\nwhole\n");
+    ::sigaddset(&blocked, SIGXFSZ);
+    ::pthread_sigmask(SIG_BLOCK, &blocked, nullptr);
+    ::raise(SIGXFSZ);
+    file.writeLine("waiting");
+    ::timespec const noTime{};
+    EXPECT_EQ(::sigtimedwait(&blocked, nullptr, &noTime), SIGXFSZ); // which waited before the line, and still does
+    ::sigdelset(&blocked, SIGXFSZ);
+    ::pthread_sigmask(SIG_SETMASK, &blocked, nullptr);
+    EXPECT_EQ(text_of_file(fFolder / "log.txt"), "one\nc\nwhole\nwaiting\n");
 }
 
 TEST_F(SettingsFiles, OfOthersAreNotWrittenTo)

@@ -25,17 +25,21 @@ struct Saying final : Base {
     KelpString getText() { return "said"; }
     KelpString getText() const { return "said"; }
     KelpString getText(bool) const { return "said"; }
+    auto type() const { return this->fQueryType; }
 };
 
 }
 
-// What is written goes through the virtual getText.
+// What is written goes through the virtual getText. A class that derives sees the type.
 TEST(Statements, WriteWhatTheySay)
 {
     Fixture f;
     EXPECT_EQ("said", mdx_of(Saying<MDXSelectQuery>("[Sales]")));
     EXPECT_EQ("said", mdx_of(Saying<MDXCreateQuery>("[Sales]")));
     EXPECT_EQ("said", mdx_of(Saying<MDXDropQuery>("[Sales]")));
+    EXPECT_EQ(MDXQuery::QT_CREATE, Saying<MDXCreateQuery>("[Sales]").type());
+    EXPECT_EQ(MDXQuery::QT_DROP, Saying<MDXDropQuery>("[Sales]").type());
+    EXPECT_TRUE(Saying<MDXDropQuery>("[Sales]").AddSetToDrop("[Team]"));
     EXPECT_EQ("said", mdx_of(Saying<MDXTuple>()));
     EXPECT_EQ("said", mdx_of(Saying<MDXMemberProperty>("a", "b")));
     EXPECT_EQ("said", mdx_of(Saying<MDXSetSpecification>("N", f.set, false, "[Sales]")));

@@ -36,11 +36,14 @@ TEST(KelpString, TakesTextsOfBothKindsAndItsOwn)
 
 TEST(KelpString, FindsWholeCharacters)
 {
-    KelpString const text(u"\u7474t\u0174t\u00e9"); // with bytes of a "t" in other characters
+    KelpString const text(u"\u7474t\u0174t\u0080"); // with bytes of a "t" in other characters
     EXPECT_EQ(text.find('t'), 1u);
     EXPECT_EQ(text.find('t', 3), 3u);
     EXPECT_EQ(text.find('t', 99), KelpString::npos);
-    EXPECT_EQ(text.find('\xE9'), KelpString::npos);
+    EXPECT_EQ(text.find('\x80'), KelpString::npos);
+    KelpString cut(u"abct");
+    cut.resize(2);
+    EXPECT_EQ(cut.find('t', 1), KelpString::npos);
 }
 
 TEST(KelpString, ComparesWithNarrowTexts)
@@ -57,8 +60,8 @@ TEST(KelpString, ComparesWithNarrowTexts)
 
 TEST(KelpString, ReadsAndWritesUTF8)
 {
-    char const * const all = "\U00010000a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF"; // one to four bytes
-    EXPECT_EQ(KelpString(all), u"\U00010000a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF");
+    char const * const all = "\U00010001a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF"; // one to four bytes
+    EXPECT_EQ(KelpString(all), u"\U00010001a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF");
     std::pair<std::string, std::string> const rows[] = {
         // bytes, what is written after they were read
         { all, all },
@@ -78,8 +81,10 @@ TEST(KelpString, ReadsAndWritesUTF8)
         EXPECT_EQ(text.toUTF8(), want);
         EXPECT_EQ(text.strcmp(bytes.c_str(), true), 0);
     }
-    KelpString const halves(u"x\xD83D\xDE00" + std::u16string{ 0xDC00, 0xDFFF, u'y', 0xD83D, 0xE000, 0xD83D }); // after a whole pair
-    EXPECT_EQ((std::ostringstream() << halves).str(), "x\U0001F600\uFFFD\uFFFDy\uFFFD\uE000\uFFFD");
+    KelpString const halves(
+        u"x\xD83D\xDE00" + std::u16string{ 0xDC00, 0xDFFF, u'y', 0xD83D, 0xE000, 0xD83D, 0xDBFF }); // after a whole pair
+    EXPECT_EQ((std::ostringstream() << halves).str(), "x\U0001F600\uFFFD\uFFFDy\uFFFD\uE000\uFFFD\uFFFD");
+    EXPECT_EQ(KelpString::fromUTF8(std::string_view("\u00e9", 1)), u"\uFFFD");
 }
 
 TEST(FormatText, IsCutToABuffer)
@@ -121,20 +126,29 @@ TEST(CoreLog, KeepsALevelForEachSubModule)
 TEST(AssertionFailure, EndsTheProcess)
 {
     EXPECT_DEATH(support_dll::AssertionFailure("a > b", "file.cpp"), "assertion failed: a > b, in file.cpp\n");
+    EXPECT_DEATH(support_dll::AssertionFailure(nullptr, nullptr), "assertion failed: , in \n");
 }
 
-TEST(BaseError, IsAssignedWholeOrNotAtAll)
+TEST(Assignment, IsOfTheWholeOrOfNothing)
 {
-    BaseError const other = error_with(MDX_ERR_BAD_ENUM, { "a text that is longer than its own room" });
-    for (std::size_t const nth : { 1u, 2u, 3u, 4u }) {
+    char const * const longText = "a text that is longer than its own room";
+    BaseError other(MDX_ERR_BAD_ENUM, longText, BRIM_o::AnyError::Severity{ 3 }, BRIM_o::AnyError::Completed{ 4 });
+    other.addInsert(longText);
+    for (std::size_t const nth : { 1u, 2u, 3u, 4u, 5u }) {
         BaseError error = error_with(MDX_ERR_NO_AXES, {});
+        KelpString text("old");
         gFailAt = nth;
         try {
             error = other;
+            text = longText;
         } catch (std::bad_alloc const &) {
         }
         gFailAt = 0;
-        EXPECT_EQ(error.numInserts(), error.code() == other.code() ? 1 : 0);
+        bool const isNew = error.code() == other.code();
+        EXPECT_EQ(error.numInserts(), isNew ? 1 : 0);
+        EXPECT_EQ(error.module() == other.module(), isNew);
+        EXPECT_EQ(error.level() == other.level() && error.status() == other.status(), isNew);
+        EXPECT_NE(text, u"");
     }
 }
 
@@ -143,11 +157,17 @@ TEST(BaseError, HasAMessageWithItsInserts)
     BaseError const error = error_with(MDX_ERR_BAD_ENUM, { "%2", "Sort::direction" });
     EXPECT_EQ("The value %2 is out of range for the enumeration Sort::direction.", error.getText().toUTF8());
     EXPECT_EQ("The value 7 is out of range for the enumeration .", raises(MDX_ERR_BAD_ENUM, { "7" }));
-    EXPECT_EQ("Error 0x02017071 of the module ODBOMODULE.", raises(0x2017071, { "7" }));
+    EXPECT_EQ("Error 0x020170ab of the module ODBOMODULE.", raises(0x20170AB, { "7" }));
     EXPECT_EQ(error.hResult(), static_cast<std::int32_t>(0x82017076));
     EXPECT_EQ(error.getInsert(2), nullptr);
     EXPECT_EQ(error.getInsert(-1), nullptr);
     LogLines lines;
+    struct Own final : BaseError {
+        using BaseError::BaseError;
+        KelpString getText() const override { return "own"; }
+    };
+    Own(1, "HOST", error.level(), error.status()).log();
+    EXPECT_EQ(lines.take(), Strings{ "1 1 HOST/: own" });
     error.log();
     EXPECT_EQ(lines.take(), Strings{ "2017076 1 ODBOMODULE/: The value %2 is out of range for the enumeration Sort::direction." });
 }

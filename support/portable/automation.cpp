@@ -237,13 +237,12 @@ HRESULT write_digits(DECIMAL const & value, std::string & out)
             part = static_cast<std::uint32_t>(dividend / 10);
             rest = dividend % 10;
         }
-        if (count == value.scale && count > 0)
+        if (count == value.scale)
             out += '.';
         out += static_cast<char>('0' + rest);
     }
     std::reverse(out.begin(), out.end());
-    if (value.scale > 0)
-        out.erase(out.find_last_not_of('0') + 1);
+    out.erase(out.find_last_not_of('0') + 1); // up to the point, which a whole number has too
     if (out.back() == '.')
         out.pop_back();
     if (value.sign != 0 && out != "0")
