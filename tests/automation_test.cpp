@@ -225,6 +225,7 @@ TEST(VariantChangeType, ReadsTextsAsNumbers)
         { u"-(12)", kPortable ? "!mismatch" : "-12" },
         { u"(12))", kPortable ? "!mismatch" : "-12" },
         { u"$12$", kPortable ? "!mismatch" : "12" },
+        { u"12$$", kPortable ? "!mismatch" : "12" },
         { u"-&HC", kPortable ? "!mismatch" : "12" },
         { u"&HC-", kPortable ? "!mismatch" : "12" },
         { u"12e0,", kPortable ? "!mismatch" : "12" },

@@ -102,7 +102,7 @@ TEST(MDXSelectQuery, KeepsItsCellPropertiesWhenMemoryRunsOut)
     }
 }
 
-TEST(MDXSelectQuery, Refusals)
+TEST(Statements, Refusals)
 {
     Fixture f;
     RefPtr const query(new General<MDXSelectQuery>("[Sales]"));
@@ -115,8 +115,16 @@ TEST(MDXSelectQuery, Refusals)
     query->AddCellProperty("more");
     EXPECT_EQ(stored, query->getText(true));
     RefPtr const bare(new General<MDXSelectQuery>("[Sales]"));
+    stored = "a text too long for a string's own room";
+    gFailAt = kAllocationsFail ? 1 : 0;
+    error_of([&] { bare->setQuery(stored); });
+    EXPECT_EQ(kAllocationsFail ? raises(MDX_ERR_NO_AXES) : "", error_of([&] { bare->getText(true); }));
     bare->setQuery(none);
     EXPECT_EQ(none, bare->getText(true));
+    RefPtr const drop(new General<MDXDropQuery>("[Sales]"));
+    gFailAt = kAllocationsFail ? 1 : 0;
+    error_of([&] { drop->AddMemberToDrop("m"); });
+    EXPECT_EQ(kAllocationsFail ? "" : raises(MDX_ERR_MIXED_DROP), error_of([&] { drop->AddSetToDrop("[Team]"); }));
 }
 
 TEST(Statements, PartsByThemselves)
