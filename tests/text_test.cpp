@@ -52,8 +52,8 @@ TEST(Text, RowsTakeTheirTextsAsTheyAre)
     for (int round = 0; round < 40; ++round) { // with and without room in the old buffer
         KelpString const old = e.fText;
         e.fQuotedTextValid = true;
-        EXPECT_EQ(&e, rewrite<u"F( $2, $1, $2)">(&e, { e.fText, decimal(round) }));
-        EXPECT_EQ(mdx<u"F( $2, $1, $2)">({ old, decimal(round) }), e.fText);
+        EXPECT_EQ(&e, rewrite<u"F( $2, $3, $1, $2)">(&e, { e.fText, decimal(round), a }));
+        EXPECT_EQ(mdx<u"F( $2, $3, $1, $2)">({ old, decimal(round), a }), e.fText);
         EXPECT_FALSE(e.fQuotedTextValid);
     }
     rewrite<u"only this">(&e);
