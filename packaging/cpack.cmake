@@ -1,5 +1,4 @@
-# `cpack` in the build folder: a .zip for Windows; on Linux .deb packages where the prefix is /usr, which they need,
-# else a .tar.gz.
+# `cpack` in the build folder: a .zip for Windows; elsewhere a .tar.gz, or the Debian packages when they are wanted.
 set(CPACK_PACKAGE_CONTACT "The odbomodule maintainers <odbomodule@localhost>")
 set(CPACK_PACKAGE_VENDOR "odbomodule")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
@@ -20,7 +19,7 @@ set(CPACK_COMPONENT_DOCUMENTATION_DESCRIPTION "${about}\nThese are the guides an
 
 if(WIN32)
     set(CPACK_GENERATOR ZIP)
-elseif(CMAKE_INSTALL_PREFIX STREQUAL /usr)
+elseif(ODBOMODULE_DEBIAN_PACKAGES)
     set(CPACK_GENERATOR DEB)
     include(packaging/debian.cmake)
 else()

@@ -1,5 +1,8 @@
-# The Debian packages. Their libraries go where CMake has them on Debian for the prefix /usr: into the folder of
+# The Debian packages, by Debian's own tools. Their libraries go where CMake has them on Debian for the prefix /usr: into the folder of
 # their processor.
+if(NOT CMAKE_INSTALL_PREFIX STREQUAL /usr)
+    message(FATAL_ERROR "Debian packages need -DCMAKE_INSTALL_PREFIX=/usr")
+endif()
 foreach(tool IN ITEMS dpkg-shlibdeps dpkg-gensymbols)
     find_program(ODBOMODULE_${tool} ${tool} REQUIRED)
 endforeach()

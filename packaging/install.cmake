@@ -2,6 +2,7 @@
 # symbols by themselves, `documentation` the HTML.
 include(CMakePackageConfigHelpers)
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/odbomodule")
+set(doc_dir "${CMAKE_INSTALL_DATAROOTDIR}/doc/odbomodule") # that of CMake is a surrounding project's
 
 install(TARGETS odbomodule support_dll EXPORT odbomodule
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime
@@ -12,12 +13,15 @@ install(TARGETS odbomodule support_dll EXPORT odbomodule
 if(ODBOMODULE_RUNTIME_LIBRARIES)
     install(FILES ${ODBOMODULE_RUNTIME_LIBRARIES} DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
     # Debian keeps the licences of these libraries with their compiler and its headers.
-    set(licences "${CMAKE_INSTALL_DOCDIR}/licences")
-    install(FILES /usr/share/doc/gcc-mingw-w64-base/copyright
-        DESTINATION "${licences}" RENAME libgcc_and_libstdc++.txt COMPONENT runtime)
-    install(FILES /usr/share/doc/mingw-w64-x86-64-dev/copyright
-        DESTINATION "${licences}" RENAME libwinpthread.txt COMPONENT runtime)
-    install(FILES /usr/share/common-licenses/GPL-3 DESTINATION "${licences}" RENAME GPL-3.txt COMPONENT runtime)
+    function(install_licence file name)
+        if(NOT EXISTS "${file}")
+            message(FATAL_ERROR "${file} is missing, which goes into the package with the compiler's runtime")
+        endif()
+        install(FILES "${file}" DESTINATION "${doc_dir}/licences" RENAME "${name}" COMPONENT runtime)
+    endfunction()
+    install_licence(/usr/share/doc/gcc-mingw-w64-base/copyright libgcc_and_libstdc++.txt)
+    install_licence(/usr/share/doc/mingw-w64-x86-64-dev/copyright libwinpthread.txt)
+    install_licence(/usr/share/common-licenses/GPL-3 GPL-3.txt)
 endif()
 install(EXPORT odbomodule NAMESPACE odbomodule:: FILE odbomodule-targets.cmake
     DESTINATION "${package_dir}" COMPONENT development)
@@ -45,12 +49,13 @@ install(FILES "${PROJECT_BINARY_DIR}/odbomodule.pc"
     DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
 
 if(ODBOMODULE_BUILD_DOCS)
-    install(DIRECTORY "${PROJECT_BINARY_DIR}/html" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/libodbomodule-doc"
-        COMPONENT documentation)
-    if(CMAKE_INSTALL_PREFIX STREQUAL /usr)
+    set(html_dir "${doc_dir}")
+    if(ODBOMODULE_DEBIAN_PACKAGES)
+        set(html_dir share/doc/libodbomodule-doc)
         install(FILES packaging/odbomodule.doc-base DESTINATION share/doc-base RENAME libodbomodule-doc
             COMPONENT documentation)
     endif()
+    install(DIRECTORY "${PROJECT_BINARY_DIR}/html" DESTINATION "${html_dir}" COMPONENT documentation)
 endif()
 
 # What debuggers show. gdb loads a script by its library's name: from one folder of the system's, and from beside a
@@ -72,5 +77,5 @@ elseif(NOT APPLE)
     install(SCRIPT packaging/install_symbols.cmake COMPONENT symbols EXCLUDE_FROM_ALL)
 endif()
 
-install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
-install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development FILES_MATCHING PATTERN "*.md")
+install(FILES README.md CHANGELOG.md DESTINATION "${doc_dir}" COMPONENT development)
+install(DIRECTORY docs DESTINATION "${doc_dir}" COMPONENT development FILES_MATCHING PATTERN "*.md")

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Shared by the scripts beside it; sourced, not run.
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 export CMAKE_BUILD_PARALLEL_LEVEL=${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}
@@ -33,7 +34,7 @@ find_missing() {
 install_packages() {
     command -v apt-get > /dev/null || fail "Missing: ${missing[*]}
 Please install what these Debian packages hold: $*"
-    local as_root=() log
+    local as_root=() log deadline=$((SECONDS + 600))
     if [[ $(id -u) != 0 ]]; then
         as_root=(sudo)
         [[ -t 0 ]] || as_root+=(-n) # nobody could type a password
@@ -45,11 +46,11 @@ This user may not install packages. An administrator would run: apt-get install 
     as_root+=(env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=600)
     # Of the locks, apt-get waits for dpkg's alone; another update may hold that of the lists.
     until "${as_root[@]}" update > "$log" 2>&1 < /dev/null; do
-        grep -q 'Could not get lock' "$log" && ((SECONDS < 600)) || break # a list that failed may not be needed
+        if ! grep -q 'Could not get lock' "$log" || ((SECONDS > deadline)); then break; fi # may do without a list
         sleep 5
     done
     "${as_root[@]}" install -y --no-install-recommends "$@" >> "$log" 2>&1 < /dev/null ||
-        { cat "$log" >&2; fail "These packages could not be installed: $*"; }
+        { cat "$log" >&2; rm -f "$log"; fail "These packages could not be installed: $*"; }
     rm -f "$log"
 }
 
@@ -64,9 +65,9 @@ need_test_tools() {
 build_dir() {
     local base checkout
     checkout=odbomodule-$(cksum <<< "$root" | cut -d' ' -f1)
-    for base in "$root/build" "${XDG_CACHE_HOME:-${HOME:-/nonexistent}/.cache}/$checkout" \
+    for base in "$root/build" ${HOME:+"${XDG_CACHE_HOME:-$HOME/.cache}/$checkout"} \
         "${TMPDIR:-/tmp}/$checkout-$(id -u)"; do
-        if mkdir -p "$base" 2> /dev/null && [[ -w $base && (-O $base || $base == "$root"/*) ]]; then
+        if mkdir -p "$base/$1" 2> /dev/null && [[ -w $base/$1 && (-O $base || $base == "$root"/*) ]]; then
             echo "$base/$1"
             return
         fi
@@ -87,9 +88,8 @@ build() {
         grep -qxF "CMAKE_CACHEFILE_DIR:INTERNAL=$dir" "$dir/CMakeCache.txt"; }; then
         configure+=(--fresh)
     fi
-    mkdir -p "$dir"
     log=$dir/build.log
-    say "building $2 (log: $log)"
+    say "building $2$([[ -t 2 ]] || echo " (log: $log)")"
     (cd "$root" && "${configure[@]}") > "$log" 2>&1 < /dev/null ||
         { cat "$log" >&2; fail "The build of $2 could not be set up."; }
     if [[ -t 2 ]]; then
@@ -98,4 +98,19 @@ build() {
         "${build[@]}" >> "$log" 2>&1 < /dev/null || { cat "$log" >&2; fail "The build of $2 failed."; }
     fi
     if grep -q 'warning:' "$log"; then cat "$log" >&2; fi
+}
+
+# pack DIR [OPTION...]: makes the packages of a build, in its folder packages/.
+pack() {
+    (cd "$1" && cpack "${@:2}") > "$1/cpack.log" 2>&1 || { cat "$1/cpack.log" >&2; fail "The packages could not be made."; }
+}
+
+# at_fixed_addresses COMMAND...: the sanitizers of these compilers expect the addresses of a process where a newer kernel may
+# not put them.
+at_fixed_addresses() {
+    if setarch "$(uname -m)" -R true 2> /dev/null; then
+        setarch "$(uname -m)" -R "$@"
+    else
+        "$@"
+    fi
 }

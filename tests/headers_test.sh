@@ -13,6 +13,7 @@ warnings=(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Woverloaded-virtual -W
 if ! "$compiler" --version | grep -q clang; then
     warnings+=(-Weffc++ -Wuseless-cast) # which clang does not have, or means otherwise
 fi
+# shellcheck disable=SC2317 # xargs calls it
 stands_alone() {
     printf '#include <%s>\n#include <%s>\n' "$1" "$1" |
         "$compiler" -std=c++17 -fsyntax-only "${@:2}" -I "$root" -x c++ - ||
@@ -23,7 +24,7 @@ export compiler root
 failed=0
 printf '%s\n' "$@" | xargs -P "$(nproc)" -I '{}' bash -c 'stands_alone "$@"' - '{}' "${warnings[@]}" || failed=1
 
-# The names of the macros behind the text on standard input; those that begin with "_" are the compiler's to use.
+# The names of the macros that the text defines on standard input; those that begin with "_" are the compiler's to use.
 macros() {
     "$compiler" -std=c++17 -I "$root" -x c++ -dM -E - | sed -E 's/^#define ([A-Za-z0-9_]+).*/\1/' | sort -u
 }

@@ -103,8 +103,8 @@ sections() {
 layout() {
     echo "# What hosts link to by place or number. Written by tests/layout_test.sh COMPILER --update"
     # The templates of the standard library without their usual last arguments.
-    local nested='[^<>]*' depth
-    for depth in 1 2 3 4; do nested="([^<>]|<$nested>)*"; done
+    local nested='[^<>]*'
+    for _ in 1 2 3 4; do nested="([^<>]|<$nested>)*"; done
     sections | sort -t $'\t' -s -k 1,1 -k 2,2n | cut -f 3 |
         sed -E "s/__cxx11:://g; s/, std::(allocator|char_traits|default_delete|less)<$nested> ?//g"
 }
