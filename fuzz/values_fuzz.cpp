@@ -23,8 +23,15 @@ static std::u16string state(VARIANT const & value)
 static void convert(VARTYPE from, VARTYPE to, std::int64_t bits, std::uint16_t flags, std::u16string const & text)
 {
     VARIANT value{};
+    if (from == VT_DECIMAL) {
+        value.decVal.Hi32 = static_cast<std::uint32_t>(flags * 0x10001u);
+        value.decVal.scale = static_cast<std::uint8_t>(flags % 32);
+        value.decVal.sign = flags % 3 == 0 ? DECIMAL_NEG : 0;
+        value.decVal.Lo64 = static_cast<std::uint64_t>(bits);
+    } else {
+        value.llVal = bits;
+    }
     value.vt = from;
-    value.llVal = bits;
     bool const roundTrip = from == VT_R8 && to == VT_BSTR && std::fabs(value.dblVal) < 1e308;
     if (from == VT_BSTR)
         value.bstrVal = SysAllocStringLen(text.data(), static_cast<unsigned>(text.size()));

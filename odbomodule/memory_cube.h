@@ -3,6 +3,7 @@
 #include "odbomodule/odbomodule.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -11,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-// Structs that point to each other are copied as they are, and && takes both operands.
+// -Weffc++ warns of pointers that are copied and of an && of one's own; both are meant here.
 #if defined(__GNUC__)
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Weffc++"
@@ -261,6 +262,8 @@ public:
     template <class Argument>
     RefPtr<MDXValue> value(Argument const & argument) const
     {
+        static_assert(!std::is_integral_v<Argument> || sizeof(Argument) <= sizeof(std::int32_t),
+            "A number of more than 32 bits is cut: pass it as a text");
         return RefPtr(fGenerator->GenerateValue(argument));
     }
 
@@ -276,7 +279,7 @@ public:
             tuple->AddField(member.get());
         return tuple;
     }
-    // The set of these alone.
+    // The set of these alone. For one of none, take set().
     RefPtr<MDXSet> list(std::vector<RefPtr<MDXField>> const & members) const { return set(pointers(members)); }
     RefPtr<MDXSet> list(std::vector<RefPtr<MDXTuple>> const & tuples) const { return set(pointers(tuples)); }
 
@@ -313,13 +316,18 @@ private:
 // The operators and functions put parentheses where MDX would read the text in another way. && and || always take
 // both operands.
 class Condition final : public BRIM_o::Expression {
+    template <class Type>
+    static constexpr bool is_number = std::is_arithmetic_v<Type> && !std::is_same_v<Type, char> &&
+                                      !std::is_same_v<Type, wchar_t> && !std::is_same_v<Type, char16_t> &&
+                                      !std::is_same_v<Type, char32_t>;
+
 public:
     BRIM_o::ExpressionType fType;
     KelpString fText;
     VARIANT fValue{}; // not cleared: what it points to is not the condition's
 
-    // A number, true or false.
-    template <class Number, class = std::enable_if_t<std::is_arithmetic_v<Number>>>
+    // A number, true or false; no character.
+    template <class Number, class = std::enable_if_t<is_number<Number>>>
     Condition(Number number) : fType(std::is_same_v<Number, bool> ? BRIM_o::ET_BOOLVAL : BRIM_o::ET_VALUE)
     {
         fValue.vt = VT_R8;

@@ -1,3 +1,4 @@
+#include "tests/allocations.h"
 #include "tests/fixture.h"
 
 #include <stdexcept>
@@ -113,4 +114,29 @@ TEST(Expressions, Assignment)
     for (MDXSet * const set : { copy.get(), f.set })
         EXPECT_EQ("{it's} {it''s} 1", mdx_of(*set) + " " + set->getQuotedText().toUTF8() + " " + std::to_string(count_of(*set)));
     EXPECT_EQ(Strings{}, assertions.take());
+}
+
+TEST(Expressions, AssignmentIsOfTheWholeOrOfNothing)
+{
+    Assertions assertions;
+    char const * const text = "'a text that is longer than its own room'";
+    for (std::size_t nth = 1; nth <= 10; ++nth) {
+        Fixture f(kGeneral, { "{A}", text, "[F]", text, "V", text });
+        auto const assign = [nth](auto & target, auto const & source) {
+            gFailAt = kAllocationsFail ? nth : 0;
+            error_of([&] { target = source; });
+            gFailAt = 0;
+        };
+        auto const expect_whole = [&](auto & target, auto & source) {
+            EXPECT_NE(source.getQuotedText(), target.getQuotedText());
+            assign(target, source);
+            EXPECT_EQ(doubled_quotes(mdx_of(target)), target.getQuotedText().toUTF8());
+        };
+        expect_whole(*f.set, *f.other);
+        expect_whole(*f.field, *f.second);
+        expect_whole(*f.value, *f.weight);
+        MDXMemberProperty property("a", "b");
+        assign(property, MDXMemberProperty(text, text));
+        EXPECT_EQ(mdx_of(property) == "a.b", property.getPropertyUniqueName() == u"b");
+    }
 }

@@ -18,7 +18,8 @@ struct ObjectClass;
 // replaces use() or unuse() may not throw from them.
 //
 // The log gets a line when an object is created or destroyed, from level 4 of the module "MEMORY" on, and a line
-// when its count is raised or lowered, from level 5 of "INTERFACE" on. The sub-module is the class's name.
+// when its count is raised or lowered, from level 5 of "INTERFACE" on. The sub-module is the class's name. A line that
+// the log cannot take, or for which memory runs out, is left out: it fails no holder.
 class MDX_API RefCount {
 public:
     RefCount(KelpString const & name, std::int32_t id);

@@ -17,7 +17,7 @@ public:
     using VerbosityType = std::atomic<std::int32_t>;
 
     // Takes one line, and the code, level, module and sub-module that were given to log(). Called under the log's
-    // lock, so that lines do not mix: it must not call log() or setSink().
+    // lock, so that lines do not mix: it must not call log() or setSink(). What it throws passes through log().
     using Sink = void (*)(void * context, std::uint32_t code, std::int32_t level, KelpString const & module,
         KelpString const & subModule, KelpString const & line);
 

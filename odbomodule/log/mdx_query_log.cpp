@@ -59,14 +59,10 @@ void MDXQueryLog::logQuery(MDXQuery const * query, MDXQueryTimer * timer)
 {
     if (!fFile || query == nullptr)
         return;
-    // Both lines are there before the first is written, so that a host that tries again does not write it twice.
-    KelpString const statement = fCubeName + u": " + query->getText(true);
-    KelpString duration;
+    KelpString entry = fCubeName + u": " + query->getText(true);
     if (timer != nullptr)
-        duration.build("Query duration: %.3f seconds", static_cast<double>(ticks() - timer->fStartTicks) * 0.001);
-    fFile->writeLine(statement);
-    if (timer == nullptr)
-        return;
-    fFile->writeLine(duration);
+        entry += format_text(
+            "\nQuery duration: %.3f seconds", static_cast<double>(ticks() - timer->fStartTicks) * 0.001);
+    fFile->writeLine(entry); // whole or not at all, so that a host that tries again does not write it twice
     delete timer;
 }

@@ -9,7 +9,7 @@ class MDXQuery;
 
 // A file into which the host has its statements written, with the time that each took. A setting of the machine
 // switches it on; the generator hands it out and owns it. Used from one thread at a time. A failure to write is not
-// reported.
+// reported; when memory runs out, std::bad_alloc passes through.
 class MDX_API MDXQueryLog {
 public:
     // Measures time from its construction on. Belongs to the host from timeQuery until logQuery deletes it.
@@ -33,7 +33,8 @@ public:
 
     // Opens the file that the setting "MDX Query Log" under `registryKey` names, for appending. A bare name goes to
     // the temporary folder. The setting "MDX Query Clock" says whether durations are wanted; false when absent.
-    // Returns false without the first setting, and when the file cannot be opened.
+    // Returns false without the first setting, for an empty name, which means that the log is off, and when the file
+    // cannot be opened.
     bool open(KelpString const & registryKey);
 
     // Writes `text` as a line of its own. Nothing happens while the log is closed.
@@ -45,7 +46,7 @@ public:
 
     // Writes the cube's name and the statement in its multi-line form. With a timer, writes the seconds that it has
     // run and deletes it; without one, no duration. While the log is closed, for a null `query`, and when the
-    // statement throws, nothing is written and the timer still belongs to the caller.
+    // statement throws or memory runs out, nothing is written and the timer still belongs to the caller.
     void logQuery(MDXQuery const * query, MDXQueryTimer * timer);
 
 private:
