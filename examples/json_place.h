@@ -1,6 +1,7 @@
 #pragma once
 #include "odbomodule/host/kelp_string.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <initializer_list>
 #include <limits>
@@ -28,6 +29,18 @@ public:
     {
         throw Fault((fName.empty() ? "the file" : fName) + ": " + why);
     }
+    [[noreturn]] void reject_kind(std::string const & expected) const
+    {
+        reject("expected " + expected + ", found " + (fJson->is_structured() ? fJson->type_name() : fJson->dump()));
+    }
+    template <class Name, class... Tables>
+    [[noreturn]] void reject_name(Name const & name, Tables const &... known) const
+    {
+        std::string names;
+        auto const add = [&names](auto const & entry) { names += (names.empty() ? "" : ", ") + utf8(entry.first); };
+        (std::for_each(known.begin(), known.end(), add), ...);
+        reject("\"" + utf8(name) + "\" is unknown here; known: " + names);
+    }
 
     bool is_text() const { return fJson->is_string(); }
     bool is_number() const { return fJson->is_number(); }
@@ -37,7 +50,12 @@ public:
 
     std::string utf8() const { return expect(is_text(), "a text").get<std::string>(); }
     KelpString text() const { return KelpString::fromUTF8(utf8()); }
-    KelpString number_or_text() const { return is_number() ? KelpString::fromUTF8(fJson->dump()) : text(); }
+    KelpString number_or_text() const
+    {
+        if (!is_number() && !is_text())
+            reject_kind("a number or a text");
+        return is_number() ? KelpString::fromUTF8(fJson->dump()) : text();
+    }
     bool flag() const { return expect(is_flag(), "true or false").get<bool>(); }
     double real() const { return expect(is_number(), "a number").get<double>(); }
     std::int32_t number() const
@@ -94,7 +112,7 @@ public:
     {
         auto const found = table.find(name);
         if (found == table.end())
-            reject("\"" + utf8(name) + "\" is unknown here; known: " + names_of(table));
+            reject_name(name, table);
         return found->second;
     }
     template <class Table>
@@ -107,17 +125,8 @@ private:
     Json const & expect(bool isSo, char const * what) const
     {
         if (!isSo)
-            reject(std::string("expected ") + what + ", found " +
-                   (fJson->is_structured() ? fJson->type_name() : fJson->dump()));
+            reject_kind(what);
         return *fJson;
-    }
-    template <class Table>
-    static std::string names_of(Table const & table)
-    {
-        std::string names;
-        for (auto const & entry : table)
-            names += (names.empty() ? "" : ", ") + utf8(entry.first);
-        return names;
     }
     static std::string const & utf8(std::string const & text) { return text; }
     static std::string utf8(KelpString const & text) { return text.toUTF8(); }

@@ -1,17 +1,20 @@
-// report_from_json FILE [--steps]: reads a cube and reports from a JSON file such as examples/sales.json and prints each
-// statement on one line and on several. With --steps it prints the text after every step too. A fault of the file is
-// told with its place.
+// report_from_json FILE [--steps]: reads a cube and reports from a JSON file such as examples/sales.json and prints
+// each statement on one line and on several. With --steps it prints the text after every step too. A fault of the
+// file is told with its place. docs/report_file.md describes the file.
 #include "examples/json_place.h"
 #include "odbomodule/memory_cube.h"
 
 #include <algorithm>
 #include <fstream>
 #include <iostream>
+#include <limits>
 #include <sstream>
 
 using namespace memory_cube;
 
 namespace {
+
+constexpr int kMaxDepth = 200;
 
 // Makes the objects that the file describes, and notes the text after each step.
 class Composer {
@@ -75,7 +78,16 @@ private:
     std::ostringstream fSteps;
 };
 
-// A list [name, argument...]: the arguments, which are read by their numbers. One that is not read is too many.
+// What a name in a list stands for: how many arguments it takes, and the function that reads them.
+template <class Function>
+struct Operation {
+    std::size_t least;
+    std::size_t most;
+    Function run;
+};
+constexpr std::size_t kAnyCount = std::numeric_limits<std::size_t>::max();
+
+// A list [name, argument...]: the arguments, which are read by their numbers.
 class Arguments {
 public:
     Arguments(Composer & composer, Place const & place) : fComposer(composer), fPlace(place), fItems(place.items())
@@ -87,17 +99,16 @@ public:
     Place const & name() const { return fItems[0]; }
     std::size_t count() const { return fItems.size() - 1; }
     bool has(std::size_t i) const { return i < count(); }
-    Place const & operator[](std::size_t i) const
+    Place const & operator[](std::size_t i) const { return fItems.at(i + 1); }
+
+    // The function that stands in a table of operations under the name.
+    template <class Table>
+    auto find_in(Table const & table) const
     {
-        if (!has(i))
-            fPlace.reject(name().utf8() + " takes more than " + std::to_string(count()) + " arguments");
-        fRead = std::max(fRead, i + 1);
-        return fItems[i + 1];
-    }
-    void expect_all_read() const
-    {
-        if (fRead < count())
-            fItems[fRead + 1].reject(name().utf8() + " takes " + std::to_string(fRead) + " arguments");
+        auto const & [least, most, run] = name().find_in(table);
+        if (count() < least || count() > most)
+            reject_count(least, most);
+        return run;
     }
 
     KelpString text(std::size_t i) const { return (*this)[i].text(); }
@@ -109,6 +120,8 @@ public:
     RefPtr<MDXField> member(std::size_t i) const { return fComposer.member((*this)[i]); }
     RefPtr<MDXTuple> tuple(std::size_t i) const { return fComposer.tuple((*this)[i]); }
     RefPtr<MDXTuple> any_tuple(std::size_t i) const { return has(i) ? tuple(i) : RefPtr<MDXTuple>(); }
+    // A condition that asks for the current tuple may not be given null.
+    RefPtr<MDXTuple> tuple_or_empty(std::size_t i) const { return has(i) ? tuple(i) : fComposer.make().tuple({}); }
     RefPtr<MDXSet> set(std::size_t i) const
     {
         if ((*this)[i].is_object())
@@ -125,16 +138,26 @@ public:
     std::vector<Condition> conditions() const
     {
         std::vector<Condition> all;
-        for (std::size_t i = 0; i == 0 || i < count(); ++i)
+        for (std::size_t i = 0; i < count(); ++i)
             all.push_back(condition(i));
         return all;
     }
 
 private:
+    [[noreturn]] void reject_count(std::size_t least, std::size_t most) const
+    {
+        std::string counts = std::to_string(least);
+        if (most == kAnyCount)
+            counts += " or more";
+        else if (most != least)
+            counts += (most == least + 1 ? " or " : " to ") + std::to_string(most);
+        fPlace.reject(name().utf8() + " takes " + counts + (most == 1 ? " argument" : " arguments") + ", found " +
+                      std::to_string(count()));
+    }
+
     Composer & fComposer;
     Place fPlace;
     std::vector<Place> fItems;
-    mutable std::size_t fRead = 0;
 };
 using A = Arguments const;
 
@@ -155,124 +178,129 @@ Condition chain(Arguments const & operands, Combine const & combine)
     return all;
 }
 
-// The steps. A new one is one line.
+// The steps, each with the least and the most arguments that it takes. A new one is one line.
 template <class Object>
-using Steps = std::map<std::string, void (*)(Object &, Arguments const &)>;
+using Steps = std::map<std::string, Operation<void (*)(Object &, Arguments const &)>>;
 
 // clang-format off
 Steps<MDXSet> const kSetSteps = {
-    { "*=", [](MDXSet & s, A & a) { s *= *a.set(0); } },
-    { "+=", [](MDXSet & s, A & a) { s += *a.set(0); } },
-    { "-=", [](MDXSet & s, A & a) { s -= *a.set(0); } },
-    { "AddCalculations", [](MDXSet & s, A &) { s.AddCalculations(); } },
-    { "AddField", [](MDXSet & s, A & a) { s.AddField(*a.member(0), true); } },
-    { "Delimit", [](MDXSet & s, A &) { s.Delimit(); } },
-    { "DrillDownOnSet", [](MDXSet & s, A & a) { s.DrillDownOnSet(a.set(0).get()); } },
-    { "DrillUpOnSet", [](MDXSet & s, A & a) { s.DrillUpOnSet(a.set(0).get()); } },
-    { "Empty", [](MDXSet & s, A &) { s.Empty(); } },
-    { "Extract", [](MDXSet & s, A & a) { s.Extract(a.set(0)->getText(), a.hierarchy(1)); } },
-    { "Hierarchize", [](MDXSet & s, A & a) {
-        s.Hierarchize(false, a.has(0) ? a.hierarchy(0) : nullptr, a.has(0), a.calculations(1)); } },
-    { "Intersect", [](MDXSet & s, A & a) { s.Intersect(a.set(0).get()); } },
-    { "Invert", [](MDXSet & s, A & a) { s.Invert(a.hierarchy(0)); } },
-    { "Order", [](MDXSet & s, A & a) { s.Order(a[0].find_in(kDirections), a.tuple(1).get()); } },
-    { "OrderByValue", [](MDXSet & s, A & a) { s.Order(a[0].find_in(kDirections), a.value(1).get()); } },
-    { "SetExpression", [](MDXSet & s, A & a) { s.SetExpression(a.text(0)); } },
-    { "SpecifyDistinct", [](MDXSet & s, A &) { s.SpecifyDistinct(); } },
-    { "StripCalculations", [](MDXSet & s, A & a) { s.StripCalculations(a.hierarchy(0), a.flag(1)); } },
-    { "TakeAllMembers", [](MDXSet & s, A & a) { s.TakeAllMembers(a.hierarchy(0)); } },
-    { "TakeAncestorsOfMember", [](MDXSet & s, A & a) {
-        s.TakeAncestorsOfMember(a.member(0)->getText(), a.flag(2), a.number(1)); } },
-    { "TakeAncestorsOfSet", [](MDXSet & s, A & a) {
-        s.TakeAncestorsOfSet(a.set(0)->getText(), a.hierarchy(1), a.flag(3), a.number(2), a.number_or(4, 0)); } },
-    { "TakeBaseLevel", [](MDXSet & s, A & a) { s.TakeBaseLevel(a.hierarchy(0), a.number(1)); } },
-    { "TakeChildren", [](MDXSet & s, A & a) { s.TakeChildren(a.member(0).get()); } },
-    { "TakeChildrenOfSet", [](MDXSet & s, A & a) {
-        s.TakeChildren(a.set(0).get(), a.hierarchy(1), a.flag(2), a.number_or(3, -1), a.has(4) ? a.text(4) : KelpString()); } },
-    { "TakeDescendants", [](MDXSet & s, A & a) { s.TakeDescendants(a.member(0).get(), a.flag(1)); } },
-    { "TakeExtremity", [](MDXSet & s, A & a) {
-        s.TakeExtremity(a[0].find_in(kExtremes), a[1].find_in(kMeasures), a[2].number_or_text(), a.any_tuple(3).get()); } },
-    { "TakeFilter", [](MDXSet & s, A & a) { s.TakeFilter(a.condition(0).get(), a.any_tuple(1).get()); } },
-    { "TakeLeafNodes", [](MDXSet & s, A & a) { s.TakeLeafNodes(a.hierarchy(0)); } },
-    { "TakeName", [](MDXSet & s, A & a) { s.TakeName(a.set(0).get()); } },
-    { "TakeRank", [](MDXSet & s, A & a) { s.TakeRank(a.member(0).get()); } },
-    { "TakeSiblings", [](MDXSet & s, A & a) { s.TakeSiblings(a.member(0).get(), nullptr); } },
-    { "TakeSubset", [](MDXSet & s, A & a) { s.TakeSubset(a.number(0), a.number(1)); } },
-    { "TakeSubsetAround", [](MDXSet & s, A & a) { s.TakeSubset(a.tuple(0).get(), a.number(1), a.number(2)); } },
-    { "TakeSubsetBetween", [](MDXSet & s, A & a) { s.TakeSubset(a.tuple(0).get(), a.tuple(1).get()); } },
-    { "TakeTail", [](MDXSet & s, A &) { s.TakeTail(); } },
-    { "TakeTopLevel", [](MDXSet & s, A & a) { s.TakeTopLevel(a.hierarchy(0)); } },
-    { "TakeWholeLevel", [](MDXSet & s, A & a) { s.TakeWholeLevel(a.level(0)); } },
-    { "ToggleDrillStateOnSet", [](MDXSet & s, A & a) { s.ToggleDrillStateOnSet(a.set(0).get(), a.flag(1)); } },
-    { "generate", [](MDXSet & s, A & a) { s.generate(a.set(0)->getText(), a.set(1)->getText()); } },
-    { "nonEmptyCrossjoin", [](MDXSet & s, A & a) { s.nonEmptyCrossjoin(a.set(0).get()); } },
+    { "*=", { 1, 1, [](MDXSet & s, A & a) { s *= *a.set(0); } } },
+    { "+=", { 1, 1, [](MDXSet & s, A & a) { s += *a.set(0); } } },
+    { "-=", { 1, 1, [](MDXSet & s, A & a) { s -= *a.set(0); } } },
+    { "AddCalculations", { 0, 0, [](MDXSet & s, A &) { s.AddCalculations(); } } },
+    { "AddField", { 1, 1, [](MDXSet & s, A & a) { s.AddField(*a.member(0), true); } } },
+    { "Delimit", { 0, 0, [](MDXSet & s, A &) { s.Delimit(); } } },
+    { "DrillDownOnSet", { 1, 1, [](MDXSet & s, A & a) { s.DrillDownOnSet(a.set(0).get()); } } },
+    { "DrillUpOnSet", { 1, 1, [](MDXSet & s, A & a) { s.DrillUpOnSet(a.set(0).get()); } } },
+    { "Empty", { 0, 0, [](MDXSet & s, A &) { s.Empty(); } } },
+    { "Extract", { 2, 2, [](MDXSet & s, A & a) { s.Extract(a.set(0)->getText(), a.hierarchy(1)); } } },
+    { "Hierarchize", { 0, 2, [](MDXSet & s, A & a) {
+        s.Hierarchize(false, a.has(0) ? a.hierarchy(0) : nullptr, a.has(0), a.calculations(1)); } } },
+    { "Intersect", { 1, 1, [](MDXSet & s, A & a) { s.Intersect(a.set(0).get()); } } },
+    { "Invert", { 1, 1, [](MDXSet & s, A & a) { s.Invert(a.hierarchy(0)); } } },
+    { "Order", { 2, 2, [](MDXSet & s, A & a) { s.Order(a[0].find_in(kDirections), a.tuple(1).get()); } } },
+    { "OrderByValue", { 2, 2, [](MDXSet & s, A & a) { s.Order(a[0].find_in(kDirections), a.value(1).get()); } } },
+    { "SetExpression", { 1, 1, [](MDXSet & s, A & a) { s.SetExpression(a.text(0)); } } },
+    { "SpecifyDistinct", { 0, 0, [](MDXSet & s, A &) { s.SpecifyDistinct(); } } },
+    { "StripCalculations", { 1, 2, [](MDXSet & s, A & a) { s.StripCalculations(a.hierarchy(0), a.flag(1)); } } },
+    { "TakeAllMembers", { 1, 1, [](MDXSet & s, A & a) { s.TakeAllMembers(a.hierarchy(0)); } } },
+    { "TakeAncestorsOfMember", { 2, 3, [](MDXSet & s, A & a) {
+        s.TakeAncestorsOfMember(a.member(0)->getText(), a.flag(2), a.number(1)); } } },
+    { "TakeAncestorsOfSet", { 3, 5, [](MDXSet & s, A & a) {
+        s.TakeAncestorsOfSet(a.set(0)->getText(), a.hierarchy(1), a.flag(3), a.number(2), a.number_or(4, 0)); } } },
+    { "TakeBaseLevel", { 2, 2, [](MDXSet & s, A & a) { s.TakeBaseLevel(a.hierarchy(0), a.number(1)); } } },
+    { "TakeChildren", { 1, 1, [](MDXSet & s, A & a) { s.TakeChildren(a.member(0).get()); } } },
+    { "TakeChildrenOfSet", { 2, 5, [](MDXSet & s, A & a) {
+        s.TakeChildren(a.set(0).get(), a.hierarchy(1), a.flag(2), a.number_or(3, -1),
+            a.has(4) ? a.text(4) : KelpString()); } } },
+    { "TakeDescendants", { 1, 2, [](MDXSet & s, A & a) { s.TakeDescendants(a.member(0).get(), a.flag(1)); } } },
+    { "TakeExtremity", { 3, 4, [](MDXSet & s, A & a) {
+        s.TakeExtremity(a[0].find_in(kExtremes), a[1].find_in(kMeasures), a[2].number_or_text(),
+            a.any_tuple(3).get()); } } },
+    { "TakeFilter", { 1, 2, [](MDXSet & s, A & a) {
+        s.TakeFilter(a.condition(0).get(), a.tuple_or_empty(1).get()); } } },
+    { "TakeLeafNodes", { 1, 1, [](MDXSet & s, A & a) { s.TakeLeafNodes(a.hierarchy(0)); } } },
+    { "TakeName", { 1, 1, [](MDXSet & s, A & a) { s.TakeName(a.set(0).get()); } } },
+    { "TakeRank", { 1, 1, [](MDXSet & s, A & a) { s.TakeRank(a.member(0).get()); } } },
+    { "TakeSiblings", { 1, 1, [](MDXSet & s, A & a) { s.TakeSiblings(a.member(0).get(), nullptr); } } },
+    { "TakeSubset", { 2, 2, [](MDXSet & s, A & a) { s.TakeSubset(a.number(0), a.number(1)); } } },
+    { "TakeSubsetAround", { 3, 3, [](MDXSet & s, A & a) {
+        s.TakeSubset(a.tuple(0).get(), a.number(1), a.number(2)); } } },
+    { "TakeSubsetBetween", { 2, 2, [](MDXSet & s, A & a) { s.TakeSubset(a.tuple(0).get(), a.tuple(1).get()); } } },
+    { "TakeTail", { 0, 0, [](MDXSet & s, A &) { s.TakeTail(); } } },
+    { "TakeTopLevel", { 1, 1, [](MDXSet & s, A & a) { s.TakeTopLevel(a.hierarchy(0)); } } },
+    { "TakeWholeLevel", { 1, 1, [](MDXSet & s, A & a) { s.TakeWholeLevel(a.level(0)); } } },
+    { "ToggleDrillStateOnSet", { 1, 2, [](MDXSet & s, A & a) {
+        s.ToggleDrillStateOnSet(a.set(0).get(), a.flag(1)); } } },
+    { "generate", { 2, 2, [](MDXSet & s, A & a) { s.generate(a.set(0)->getText(), a.set(1)->getText()); } } },
+    { "nonEmptyCrossjoin", { 1, 1, [](MDXSet & s, A & a) { s.nonEmptyCrossjoin(a.set(0).get()); } } },
 };
 Steps<MDXField> const kMemberSteps = {
-    { "DrillUp", [](MDXField & m, A &) { m.DrillUp(nullptr); } },
-    { "LoopLeft", [](MDXField & m, A &) { m.LoopLeft(); } },
-    { "LoopRight", [](MDXField & m, A &) { m.LoopRight(); } },
-    { "MoveToChild", [](MDXField & m, A & a) { m.MoveToChild(a.text(0)); } },
-    { "MoveToFirstChild", [](MDXField & m, A &) { m.MoveToFirstChild(); } },
-    { "MoveToFirstSibling", [](MDXField & m, A &) { m.MoveToFirstSibling(); } },
-    { "MoveToLastSibling", [](MDXField & m, A &) { m.MoveToLastSibling(); } },
-    { "MoveToParent", [](MDXField & m, A &) { m.MoveToParent(); } },
-    { "TakeAncestorAtLevel", [](MDXField & m, A & a) { m.TakeAncestorAtLevel(nullptr, a.number(0)); } },
-    { "TakeCurrentMember", [](MDXField & m, A & a) { m.TakeCurrentMember(a.hierarchy(0)); } },
-    { "TakeDefaultMember", [](MDXField & m, A & a) { m.TakeDefaultMember(a.hierarchy(0)); } },
+    { "DrillUp", { 0, 0, [](MDXField & m, A &) { m.DrillUp(nullptr); } } },
+    { "LoopLeft", { 0, 0, [](MDXField & m, A &) { m.LoopLeft(); } } },
+    { "LoopRight", { 0, 0, [](MDXField & m, A &) { m.LoopRight(); } } },
+    { "MoveToChild", { 1, 1, [](MDXField & m, A & a) { m.MoveToChild(a.text(0)); } } },
+    { "MoveToFirstChild", { 0, 0, [](MDXField & m, A &) { m.MoveToFirstChild(); } } },
+    { "MoveToFirstSibling", { 0, 0, [](MDXField & m, A &) { m.MoveToFirstSibling(); } } },
+    { "MoveToLastSibling", { 0, 0, [](MDXField & m, A &) { m.MoveToLastSibling(); } } },
+    { "MoveToParent", { 0, 0, [](MDXField & m, A &) { m.MoveToParent(); } } },
+    { "TakeAncestorAtLevel", { 1, 1, [](MDXField & m, A & a) { m.TakeAncestorAtLevel(nullptr, a.number(0)); } } },
+    { "TakeCurrentMember", { 1, 1, [](MDXField & m, A & a) { m.TakeCurrentMember(a.hierarchy(0)); } } },
+    { "TakeDefaultMember", { 1, 1, [](MDXField & m, A & a) { m.TakeDefaultMember(a.hierarchy(0)); } } },
 };
 Steps<MDXValue> const kValueSteps = {
-    { "Add", [](MDXValue & v, A & a) { v.Add(a.number(0)); } },
-    { "ReverseSign", [](MDXValue & v, A &) { v.ReverseSign(); } },
-    { "TakeAverage", [](MDXValue & v, A & a) { v.TakeAverage(a.set(0).get()); } },
-    { "TakeCaption", [](MDXValue & v, A & a) { v.TakeCaption(a.member(0).get()); } },
-    { "TakeCorrelation", [](MDXValue & v, A & a) {
-        v.TakeCorrelation(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } },
-    { "TakeCount", [](MDXValue & v, A & a) { v.TakeCount(a.set(0).get()); } },
-    { "TakeCovariance", [](MDXValue & v, A & a) {
-        v.TakeCovariance(a.set(0).get(), a.value(1).get(), a.any_value(2).get(), a.flag(3)); } },
-    { "TakeDescription", [](MDXValue & v, A & a) { v.TakeDescription(a.member(0).get()); } },
-    { "TakeEquality", [](MDXValue & v, A & a) { v.TakeEquality(a.text(0)); } },
-    { "TakeLinRegIntercept", [](MDXValue & v, A & a) {
-        v.TakeLinRegIntercept(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } },
-    { "TakeLinRegPoint", [](MDXValue & v, A & a) {
-        v.TakeLinRegPoint(a.value(0).get(), a.set(1).get(), a.value(2).get(), a.any_value(3).get()); } },
-    { "TakeLinRegR2", [](MDXValue & v, A & a) {
-        v.TakeLinRegR2(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } },
-    { "TakeLinRegSlope", [](MDXValue & v, A & a) {
-        v.TakeLinRegSlope(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } },
-    { "TakeLinRegVariance", [](MDXValue & v, A & a) {
-        v.TakeLinRegVariance(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } },
-    { "TakeMax", [](MDXValue & v, A & a) { v.TakeMax(a.set(0).get()); } },
-    { "TakeMin", [](MDXValue & v, A & a) { v.TakeMin(a.set(0).get()); } },
-    { "TakeName", [](MDXValue & v, A & a) { v.TakeName(a.member(0).get()); } },
-    { "TakeProperty", [](MDXValue & v, A & a) { v.TakeProperty(a.member(0).get(), a.text(1)); } },
-    { "TakeSum", [](MDXValue & v, A & a) { v.TakeSum(a.set(0).get()); } },
-    { "TakeUniqueName", [](MDXValue & v, A & a) { v.TakeUniqueName(a.member(0).get()); } },
+    { "Add", { 1, 1, [](MDXValue & v, A & a) { v.Add(a.number(0)); } } },
+    { "ReverseSign", { 0, 0, [](MDXValue & v, A &) { v.ReverseSign(); } } },
+    { "TakeAverage", { 1, 1, [](MDXValue & v, A & a) { v.TakeAverage(a.set(0).get()); } } },
+    { "TakeCaption", { 1, 1, [](MDXValue & v, A & a) { v.TakeCaption(a.member(0).get()); } } },
+    { "TakeCorrelation", { 2, 3, [](MDXValue & v, A & a) {
+        v.TakeCorrelation(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } } },
+    { "TakeCount", { 1, 1, [](MDXValue & v, A & a) { v.TakeCount(a.set(0).get()); } } },
+    { "TakeCovariance", { 2, 4, [](MDXValue & v, A & a) {
+        v.TakeCovariance(a.set(0).get(), a.value(1).get(), a.any_value(2).get(), a.flag(3)); } } },
+    { "TakeDescription", { 1, 1, [](MDXValue & v, A & a) { v.TakeDescription(a.member(0).get()); } } },
+    { "TakeEquality", { 1, 1, [](MDXValue & v, A & a) { v.TakeEquality(a.text(0)); } } },
+    { "TakeLinRegIntercept", { 2, 3, [](MDXValue & v, A & a) {
+        v.TakeLinRegIntercept(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } } },
+    { "TakeLinRegPoint", { 3, 4, [](MDXValue & v, A & a) {
+        v.TakeLinRegPoint(a.value(0).get(), a.set(1).get(), a.value(2).get(), a.any_value(3).get()); } } },
+    { "TakeLinRegR2", { 2, 3, [](MDXValue & v, A & a) {
+        v.TakeLinRegR2(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } } },
+    { "TakeLinRegSlope", { 2, 3, [](MDXValue & v, A & a) {
+        v.TakeLinRegSlope(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } } },
+    { "TakeLinRegVariance", { 2, 3, [](MDXValue & v, A & a) {
+        v.TakeLinRegVariance(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } } },
+    { "TakeMax", { 1, 1, [](MDXValue & v, A & a) { v.TakeMax(a.set(0).get()); } } },
+    { "TakeMin", { 1, 1, [](MDXValue & v, A & a) { v.TakeMin(a.set(0).get()); } } },
+    { "TakeName", { 1, 1, [](MDXValue & v, A & a) { v.TakeName(a.member(0).get()); } } },
+    { "TakeProperty", { 2, 2, [](MDXValue & v, A & a) { v.TakeProperty(a.member(0).get(), a.text(1)); } } },
+    { "TakeSum", { 1, 1, [](MDXValue & v, A & a) { v.TakeSum(a.set(0).get()); } } },
+    { "TakeUniqueName", { 1, 1, [](MDXValue & v, A & a) { v.TakeUniqueName(a.member(0).get()); } } },
 };
-std::map<std::string, Condition (*)(Arguments const &)> const kConditions = {
-    { "!=", [](A & a) { return a.condition(0) != a.condition(1); } },
-    { "*", [](A & a) { return a.condition(0) * a.condition(1); } },
-    { "+", [](A & a) { return a.condition(0) + a.condition(1); } },
-    { "-", [](A & a) { return a.has(1) ? a.condition(0) - a.condition(1) : -a.condition(0); } },
-    { "/", [](A & a) { return a.condition(0) / a.condition(1); } },
-    { "<", [](A & a) { return a.condition(0) < a.condition(1); } },
-    { "<=", [](A & a) { return a.condition(0) <= a.condition(1); } },
-    { "=", [](A & a) { return a.condition(0) == a.condition(1); } },
-    { ">", [](A & a) { return a.condition(0) > a.condition(1); } },
-    { ">=", [](A & a) { return a.condition(0) >= a.condition(1); } },
-    { "and", [](A & a) { return chain(a, [](Condition x, Condition y) { return x && y; }); } },
-    { "between", [](A & a) { return between(a.condition(0), a.condition(1), a.condition(2)); } },
-    { "current", [](A &) { return current(); } },
-    { "current set", [](A &) { return current_set(); } },
-    { "is null", [](A & a) { return is_null(a.condition(0)); } },
-    { "mdx", [](A & a) { return mdx(a.text(0)); } },
-    { "not", [](A & a) { return !a.condition(0); } },
-    { "or", [](A & a) { return chain(a, [](Condition x, Condition y) { return x || y; }); } },
-    { "outside", [](A & a) { return outside(a.condition(0), a.condition(1), a.condition(2)); } },
-    { "set", [](A & a) { return Condition(a.set(0)); } },
-    { "text", [](A & a) { return text(a.text(0)); } },
-    { "tuple", [](A & a) { return tuple(a.conditions()); } },
-    { "value", [](A & a) { return value(a.condition(0)); } },
+std::map<std::string, Operation<Condition (*)(Arguments const &)>> const kConditions = {
+    { "!=", { 2, 2, [](A & a) { return a.condition(0) != a.condition(1); } } },
+    { "*", { 2, 2, [](A & a) { return a.condition(0) * a.condition(1); } } },
+    { "+", { 2, 2, [](A & a) { return a.condition(0) + a.condition(1); } } },
+    { "-", { 1, 2, [](A & a) { return a.has(1) ? a.condition(0) - a.condition(1) : -a.condition(0); } } },
+    { "/", { 2, 2, [](A & a) { return a.condition(0) / a.condition(1); } } },
+    { "<", { 2, 2, [](A & a) { return a.condition(0) < a.condition(1); } } },
+    { "<=", { 2, 2, [](A & a) { return a.condition(0) <= a.condition(1); } } },
+    { "=", { 2, 2, [](A & a) { return a.condition(0) == a.condition(1); } } },
+    { ">", { 2, 2, [](A & a) { return a.condition(0) > a.condition(1); } } },
+    { ">=", { 2, 2, [](A & a) { return a.condition(0) >= a.condition(1); } } },
+    { "and", { 2, kAnyCount, [](A & a) { return chain(a, [](Condition x, Condition y) { return x && y; }); } } },
+    { "between", { 3, 3, [](A & a) { return between(a.condition(0), a.condition(1), a.condition(2)); } } },
+    { "current", { 0, 0, [](A &) { return current(); } } },
+    { "current set", { 0, 0, [](A &) { return current_set(); } } },
+    { "is null", { 1, 1, [](A & a) { return is_null(a.condition(0)); } } },
+    { "mdx", { 1, 1, [](A & a) { return mdx(a.text(0)); } } },
+    { "not", { 1, 1, [](A & a) { return !a.condition(0); } } },
+    { "or", { 2, kAnyCount, [](A & a) { return chain(a, [](Condition x, Condition y) { return x || y; }); } } },
+    { "outside", { 3, 3, [](A & a) { return outside(a.condition(0), a.condition(1), a.condition(2)); } } },
+    { "set", { 1, 1, [](A & a) { return Condition(a.set(0)); } } },
+    { "text", { 1, 1, [](A & a) { return text(a.text(0)); } } },
+    { "tuple", { 1, kAnyCount, [](A & a) { return tuple(a.conditions()); } } },
+    { "value", { 1, 1, [](A & a) { return value(a.condition(0)); } } },
 };
 // clang-format on
 
@@ -284,15 +312,14 @@ void Composer::take_steps(Object & object, Place const & place, Table const & ta
     for (Place const & step : place.at("steps").items()) {
         Arguments const arguments(*this, step);
         try {
-            arguments.name().find_in(table)(object, arguments);
+            arguments.find_in(table)(object, arguments);
         } catch (MDXError const & error) {
             step.reject(error.getText().toUTF8());
         } catch (Fault const &) {
             throw;
-        } catch (std::exception const & error) { // a text that is too long
-            step.reject(error.what());
+        } catch (std::exception const &) { // std::length_error or std::bad_alloc
+            step.reject("the text grows too long");
         }
-        arguments.expect_all_read();
         fSteps << step.name() << " " << arguments.name().utf8() << ":\n    " << object.getText() << "\n";
     }
 }
@@ -306,9 +333,14 @@ RefPtr<MDXField> Composer::member(Place const & place)
         take_steps(*member, place, kMemberSteps);
         return member;
     }
-    if (fCube.calculations().count(place.text()) != 0)
-        return fMake.calculated(fCube.calculation(place.text()));
-    return fMake.member(find(fCube.members(), &Cube::member, place));
+    if (!place.is_text())
+        place.reject_kind("a member's name or an object");
+    KelpString const name = place.text();
+    if (fCube.calculations().count(name) != 0)
+        return fMake.calculated(fCube.calculation(name));
+    if (fCube.members().count(name) == 0)
+        place.reject_name(name, fCube.calculations(), fCube.members());
+    return fMake.member(fCube.member(name));
 }
 
 // MDX as it is, a list of members, or { "from": { kind: ... }, "steps": [...] }, which starts from the empty set if
@@ -319,6 +351,8 @@ RefPtr<MDXSet> Composer::set(Place const & place)
         return fMake.set(place.text());
     if (place.is_list())
         return fMake.list(members(place));
+    if (!place.is_object())
+        place.reject_kind("MDX, a list of members or an object");
     RefPtr<MDXSet> set = fMake.set();
     if (place.has("from")) {
         Place const from = place.at("from");
@@ -341,8 +375,12 @@ RefPtr<MDXSet> Composer::set(Place const & place)
 // A whole number, MDX as it is, or { "from": ..., "steps": [...] }.
 RefPtr<MDXValue> Composer::value(Place const & place)
 {
+    if (place.is_text())
+        return fMake.value(place.text());
+    if (place.is_number())
+        return fMake.value(place.number());
     if (!place.is_object())
-        return place.is_text() ? fMake.value(place.text()) : fMake.value(place.number());
+        place.reject_kind("a whole number, MDX or an object");
     place.expect_keys({ "from", "steps" });
     RefPtr<MDXValue> const value = place.has("from") ? this->value(place.at("from")) : fMake.value(0);
     take_steps(*value, place, kValueSteps);
@@ -359,9 +397,7 @@ Condition Composer::condition(Place const & place)
     if (!place.is_list())
         return member(place);
     Arguments const operands(*this, place);
-    Condition const condition = operands.name().find_in(kConditions)(operands);
-    operands.expect_all_read();
-    return condition;
+    return operands.find_in(kConditions)(operands);
 }
 
 // An object of members and those below them, or a list of those at the bottom.
@@ -375,6 +411,8 @@ void read_members(Cube & cube, Place const & place, Hierarchy * hierarchy, Membe
             add(name);
         return;
     }
+    if (!place.is_object())
+        place.reject_kind("an object or a list of names");
     for (auto const & [name, below] : place.entries())
         read_members(cube, below, hierarchy, add(name));
 }
@@ -515,6 +553,14 @@ std::string compose(Place const & file, bool steps)
     return out.str();
 }
 
+// Called for each value that is parsed. What is nested is read by recursion.
+bool limit_depth(int depth, Place::Json::parse_event_t, Place::Json &)
+{
+    if (depth > kMaxDepth)
+        throw Fault("lists and objects are nested more than " + std::to_string(kMaxDepth) + " levels deep");
+    return true;
+}
+
 }
 
 int main(int argc, char ** argv)
@@ -526,11 +572,12 @@ int main(int argc, char ** argv)
     }
     try {
         std::ifstream file(argv[1]);
+        file.peek(); // fails for a folder, which can be opened
         if (!file)
             throw Fault("the file cannot be read");
-        Place::Json const json = Place::Json::parse(file);
+        Place::Json const json = Place::Json::parse(file, limit_depth);
         std::cout << compose(Place(json), steps);
-    } catch (Place::Json::parse_error const & error) {
+    } catch (Place::Json::exception const & error) {
         std::string const what = error.what();
         std::cerr << argv[1] << ": " << what.substr(what.find("] ") + 2) << "\n"; // after the number of the error
         return 1;

@@ -10,7 +10,7 @@
 namespace {
 
 using namespace BRIM_o;
-using memory_cube::Condition, memory_cube::current, memory_cube::current_set, memory_cube::mdx, memory_cube::tuple;
+using memory_cube::Condition, memory_cube::current, memory_cube::current_set, memory_cube::mdx;
 
 MDXSet * filter_without_value(Fixture & f)
 {
@@ -29,41 +29,6 @@ TEST(Conditions, Texts)
         { CALL(f.set->Filter(current().get(), f.empty)), raises(MDX_ERR_EMPTY_TUPLE) },
         { CALL(f.set->TakeFilter(current_set().get(), nullptr)), "FILTER( {A}, {A})" },
     });
-}
-
-using Kinds = std::vector<std::int32_t>;
-
-// Watches the two hooks of a translation. What it writes is not taken.
-struct Watching final : MDXSet {
-    using MDXSet::MDXSet;
-    Kinds fVisited, fAsked;
-
-protected:
-    void translate_condition(KelpString & text, Expression * expression, MDXTuple const * tuple) override
-    {
-        EXPECT_TRUE(text.empty());
-        fVisited.push_back(expression->getType());
-        MDXSet::translate_condition(text, expression, tuple);
-    }
-    bool server_translate(KelpString & text, Expression * expression, MDXTuple const *) override
-    {
-        EXPECT_TRUE(text.empty());
-        fAsked.push_back(expression->getType());
-        text = "not taken";
-        return false;
-    }
-};
-
-TEST(Conditions, AskTheServerBeforeTheOperands)
-{
-    Fixture f;
-    RefPtr<Watching> const set(new Watching(KelpString("{A}")));
-    Condition const range = between(value(mdx("x")) + Condition(ET_NATIVE, "n"), current(), mdx("a"));
-    Condition tree = range && !is_null(tuple({ mdx("a"), current_set(), mdx("b") }));
-    set->Filter(tree.get(), f.single);
-    EXPECT_EQ("x + ( n ) >= [F] AND x + ( n ) <= a AND NOT( ( a, {A}, b )  = NULL )", mdx_of(*set));
-    EXPECT_EQ(Kinds({ 151, 0, 158, 52, 124, 2, 42, 124, 153, 19, 140, 124, 3, 124 }), set->fVisited);
-    EXPECT_EQ(Kinds({ 151, 0, 158, 124, 42, 124, 153, 19, 140, 124, 3, 124 }), set->fAsked);
 }
 
 // A tree of that many nodes, each below the operand of the one above that has the number `place`.

@@ -96,14 +96,11 @@ TEST(Dialect, Statements)
     select->AddMemberFormula(f.second->ReplaceName("[G's]"), f.weight, -1, {}, {});
     select->AddSetFormula("N", f.set);
     select->AddAxisSpecification(0, f.set, {}, MDXSelectQuery::NES_NON_EMPTY);
-    select->AddAxisSpecification(1, f.other, { "P", "Q" }, MDXSelectQuery::NES_ALL);
     select->AddSlicerSpecification(f.field->TakeParentOfCalculation(&f.child));
     select->AddSlicerSpecification(f.second);
-    select->AddCellProperties({ "FORMATTED_VALUE" });
     EXPECT_EQ(mdx_of(*select),
         "WITH MEMBER [D.N] AS ' ''v'' ' , SOLVE_ORDER = 3, FORMAT_STRING = '#,#'  MEMBER [G's] AS ' W '    SET N AS ' {''A''} '  "
-        "SELECT NON EMPTY {'A'} ON COLUMNS , {B} DIMENSION PROPERTIES P, Q ON ROWS "
-        "FROM [Sales] WHERE ( [D.N], [G's] )   CELL PROPERTIES FORMATTED_VALUE");
+        "SELECT NON EMPTY {'A'} ON COLUMNS FROM [Sales] WHERE ( [D.N], [G's] )  ");
 
     create->AddMemberFormula(f.second, value.get(), 0, {}, {});
     create->AddSetFormula("N", f.set);

@@ -13,6 +13,10 @@ if [[ ${2:-} == --update ]]; then
 fi
 "$program" "$sample" --steps | diff -u "$tests/report_from_json.txt" -
 
+guide=$tests/../docs/report_file.md
+awk '/^```/ { inside = $0 == "```json"; next } inside' "$guide" > "$work/guide.json"
+"$tests/document_test.sh" "$guide" "$program" "$work/guide.json"
+
 # fault TEXT OTHER MESSAGE: with OTHER in the place of TEXT, the file is rejected by a line that begins with the message.
 failed=0
 fault() {
@@ -27,8 +31,8 @@ fault() {
 }
 fault '"TakeLeafNodes"' '"TakeLeaves"' 'reports[2].axes[1].steps[0][0]: "TakeLeaves" is unknown here; known: *=, +=, -=, AddCalculations,'
 fault '"TakeSubset", 0' '"TakeSubset", "first"' 'reports[2].axes[1].steps[1][1]: expected a whole number, found "first"'
-fault '"TakeSubset", 0, 20' '"TakeSubset", 0' 'reports[2].axes[1].steps[1]: TakeSubset takes more than 1 arguments'
-fault '["LoopLeft"]' '["LoopLeft", 2]' 'reports[2].axes[0].from.members[0].steps[0][1]: LoopLeft takes 0 arguments'
+fault '"TakeSubset", 0, 20' '"TakeSubset", 0' 'reports[2].axes[1].steps[1]: TakeSubset takes 2 arguments, found 1'
+fault '["LoopLeft"]' '["LoopLeft", 2]' 'reports[2].axes[0].from.members[0].steps[0]: LoopLeft takes 0 arguments, found 1'
 fault '"level": "[Store].[City]"' '"level": "[Store].[Town]"' 'reports[1].axes[1].from.level: "[Store].[Town]" is unknown here; known: [Measures].'
 fault '["is null"' '["is nil"' 'reports[0].axes[1].steps[1][1][2][1][0]: "is nil" is unknown here; known: !=, *, +,'
 fault '"nonEmpty": true' '"nonEmtpy": true' 'reports[0].axes[1]: "nonEmtpy" is unknown here; known: from, nonEmpty, properties, steps'
@@ -36,5 +40,15 @@ fault '"Count", 3, ["[Measures].[Store Sales]", "[Time].[Calendar].[2025]"]' '"S
     'reports[1].axes[1].steps[1]: A tuple is needed to measure by.'
 fault '"sets": ["[Home]"]' '"sets": []' 'reports[5]: '
 fault '"Store Cost", "Unit Sales"' '"Store Sales"' 'cube.dimensions[0]: The cube has [Measures].[Store Sales] already'
+fault '["TakeLeafNodes", "[Store]"]' '["TakeFilter", ["current"]]' 'reports[2].axes[1].steps[0]: The tuple is empty.'
+fault '["TakeLeafNodes", "[Store]"]' "$(printf '["not",%.0s' {1..200})" 'lists and objects are nested more than 200 levels deep'
+fault '["TakeLeafNodes", "[Store]"]' '["TakeAncestorsOfMember", "[Store].[Europe]", 2147483647]' \
+    'reports[2].axes[1].steps[0]: the text grows too long'
+fault '["[Measures].[Unit Sales]", "[Measures].[Store Sales]"]' 5 \
+    'reports[2].axes[0].steps[0][1]: expected MDX, a list of members or an object, found 5'
+fault '"slicer": ["[Time]' '"slicer": ["[Tmie]' \
+    'reports[0].slicer[0]: "[Tmie].[Calendar].[2025].[Q1]" is unknown here; known: [Measures].[Profit], [Store].[Europe], [M'
+fault '"solveOrder": 2' '"solveOrder": 1e400' "number overflow parsing '1e400'"
 fault '"cube": {' '"cube": [' 'parse error at line 3, column 15: '
+[[ $("$program" "$work" 2>&1) == "$work: the file cannot be read" ]] || failed=1
 exit "$failed"

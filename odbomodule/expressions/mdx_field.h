@@ -16,8 +16,9 @@ class Member;
 // The expression for one member of a cube. The object is its MDX text: an operation rewrites the text and
 // returns the field, for chaining, with no reference attached. "this" below is the text before the call.
 // Arguments are read during the call and not kept, and may not be null unless it says so; names go in
-// unchanged, a "]" in them is not doubled. What the host throws, and a lack of memory, leave the text as it was.
-// Born with one reference; the last unuse() deletes it.
+// unchanged, a "]" in them is not doubled. An operation may throw what the host throws and the standard library's
+// std::bad_alloc and std::length_error; the text is as it was then. Born with one reference; the last unuse()
+// deletes it.
 class MDX_API MDXField : public support::RefCount {
 public:
     // The text itself, unchanged.

@@ -4,7 +4,7 @@
 #include "odbomodule/host/kelp_string.h"
 
 // The name of a member property: an owner's name and the property's own. Both are stored unchanged and never
-// change. Born with one reference; the last unuse() deletes it.
+// change. A text may throw std::bad_alloc. Born with one reference; the last unuse() deletes it.
 class MDX_API MDXMemberProperty : public support::RefCount {
 public:
     MDXMemberProperty(KelpString const & ownerName, KelpString const & propertyName);

@@ -8,8 +8,9 @@
 class MDXField;
 
 // A list of members, written as one tuple. It holds the fields themselves, with a reference on each, and makes
-// its text when asked: a later change of a field shows. Born with one reference; the last unuse() deletes it
-// and gives back the fields, from first to last.
+// its text when asked: a later change of a field shows. A text, and AddField, may throw std::bad_alloc; the tuple
+// is as it was then. Born with one reference; the last unuse() deletes it and gives back the fields, from first to
+// last.
 class MDX_API MDXTuple : public support::RefCount {
 public:
     // An empty list.

@@ -11,8 +11,9 @@ class MDXSet;
 // The expression for one value: a number, an aggregate, a property of a member, a condition. The object is its
 // MDX text: an operation rewrites the text and returns the value, for chaining, with no reference attached.
 // "this" below is the text before the call; an operation without it drops that text. Arguments are read during
-// the call and not kept, and may not be null unless it says so; texts go in unchanged. Unless it says otherwise, a
-// lack of memory leaves the text as it was. Born with one reference; the last unuse() deletes it.
+// the call and not kept, and may not be null unless it says so; texts go in unchanged. An operation may throw what
+// an argument throws and the standard library's std::bad_alloc and std::length_error; unless it says otherwise, the
+// text is as it was then. Born with one reference; the last unuse() deletes it.
 class MDX_API MDXValue : public support::RefCount {
 public:
     // The number in decimal.

@@ -23,9 +23,10 @@ class MDXTuple;
 class MDXValue;
 
 // Makes the statements and expressions for one cube. Each Generate... gives the caller a new object with one
-// reference, to be given back by unuse(); the object does not need the generator. Host objects are read during the
-// call and not kept. Pointers may not be null unless it says so. Objects may be made on several threads at once;
-// the query log is for one thread. The host ends a generator by delete.
+// reference, to be given back by unuse(); the object does not need the generator. When it throws (an MDXError, what
+// the host throws, std::bad_alloc), there is no object. Host objects are read during the call and not kept. Pointers
+// may not be null unless it says so. Objects may be made on several threads at once; the query log is for one
+// thread. The host ends a generator by delete.
 class MDX_API MDXQueryGenerator {
 public:
     // How the server spells hierarchies: in one pair of brackets with their dimension, or by unique names.

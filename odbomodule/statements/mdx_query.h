@@ -6,7 +6,8 @@
 #include <cstdint>
 
 // A statement. It holds objects, not text: each getText makes the text anew, from the current texts of what it
-// holds. Used from one thread at a time. Born with one reference; the last unuse() deletes it and gives back what
+// holds. Used from one thread at a time. Besides MDXError, a call may throw std::bad_alloc, and std::length_error for
+// a text; the statement is as it was then. Born with one reference; the last unuse() deletes it and gives back what
 // it holds.
 class MDX_API MDXQuery : public support::RefCount {
 public:
