@@ -230,7 +230,9 @@ struct Assertions {
     Assertions()
         : fBefore(support_dll::setAssertionHandler(
               [](char const * expression, char const * file) { fAll.push_back(std::string(expression) + " in " + file); }))
-    {}
+    {
+        fAll.clear();
+    }
     ~Assertions() { support_dll::setAssertionHandler(fBefore); }
     Strings take() { return std::exchange(fAll, {}); }
 };
