@@ -5,8 +5,6 @@
 #include "odbomodule/host/core_log.h"
 #include "odbomodule/host/string_converters.h"
 
-#include <cmath>
-#include <limits>
 #include <sstream>
 #include <thread>
 
@@ -41,6 +39,7 @@ TEST(KelpString, FindsWholeCharacters)
     EXPECT_EQ(text.find('t', 3), 3u);
     EXPECT_EQ(text.find('t', 99), KelpString::npos);
     EXPECT_EQ(text.find('\x80'), KelpString::npos);
+    EXPECT_EQ(KelpString("a\x7F").find('\x7F'), 1u);
     KelpString cut(u"abct");
     cut.resize(2);
     EXPECT_EQ(cut.find('t', 1), KelpString::npos);
