@@ -80,7 +80,7 @@ TEST_F(SettingsFiles, FirstFileWithTheValueWins)
 TEST_F(SettingsFiles, AreOrdinaryFilesUpToASize)
 {
     std::string bytes = kSection + "\"Name\"=\"yes\"\n";
-    for (std::size_t const size : { 4097, 1024 * 1024 }) { // the first is read in two parts, of which one is a single byte
+    for (std::size_t const size : { 4097u, 1024u * 1024u }) { // the first is read in two parts, of which one is a single byte
         bytes.resize(size, ' ');
         write(fFirst, bytes);
         EXPECT_EQ(read_setting("Name"), "yes");
