@@ -24,6 +24,7 @@ TEST(Cube, SaysWhatItDoesNotHave)
         }
     }
     memory_cube::Hierarchy * const stores = cube.add_hierarchy(cube.add_dimension("Store"));
+    EXPECT_THROW(cube.add_dimension("Store"), std::invalid_argument);
     cube.add_calculation(stores, "Europe");
     BRIM_o::Calculation * found = nullptr;
     EXPECT_TRUE(stores->getCalculation(1, found));
