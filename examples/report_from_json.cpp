@@ -8,7 +8,9 @@
 #include <fstream>
 #include <iostream>
 #include <limits>
+#include <new>
 #include <sstream>
+#include <stdexcept>
 
 using namespace memory_cube;
 
@@ -315,9 +317,9 @@ void Composer::take_steps(Object & object, Place const & place, Table const & ta
             arguments.find_in(table)(object, arguments);
         } catch (MDXError const & error) {
             step.reject(error.getText().toUTF8());
-        } catch (Fault const &) {
-            throw;
-        } catch (std::exception const &) { // std::length_error or std::bad_alloc
+        } catch (std::length_error const &) {
+            step.reject("the text grows too long");
+        } catch (std::bad_alloc const &) {
             step.reject("the text grows too long");
         }
         fSteps << step.name() << " " << arguments.name().utf8() << ":\n    " << object.getText() << "\n";

@@ -282,24 +282,24 @@ void statement(
     }
 }
 
-// A set whose server writes one node. What it writes for others is not taken. Every node comes by both hooks, with the tuple and
-// without a text.
+// A set whose server writes one node. What it writes for others is not taken. Every node comes by both hooks, once, with the tuple
+// and without a text.
 struct Writing final : MDXSet {
     Expression const * const fNode;
     MDXTuple const * const fTuple;
-    Expression const * fVisited = nullptr;
+    std::set<Expression const *> fVisited;
 
     Writing(Expression const * node, MDXTuple const * tuple) : MDXSet(KelpString("s")), fNode(node), fTuple(tuple) {}
     void translate_condition(KelpString & text, Expression * expression, MDXTuple const * tuple) override
     {
-        fVisited = expression;
+        EXPECT_TRUE(fVisited.insert(expression).second);
         EXPECT_EQ(fTuple, tuple);
         EXPECT_TRUE(text.empty());
         MDXSet::translate_condition(text, expression, tuple);
     }
     bool server_translate(KelpString & text, Expression * expression, MDXTuple const * tuple) override
     {
-        EXPECT_EQ(fVisited, expression);
+        EXPECT_EQ(1u, fVisited.count(expression));
         EXPECT_EQ(fTuple, tuple);
         EXPECT_TRUE(text.empty());
         text = "the server's";

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # package_test.sh BUILD_FOLDER COMPILER [TOOLCHAIN_FILE EMULATOR...]: installs what was built, or unpacks its package, in a
-# temporary folder, moves it elsewhere, and builds and runs the program of docs/conditions.md, which looks into values, against it: once through CMake,
-# once through pkg-config. For another system, the toolchain file is that build's, and the emulator runs the programs.
+# temporary folder, moves it elsewhere, and builds and runs the program of docs/conditions.md, which looks into values,
+# against it: once through CMake, once through pkg-config. For another system, the toolchain file is that build's, and the
+# emulator runs the programs.
 set -euo pipefail
 build=$1
 compiler=$2
