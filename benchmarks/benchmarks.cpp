@@ -1,8 +1,8 @@
-#include "benchmarks/ratio_table.h"
+#include "ratio_table.h"
 
-#include "odbomodule/base/text.h"
-#include "odbomodule/host/string_converters.h"
-#include "odbomodule/memory_cube.h"
+#include <odbomodule/text.h>
+#include <odbomodule/host/string_converters.h>
+#include <odbomodule/memory_cube.h>
 
 #include <array>
 #include <cstdint>

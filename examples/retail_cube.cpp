@@ -1,4 +1,4 @@
-#include "examples/retail_cube.h"
+#include "retail_cube.h"
 
 #include <map>
 #include <string>

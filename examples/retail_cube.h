@@ -1,5 +1,5 @@
 #pragma once
-#include "odbomodule/memory_cube.h"
+#include <odbomodule/memory_cube.h>
 
 // The cube "[Sales]" of a retailer, with flat hierarchy names.
 memory_cube::Cube retail_cube();

@@ -1,6 +1,6 @@
 // Composes the statements of a small sales report and prints them. Each function shows one of them.
-#include "examples/retail_cube.h"
-#include "odbomodule/memory_cube.h"
+#include "retail_cube.h"
+#include <odbomodule/memory_cube.h>
 
 #include <iostream>
 #include <memory>

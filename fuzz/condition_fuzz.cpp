@@ -1,5 +1,5 @@
 #undef NDEBUG // the invariants are assertions
-#include "odbomodule/memory_cube.h"
+#include <odbomodule/memory_cube.h>
 
 #include <cassert>
 #include <fuzzer/FuzzedDataProvider.h>

@@ -1,5 +1,5 @@
 #undef NDEBUG // the invariants are assertions
-#include "odbomodule/odbomodule.h"
+#include <odbomodule/odbomodule.h>
 
 #include <algorithm>
 #include <array>

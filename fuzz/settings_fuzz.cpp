@@ -1,5 +1,5 @@
 #undef NDEBUG // the invariants are assertions
-#include "support/portable/registry_text.h"
+#include "../support/linux/registry_text.h"
 
 #include <cassert>
 #include <fuzzer/FuzzedDataProvider.h>

@@ -1,6 +1,6 @@
 #undef NDEBUG // the invariants are assertions
-#include "odbomodule/host/string_converters.h"
-#include "odbomodule/odbomodule.h"
+#include <odbomodule/host/string_converters.h>
+#include <odbomodule/odbomodule.h>
 
 #include <algorithm>
 #include <cassert>

@@ -1,6 +1,6 @@
 #undef NDEBUG // the invariants are assertions
-#include "odbomodule/host/automation.h"
-#include "odbomodule/host/kelp_string.h"
+#include <odbomodule/host/automation.h>
+#include <odbomodule/host/kelp_string.h>
 
 #include <algorithm>
 #include <bit>

@@ -8,7 +8,6 @@ install(TARGETS odbomodule support_dll EXPORT odbomodule
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT development
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
-    FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 if(ODBOMODULE_RUNTIME_LIBRARIES)
     install(FILES ${ODBOMODULE_RUNTIME_LIBRARIES} DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
@@ -60,14 +59,12 @@ endif()
 
 # What debuggers show. gdb loads a script by its library's name: from one folder of the system's, and from beside a
 # library that its user trusts.
-if(WIN32)
-    install(FILES packaging/odbomodule.natvis DESTINATION "${CMAKE_INSTALL_DATADIR}/odbomodule" COMPONENT development)
-elseif(NOT APPLE)
+if(NOT WIN32)
     set(gdb_dir "${CMAKE_INSTALL_LIBDIR}")
     if(CMAKE_INSTALL_PREFIX STREQUAL /usr)
         set(gdb_dir "share/gdb/auto-load/usr/${CMAKE_INSTALL_LIBDIR}")
     endif()
-    install(FILES packaging/odbomodule-gdb.py DESTINATION "${gdb_dir}" COMPONENT runtime
+    install(FILES debuggers/odbomodule-gdb.py DESTINATION "${gdb_dir}" COMPONENT runtime
         RENAME "$<TARGET_FILE_NAME:odbomodule>-gdb.py")
     # Left out of a whole installation, whose libraries have their symbols in them.
     install(CODE "set(libraries \"$<TARGET_FILE:odbomodule>;$<TARGET_FILE:support_dll>\")

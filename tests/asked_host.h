@@ -1,5 +1,5 @@
 #pragma once
-#include "odbomodule/memory_cube.h"
+#include <odbomodule/memory_cube.h>
 
 #include <functional>
 #include <gtest/gtest.h>

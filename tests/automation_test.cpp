@@ -1,7 +1,7 @@
-#include "tests/fixture.h"
+#include "fixture.h"
 
-#include "odbomodule/host/automation.h"
-#include "odbomodule/host/string_converters.h"
+#include <odbomodule/host/automation.h>
+#include <odbomodule/host/string_converters.h>
 
 #include <cmath>
 #include <cstdlib>

@@ -1,6 +1,6 @@
-#include "tests/fixture.h"
+#include "fixture.h"
 
-#include "odbomodule/dialect/msolap7_member_property.h"
+#include <odbomodule/dialect/msolap7_member_property.h>
 
 struct OwnProperty final : MSOLAP7MemberProperty {
     using MSOLAP7MemberProperty::MSOLAP7MemberProperty;

@@ -1,8 +1,8 @@
 #pragma once
-#include "odbomodule/odbomodule.h"
-#include "tests/asked_host.h"
+#include <odbomodule/odbomodule.h>
+#include "asked_host.h"
 
-#include "odbomodule/host/core_log.h"
+#include <odbomodule/host/core_log.h>
 
 #include <gtest/gtest.h>
 

@@ -82,9 +82,9 @@ EOF
 gdb -nx -batch "${options[@]}" -x "$work/commands" "$work/host" > "$work/log" 2>&1 || { cat "$work/log" >&2; exit 1; }
 
 # Where it stopped first, for which the library's debug symbols are needed, and all that was printed.
-sed -nE 's/^Breakpoint 1, (.*) \(.* at .*(odbomodule\/sets\/.*):[0-9]+$/\1 in \2/p; s/^\$[0-9]+ = //p' "$work/log" > "$work/shown"
+sed -nE 's/^Breakpoint 1, (.*) \(.* at .*(source\/sets\/.*):[0-9]+$/\1 in \2/p; s/^\$[0-9]+ = //p' "$work/log" > "$work/shown"
 if ! diff -u - "$work/shown" << 'EOF'; then
-MDXSet::TakeExtremity in odbomodule/sets/set_filters.cpp
+MDXSet::TakeExtremity in source/sets/set_filters.cpp
 MSOLAP7Set "s", 1 holder
 u"10"
 u"Zürich"

@@ -1,6 +1,6 @@
-#include "tests/allocations.h"
-#include "tests/fixture.h"
-#include "tests/machine.h"
+#include "allocations.h"
+#include "fixture.h"
+#include "machine.h"
 
 #include <chrono>
 #include <thread>

@@ -1,5 +1,5 @@
 #pragma once
-#include "odbomodule/host/registry.h"
+#include <odbomodule/host/registry.h>
 
 #include <cstdint>
 #include <filesystem>

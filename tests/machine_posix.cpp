@@ -1,4 +1,4 @@
-#include "tests/machine.h"
+#include "machine.h"
 
 #include <cstdlib>
 #include <iomanip>

@@ -1,6 +1,6 @@
-#include "tests/machine.h"
+#include "machine.h"
 
-#include "odbomodule/host/automation.h"
+#include <odbomodule/host/automation.h>
 
 #include <stdexcept>
 

@@ -1,4 +1,4 @@
-#include "odbomodule/memory_cube.h"
+#include <odbomodule/memory_cube.h>
 
 #include <gtest/gtest.h>
 

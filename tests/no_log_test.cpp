@@ -1,6 +1,6 @@
 // A process without a log: this program has the counted base alone, with a module that found none.
-#include "odbomodule/base/library_entry.h"
-#include "odbomodule/base/refcount.h"
+#include <odbomodule/frame/library_entry.h>
+#include <odbomodule/refcount.h>
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "tests/allocations.h"
-#include "tests/fixture.h"
+#include "allocations.h"
+#include "fixture.h"
 
 #include <algorithm>
 #include <cmath>

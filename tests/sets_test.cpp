@@ -1,4 +1,4 @@
-#include "tests/fixture.h"
+#include "fixture.h"
 
 #include <stdexcept>
 

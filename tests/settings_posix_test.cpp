@@ -1,7 +1,7 @@
-#include "tests/allocations.h"
-#include "tests/machine.h"
+#include "allocations.h"
+#include "machine.h"
 
-#include "odbomodule/host/file.h"
+#include <odbomodule/host/file.h>
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "tests/machine.h"
+#include "machine.h"
 
-#include "odbomodule/host/file.h"
+#include <odbomodule/host/file.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "tests/machine.h"
+#include "machine.h"
 
-#include "odbomodule/host/automation.h"
-#include "odbomodule/host/file.h"
+#include <odbomodule/host/automation.h>
+#include <odbomodule/host/file.h>
 
 #include <gtest/gtest.h>
 

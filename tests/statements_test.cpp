@@ -1,7 +1,7 @@
-#include "tests/allocations.h"
-#include "tests/fixture.h"
+#include "allocations.h"
+#include "fixture.h"
 
-#include "odbomodule/statements/formula_specifications.h"
+#include <odbomodule/statements/formula_specifications.h>
 
 #include <utility>
 

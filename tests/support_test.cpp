@@ -1,9 +1,9 @@
-#include "tests/allocations.h"
-#include "tests/fixture.h"
+#include "allocations.h"
+#include "fixture.h"
 
-#include "odbomodule/host/base_error.h"
-#include "odbomodule/host/core_log.h"
-#include "odbomodule/host/string_converters.h"
+#include <odbomodule/host/base_error.h>
+#include <odbomodule/host/core_log.h>
+#include <odbomodule/host/string_converters.h>
 
 #include <sstream>
 #include <thread>

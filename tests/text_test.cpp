@@ -1,7 +1,7 @@
-#include "tests/allocations.h"
-#include "tests/fixture.h"
+#include "allocations.h"
+#include "fixture.h"
 
-#include "odbomodule/base/text.h"
+#include <odbomodule/text.h>
 
 #include <cstdlib>
 #include <new>

@@ -1,7 +1,7 @@
-#include "odbomodule/host/base_error.h"
+#include <odbomodule/host/base_error.h>
 
-#include "odbomodule/host/core_log.h"
-#include "support/common/error_messages.h"
+#include <odbomodule/host/core_log.h>
+#include "error_messages.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "odbomodule/host/core_log.h"
+#include <odbomodule/host/core_log.h>
 
 #include <atomic>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "support/common/error_messages.h"
+#include "error_messages.h"
 
 #include <algorithm>
 #include <iterator>
@@ -11,7 +11,7 @@ struct ErrorMessage {
     char const * text;
 };
 
-// One row for each code of MDXErrorCode in odbomodule/base/mdx_error.h. This library depends on no module, so that
+// One row for each code of MDXErrorCode in source/frame/mdx_error.h. This library depends on no module, so that
 // the codes stand here by number a second time. A new code there needs a row here.
 constexpr ErrorMessage kMessages[] = {
     { 0x201706B, "The query has no axes." },                                    // MDX_ERR_NO_AXES

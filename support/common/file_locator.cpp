@@ -1,6 +1,6 @@
-#include "odbomodule/host/file.h"
+#include <odbomodule/host/file.h>
 
-#include "support/common/paths.h"
+#include "paths.h"
 
 FileLocator::FileLocator(KelpString const & path) : fPath(native_path(path)) {}
 

@@ -1,6 +1,6 @@
-#include "odbomodule/host/format.h"
+#include <odbomodule/host/format.h>
 
-#include "support/common/narrow_text.h"
+#include "narrow_text.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,6 @@
-#include "odbomodule/host/kelp_string.h"
+#include <odbomodule/host/kelp_string.h>
 
-#include "support/common/narrow_text.h"
+#include "narrow_text.h"
 
 #include <algorithm>
 #include <cstring>

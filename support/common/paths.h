@@ -1,5 +1,5 @@
 #pragma once
-#include "odbomodule/host/kelp_string.h"
+#include <odbomodule/host/kelp_string.h>
 
 #include <filesystem>
 

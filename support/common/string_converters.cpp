@@ -1,4 +1,4 @@
-#include "odbomodule/host/string_converters.h"
+#include <odbomodule/host/string_converters.h>
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,6 @@
-#include "odbomodule/host/file.h"
+#include <odbomodule/host/file.h>
 
-#include "odbomodule/host/automation.h"
+#include <odbomodule/host/automation.h>
 
 #include <string>
 #include <string_view>

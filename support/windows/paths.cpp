@@ -1,6 +1,6 @@
-#include "support/common/paths.h"
+#include "../common/paths.h"
 
-#include "odbomodule/host/automation.h"
+#include <odbomodule/host/automation.h>
 
 #include <iterator>
 

@@ -1,6 +1,6 @@
-#include "odbomodule/host/registry.h"
+#include <odbomodule/host/registry.h>
 
-#include "odbomodule/host/automation.h"
+#include <odbomodule/host/automation.h>
 
 #include <algorithm>
 #include <string>

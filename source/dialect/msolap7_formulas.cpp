@@ -1,0 +1,33 @@
+#include "msolap7_formulas.h"
+
+#include "../text.h"
+#include "msolap7_set_specification.h"
+#include "../expressions/mdx_field.h"
+#include "../expressions/mdx_value.h"
+#include "../sets/mdx_set.h"
+#include "../statements/member_clauses.h"
+
+KelpString MSOLAP7SetSpecification::getText()
+{
+    if (fQualified)
+        return mdx<u"SET $1.$2 AS ' $3 ' ">({ fCubeName, fSetName, fSet->getQuotedText() });
+    return mdx<u"SET $1 AS ' $2 ' ">({ fSetName, fSet->getQuotedText() });
+}
+
+MSOLAP7MemberSpecification::MSOLAP7MemberSpecification(MDXField * member, MDXValue * value, std::int32_t solveOrder,
+    std::vector<KelpString> const & propertyNames, std::vector<KelpString> const & propertyValues, bool qualified,
+    KelpString const & cubeName)
+    : MDXMemberSpecification(member, value, solveOrder, propertyNames, propertyValues, qualified, cubeName)
+{}
+
+MSOLAP7MemberSpecification::~MSOLAP7MemberSpecification() = default;
+
+// The name stands outside the quotes, in its plain text.
+KelpString MSOLAP7MemberSpecification::getText()
+{
+    KelpString const clauses = member_clauses(fSolveOrder, fPropertyNames, fPropertyValues);
+    if (fQualified)
+        return mdx<u"MEMBER $1.$2 AS ' $3 ' $4 ">(
+            { fCubeName, fMember->getText(), fValue->getQuotedText(), clauses });
+    return mdx<u"MEMBER $1 AS ' $2 ' $3 ">({ fMember->getText(), fValue->getQuotedText(), clauses });
+}

@@ -1,0 +1,16 @@
+#pragma once
+#include "../expressions/mdx_member_property.h"
+#include "../host/export.h"
+
+// A member property whose name this server wants in brackets. The name goes in unchanged.
+class MDX_API MSOLAP7MemberProperty : public MDXMemberProperty {
+public:
+    MSOLAP7MemberProperty(KelpString const & ownerName, KelpString const & propertyName);
+    MSOLAP7MemberProperty(MSOLAP7MemberProperty const &) = default;
+    ~MSOLAP7MemberProperty() override;
+
+    // owner.[property]
+    KelpString getText() const override;
+    // [property]
+    KelpString getPropertyUniqueName() const override;
+};

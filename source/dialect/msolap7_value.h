@@ -1,0 +1,14 @@
+#pragma once
+#include "../expressions/mdx_value.h"
+
+// A value in this server's dialect, which writes a member's name for its caption and its description.
+class MSOLAP7Value final : public MDXValue {
+public:
+    using MDXValue::MDXValue;
+
+    // field.Name for the properties Caption and Description, whose ASCII letters match in either case.
+    MDXValue * TakeProperty(MDXField const * field, KelpString const & name) override;
+
+private:
+    ~MSOLAP7Value() override = default;
+};

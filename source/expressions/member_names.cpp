@@ -1,0 +1,13 @@
+#include "member_names.h"
+
+#include "../text.h"
+
+void quote_member_name(KelpString & result, KelpString const & source)
+{
+    double_each(result, source, '\'');
+}
+
+void double_sqaure_brackets(KelpString & result, KelpString const & source)
+{
+    double_each(result, source, ']');
+}

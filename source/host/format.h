@@ -1,0 +1,71 @@
+#pragma once
+#include "export.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+// One argument of a printf-style format. It knows its kind: under a conversion that does not fit it, it is written
+// as what it is. Texts are borrowed.
+class FormatArgument {
+public:
+    enum Kind : std::uint8_t { Signed, Unsigned, Real, Wide, Narrow };
+
+    template <class Number, std::enable_if_t<std::is_arithmetic_v<Number>, int> = 0>
+    FormatArgument(Number number) noexcept
+    {
+        if constexpr (std::is_floating_point_v<Number>) {
+            fKind = Real;
+            fReal = static_cast<double>(number);
+        } else if constexpr (std::is_signed_v<Number>) {
+            fKind = Signed;
+            fSigned = number;
+            fBits = 8 * sizeof(Number);
+        } else {
+            fKind = Unsigned;
+            fUnsigned = number;
+        }
+    }
+    FormatArgument(void const * address) noexcept
+        : fKind(Unsigned), fUnsigned(reinterpret_cast<std::uintptr_t>(address))
+    {}
+    FormatArgument(char const * text) noexcept : fKind(Narrow), fNarrow(text == nullptr ? "" : text) {}
+    FormatArgument(char16_t const * text) noexcept : fKind(Wide), fWide(text == nullptr ? u"" : text) {}
+    FormatArgument(std::u16string const & text) noexcept : fKind(Wide), fWide(text) {}
+
+    Kind fKind;
+    unsigned fBits = 64; // the width of a signed number, for its unsigned and hexadecimal forms
+    union {
+        std::int64_t fSigned;
+        std::uint64_t fUnsigned;
+        double fReal;
+    };
+    std::string_view fNarrow{};
+    std::u16string_view fWide{};
+};
+
+// The text of `format` with its arguments put in. Conversions: %d %i %u %x %X %c %s %f %%, with the flags "-" and
+// "0", a width and a precision. Length modifiers are skipped. An address is a number, for %x. An unknown
+// conversion, and one without an argument, stays in the text as it is. Narrow text is UTF-8, that of `format` too. The
+// decimal point is "." in every locale.
+SUPPORT_API std::u16string format_text(char const * format, FormatArgument const * arguments, std::size_t count);
+
+template <class... Arguments>
+std::u16string format_text(char const * format, Arguments const &... arguments)
+{
+    FormatArgument const list[] = { FormatArgument(arguments)..., FormatArgument(0) };
+    return format_text(format, list, sizeof...(arguments));
+}
+
+// Writes the text and a closing zero into `buffer`, which has room for `size` characters, and cuts what does not
+// fit. Returns the number of characters written, without the zero. For a null buffer or a size of 0 writes nothing.
+SUPPORT_API std::int32_t write_cut(char16_t * buffer, std::size_t size, std::u16string_view text) noexcept;
+
+// Formats by format_text, then writes as write_cut does.
+template <class... Arguments>
+std::int32_t suprintf(char16_t * buffer, std::size_t size, char const * format, Arguments const &... arguments)
+{
+    return write_cut(buffer, size, format_text(format, arguments...));
+}

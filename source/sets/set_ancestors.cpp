@@ -1,0 +1,106 @@
+#include "set_ancestors.h"
+
+#include "../text.h"
+#include "../host/cube_model.h"
+#include "mdx_set.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+// The way down from the count-th ancestor of a member to the member itself, as "a.Parent.Parent, a.Parent, a".
+// The way from a nearer ancestor is the tail of it, so that one text serves them all.
+class AncestorChain {
+public:
+    AncestorChain(KelpString const & member, std::u16string_view step, std::int64_t count)
+        : fMember(member.size()), fStep(step.size())
+    {
+        fText.reserve(length(count)); // no text can hold the longest chains: std::length_error
+        KelpString ancestor = member;
+        for (std::int64_t i = 0; i < count; ++i)
+            ancestor.append(step);
+        for (; ancestor.size() > fMember; ancestor.resize(ancestor.size() - fStep))
+            append<u"$1, ">(fText, { ancestor });
+        fText.append(member);
+    }
+
+    std::u16string_view from(std::int64_t count) const
+    {
+        return std::u16string_view(fText).substr(fText.size() - length(count));
+    }
+
+    // The length of all chains from `count` down to the member, with room for `around` characters beside each.
+    std::size_t length_of_all(std::int64_t count, std::size_t around) const
+    {
+        std::size_t const n = generations(count);
+        return (n + 1) * around + (n + 1) * (n + 2) / 2 * fMember + n * (n + 1) * (n + 2) / 6 * fStep + n * (n + 1);
+    }
+
+private:
+    static std::size_t generations(std::int64_t count)
+    {
+        return static_cast<std::size_t>(std::max<std::int64_t>(count, 0));
+    }
+    std::size_t length(std::int64_t count) const
+    {
+        std::size_t const n = generations(count);
+        return (n + 1) * fMember + n * (n + 1) / 2 * fStep + n * 2;
+    }
+
+    KelpString fText;
+    std::size_t fMember;
+    std::size_t fStep;
+};
+
+// What stands around a chain, beside the member or hierarchy; an estimate will do.
+constexpr std::size_t kAroundChain = 80;
+
+}
+
+MDXSet * MDXSet::TakeAncestorsOfMember(KelpString const & member, bool all, std::int32_t count)
+{
+    AncestorChain const chain(member, u".Parent", count);
+    KelpString text;
+    if (all)
+        text.reserve(chain.length_of_all(count, member.size() + kAroundChain));
+    append<u" { Ancestor( $1, {$2}.Item(0).Item(0).Level )">(text, { member, chain.from(count) });
+    for (std::int64_t k = std::int64_t{ count } - 1; all && k >= 0; --k)
+        append<u", Ancestor( $1, {$2}.Item(0).Item(0).Level )">(text, { member, chain.from(k) });
+    append<u" } ">(text);
+    return rewrite(this, std::move(text));
+}
+
+MDXSet * MDXSet::TakeAncestorsOfSet(
+    KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all, std::int32_t count, std::int32_t)
+{
+    if (count != -1)
+        return rewrite(this, counted_ancestors(set, hierarchy, all, count));
+    KelpString const h = hierarchy->getUniqueName();
+    if (all)
+        return rewrite<u" GENERATE( $1, ASCENDANTS( $2.CURRENTMEMBER.PARENT) )">(this, { set, h });
+    return rewrite<u" GENERATE( $1, { ANCESTOR( $2.CURRENTMEMBER, $2.CURRENTMEMBER.LEVEL.ORDINAL ) } )">(
+        this, { set, h });
+}
+
+KelpString counted_ancestors(
+    KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all, std::int32_t count)
+{
+    KelpString const h = hierarchy->getUniqueName();
+    AncestorChain const chain(mdx<u"$1.CURRENTMEMBER">({ h }), u".PARENT", count);
+    if (!all)
+        return mdx<u" GENERATE( $1 , { ANCESTOR( $2.CURRENTMEMBER, {$3}.ITEM(0).ITEM(0).LEVEL )  } ) ">(
+            { set, h, chain.from(count) });
+
+    KelpString text;
+    text.reserve(set.size() + chain.length_of_all(count, h.size() + kAroundChain));
+    append<u" GENERATE( $1 , { ">(text, { set });
+    for (std::int64_t k = count; k >= 0; --k) {
+        append<u"{ ANCESTOR( $1.CURRENTMEMBER.PARENT, { $2}.ITEM(0).ITEM(0).LEVEL ) }">(text, { h, chain.from(k) });
+        if (k > 0)
+            append<u", ">(text);
+    }
+    append<u" } ) ">(text);
+    return text;
+}
