@@ -1,9 +1,10 @@
 #include "msolap7_query_generator.h"
 
 #include "bad_enum.h"
+#include "../dialect/msolap7_create_query.h"
+#include "../dialect/msolap7_drop_query.h"
 #include "../dialect/msolap7_field.h"
 #include "../dialect/msolap7_member_property.h"
-#include "../dialect/msolap7_queries.h"
 #include "../dialect/msolap7_select_query.h"
 #include "../dialect/msolap7_set.h"
 #include "../dialect/msolap7_tuple.h"

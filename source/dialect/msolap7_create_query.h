@@ -1,7 +1,6 @@
 #pragma once
 #include "../host/export.h"
 #include "../statements/mdx_create_query.h"
-#include "../statements/mdx_drop_query.h"
 
 // CREATE in this server's dialect: definitions stand between single quotes. A host may derive from it.
 class MDX_API MSOLAP7CreateQuery : public MDXCreateQuery {
@@ -14,13 +13,4 @@ public:
 
 protected:
     ~MSOLAP7CreateQuery() override;
-};
-
-// DROP in this server's dialect, which is the general form. A host may derive from it.
-class MDX_API MSOLAP7DropQuery : public MDXDropQuery {
-public:
-    explicit MSOLAP7DropQuery(KelpString const & cubeName);
-
-protected:
-    ~MSOLAP7DropQuery() override;
 };

@@ -1,18 +1,9 @@
-#include "msolap7_formulas.h"
+#include "msolap7_member_specification.h"
 
 #include "../text.h"
-#include "msolap7_set_specification.h"
 #include "../expressions/mdx_field.h"
 #include "../expressions/mdx_value.h"
-#include "../sets/mdx_set.h"
 #include "../statements/member_clauses.h"
-
-KelpString MSOLAP7SetSpecification::getText()
-{
-    if (fQualified)
-        return mdx<u"SET $1.$2 AS ' $3 ' ">({ fCubeName, fSetName, fSet->getQuotedText() });
-    return mdx<u"SET $1 AS ' $2 ' ">({ fSetName, fSet->getQuotedText() });
-}
 
 MSOLAP7MemberSpecification::MSOLAP7MemberSpecification(MDXField * member, MDXValue * value, std::int32_t solveOrder,
     std::vector<KelpString> const & propertyNames, std::vector<KelpString> const & propertyValues, bool qualified,

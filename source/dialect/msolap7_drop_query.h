@@ -1,0 +1,12 @@
+#pragma once
+#include "../host/export.h"
+#include "../statements/mdx_drop_query.h"
+
+// DROP in this server's dialect, which is the general form. A host may derive from it.
+class MDX_API MSOLAP7DropQuery : public MDXDropQuery {
+public:
+    explicit MSOLAP7DropQuery(KelpString const & cubeName);
+
+protected:
+    ~MSOLAP7DropQuery() override;
+};
