@@ -1,34 +1,139 @@
-#include "fixture.h"
+#include "documented.h"
 
 #include <initializer_list>
+#include <set>
+#include <stdexcept>
 #include <utility>
-#include <vector>
 #if defined(__linux__)
 #include <pthread.h>
 #endif
 
+// The nodes of trees, as docs/operations.md shows them, and what it does not show.
+
 namespace {
 
-using namespace BRIM_o;
-using memory_cube::Condition, memory_cube::current, memory_cube::current_set, memory_cube::mdx;
+using memory_cube::current, memory_cube::current_set, memory_cube::mdx;
 
-MDXSet * filter_without_value(Fixture & f)
+ExpressionType const kUnknown{ 300 };
+
+struct NodeRow {
+    char const * row;
+    std::function<Condition(Documented &)> make;
+    struct {
+        std::string text, number, operands, isAsked;
+    } node;
+
+    bool isAsked() const { return node.isAsked == "yes"; } // whether a server may write it
+    std::size_t needed() const { return node.operands == "none" ? 0 : node.operands == "all" ? 1 : std::stoul(node.operands); }
+};
+
+struct Nodes : testing::TestWithParam<Table<NodeRow>> {};
+
+TEST_P(Nodes, AreTheTextOfASet)
 {
+    for (NodeRow const & row : GetParam())
+        expect_call({ row.row, row.make, { row.node.text } }, { kDialect, kGeneral });
+}
+
+TEST_P(Nodes, LeaveNoTraceOfAFault)
+{
+    for (NodeRow const & row : GetParam())
+        expect_no_trace_of_faults({ row.row, row.make, { row.node.text } }, { kGeneral });
+}
+
+TEST_P(Nodes, NeedTheirOperands)
+{
+    for (NodeRow const & row : GetParam()) {
+        Documented f(kDialect);
+        if (row.needed() == 0)
+            continue;
+        Condition few(row.make(f).fType, std::vector<Condition>(row.needed() - 1, mdx("a")));
+        EXPECT_THROW(f.set->Filter(&few, f.single), std::out_of_range) << row.row;
+        EXPECT_EQ("s", mdx_of(*f.set)) << row.row;
+    }
+}
+
+TEST_P(Nodes, AreNullOnlyIfTheyAreTuples)
+{
+    for (NodeRow const & row : GetParam()) {
+        Documented f(kDialect);
+        Condition const tree = row.make(f);
+        bool const isTuple = tree.fType == ET_TUPLE || tree.fType == ET_CURRENT;
+        Condition test(ET_TUPLE_IS_NULL, { tree });
+        EXPECT_EQ(isTuple ? "" : raises(MDX_ERR_BAD_EXPRESSION), error_of([&] { f.set->Filter(&test, f.single); })) << row.row;
+    }
+}
+
+TEST_P(Nodes, HaveTheNumbersOfAllKinds)
+{
+    Documented f(kDialect);
+    std::set<std::string> numbers;
+    for (NodeRow const & row : GetParam()) {
+        EXPECT_EQ(row.node.number, std::to_string(row.make(f).fType)) << row.row;
+        numbers.insert(row.node.number);
+    }
+    EXPECT_EQ(40u, numbers.size());
+    for (std::int32_t number = -1; number < 300; ++number) {
+        Condition node(ExpressionType{ number }, { mdx("a"), mdx("b"), mdx("c") });
+        if (!numbers.contains(std::to_string(number))) {
+            EXPECT_EQ(raises(MDX_ERR_BAD_EXPRESSION), error_of([&] { f.set->Filter(&node, f.single); })) << number;
+        }
+    }
+}
+
+// A set as a server derives it, which may write one node itself. It gets each node once, with the tuple and an empty text, first through
+// one function and then perhaps through the other.
+struct ServerSet final : MDXSet {
+    Expression const * const fOwnNode;
+    MDXTuple const * const fTuple;
+    std::set<Expression const *> fSeen;
+
+    ServerSet(Expression const * ownNode, MDXTuple const * tuple) : MDXSet(KelpString("s")), fOwnNode(ownNode), fTuple(tuple) {}
+    void translate_condition(KelpString & text, Expression * node, MDXTuple const * tuple) override
+    {
+        EXPECT_TRUE(fSeen.insert(node).second && tuple == fTuple && text.empty());
+        MDXSet::translate_condition(text, node, tuple);
+    }
+    bool server_translate(KelpString & text, Expression * node, MDXTuple const * tuple) override
+    {
+        EXPECT_TRUE(fSeen.contains(node) && tuple == fTuple && text.empty());
+        text = "the server's"; // which is not taken if this returns false
+        return node == fOwnNode;
+    }
+};
+
+// The server is asked before the operands, which are not looked at if it writes the node.
+TEST_P(Nodes, AreWrittenByAServerThatIsAsked)
+{
+    for (NodeRow const & row : GetParam()) {
+        Documented f(kDialect);
+        Condition tree = row.make(f);
+        RefPtr<MDXSet> const set(new ServerSet(nullptr, f.single)), server(new ServerSet(&tree, f.single));
+        EXPECT_EQ(row.node.text, mdx_of(*set->Filter(&tree, f.single))) << row.row;
+        if (row.isAsked())
+            tree = Condition(tree.fType, std::vector<Condition>(tree.getChildren().size(), Condition(kUnknown)));
+        EXPECT_EQ(row.isAsked() ? "the server's" : row.node.text, mdx_of(*server->Filter(&tree, f.single))) << row.row;
+    }
+}
+
+#include "documented_nodes.h"
+
+TEST(Condition, IsTheCurrentTupleOrSet)
+{
+    expect_operations({ kDialect, kGeneral }, {
+                                                  { CALL(f.set->Filter(current().get(), f.tuple)), "( [F], [G] ) " },
+                                                  { CALL(f.set->TakeFilter(current_set().get(), nullptr)), "FILTER( {A}, {A})" },
+                                              });
+}
+
+TEST(Condition, NeedsTheValueOfATruth)
+{
+    Fixture f;
     Condition truth(true);
     AskedNode node(truth);
     node.fHasValue = false;
-    return f.set->Filter(&node, f.single);
-}
-
-// What the table of kinds in the reference of the operations does not show.
-TEST(Conditions, Texts)
-{
-    expect_operations<MDXSet, kBoth>({
-        { CALL(filter_without_value(f)), raises(MDX_ERR_BAD_EXPRESSION) },
-        { CALL(f.set->Filter(current().get(), f.tuple)), "( [F], [G] ) " },
-        { CALL(f.set->Filter(current().get(), f.empty)), raises(MDX_ERR_EMPTY_TUPLE) },
-        { CALL(f.set->TakeFilter(current_set().get(), nullptr)), "FILTER( {A}, {A})" },
-    });
+    EXPECT_EQ(raises(MDX_ERR_BAD_EXPRESSION), error_of([&] { f.set->Filter(&node, f.single); }));
+    EXPECT_EQ("{A}", mdx_of(*f.set));
 }
 
 // A tree of that many nodes, each below the operand of the one above that has the number `place`.
@@ -43,7 +148,7 @@ TEST(Conditions, Texts)
     return tree;
 }
 
-TEST(Conditions, MayBeDeepOnASmallStack)
+TEST(Condition, MayBeDeepOnASmallStack)
 {
 #if !defined(__OPTIMIZE__) || !defined(NDEBUG) || !defined(__x86_64__) || !defined(__linux__)
     GTEST_SKIP() << "how much room a level takes is known of the library as it ships for this system";

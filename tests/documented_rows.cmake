@@ -1,60 +1,116 @@
-# cmake -DDOCUMENTS=FILE;FILE -DOUTPUT=FILE -P documented_rows.cmake: writes the rows of the documents' tables as C++, one call a
-# row. The heads of the columns say which rows a table has; other tables are passed over. What stands in a cell's code goes
-# through as it is: a call and the name of an error as code, a text as a literal, in which \n is a new line; lines of
-# settings as raw literals, with a new line for each ⏎.
-set(rows "")
+# cmake -DDOCUMENTS=FILE;FILE -DTABLES=REGEX -DOUTPUT=FILE -P documented_rows.cmake: writes the rows of the documents' tables as C++.
+#
+# The head of a table says what its rows are. A name with a capital letter is a parameterized test suite; each table is an instance of
+# it, named after the headings above the table. Another name is a function, which is called for each row. TABLES are the names that
+# are wanted.
+#
+# The first cell of a row is code. The others are texts, in which "\n" is a new line and "·" a blank, or the name of an error.
+cmake_minimum_required(VERSION 3.25)
+set(heads # by their beginning, of which the last that fits counts
+    "Call \\|=Calls"
+    "Call on a [SCD]=Calls"
+    "New object \\| Text=Calls"
+    "Condition \\|=Calls"
+    "Calls=Sequences"
+    "Tuple \\|=Sequences"
+    "(Call|New object) \\| Unique names=Spellings"
+    "Node \\|=Nodes"
+    "Call \\| General text=general"
+    "Value \\|=conversion"
+    "(Number|Format) \\| Text=number"
+    "Text \\| Real=reading"
+    "Lines \\| Setting=setting")
+set(output "")
+set(instances "")
+set(unused "")
 foreach(document IN LISTS DOCUMENTS)
     file(READ "${document}" rest)
-    cmake_path(GET document FILENAME name)
-    set(row "")
-    set(line_number 0)
+    string(APPEND rest "\n") # a line that ends a table
+    cmake_path(GET document FILENAME page)
+    set(number 0)
+    set(kind "")
     while(NOT rest STREQUAL "")
         string(FIND "${rest}" "\n" end)
         string(SUBSTRING "${rest}" 0 ${end} line)
         math(EXPR end "${end} + 1")
         string(SUBSTRING "${rest}" ${end} -1 rest)
-        math(EXPR line_number "${line_number} + 1")
+        math(EXPR number "${number} + 1")
+        set(place "${page}:${number}")
 
-        if(line MATCHES "^\\| Call \\| Text")
-            set(row operation)
-        elseif(line MATCHES "^\\| Call \\| Error")
-            set(row refusal)
-        elseif(line MATCHES "^\\| Call \\| Unique names \\| Flat names")
-            set(row spelling)
-        elseif(line MATCHES "^\\| Added \\| On one line")
-            set(row statement)
-        elseif(line MATCHES "^\\| Node \\| Error")
-            set(row refused_condition)
-        elseif(line MATCHES "^\\| Node \\| Text")
-            set(row condition)
-        elseif(line MATCHES "^\\| Condition \\| Text")
-            set(row written)
-        elseif(line MATCHES "^\\| Value \\| Whole number")
-            set(row conversion)
-        elseif(line MATCHES "^\\| (Number|Format) \\| Text")
-            set(row number)
-        elseif(line MATCHES "^\\| Text \\| Real")
-            set(row reading)
-        elseif(line MATCHES "^\\| Lines \\| Setting")
-            set(row setting)
-        elseif(row STREQUAL "setting" AND line MATCHES "^\\| `(.*)` \\|$")
+        if(line MATCHES "^## (.*)")
+            set(section "${CMAKE_MATCH_1}")
+            set(headings "${section}")
+        elseif(line MATCHES "^### (.*)")
+            set(headings "${section} ${CMAKE_MATCH_1}")
+        elseif(NOT line MATCHES "^\\|")
+            if(kind MATCHES "^[A-Z]")
+                string(APPEND output "};\nINSTANTIATE_TEST_SUITE_P(${instance}, ${kind}, testing::Values(k${instance}_${kind}));\n")
+            endif()
+            set(kind "")
+        elseif(NOT kind)
+            foreach(each IN LISTS heads)
+                string(REGEX REPLACE "=.*" "" head "${each}")
+                string(REGEX REPLACE ".*=" "" name "${each}")
+                if(line MATCHES "^\\| ${head}" AND name MATCHES "^(${TABLES})$")
+                    set(kind ${name})
+                endif()
+            endforeach()
+            set(before "") # the code of a row
+            set(after "")
+            if(line MATCHES "^\\| New object")
+                set(before "RefPtr(")
+                set(after ")")
+            elseif(line MATCHES "^\\| Calls? on a (SELECT|CREATE|DROP) ") # whose text is then asked for
+                string(TOLOWER ", ${CMAKE_MATCH_1}" after)
+            elseif(line MATCHES "^\\| Calls? \\| Error") # and nothing else
+                set(before "(void)(")
+                set(after ")")
+            endif()
+            if(kind MATCHES "^[A-Z]")
+                string(REGEX REPLACE "[^A-Za-z0-9]+" "_" instance "${headings}")
+                while(${instance}_${kind} IN_LIST instances)
+                    string(APPEND instance _2)
+                endwhile()
+                list(APPEND instances ${instance}_${kind})
+                string(APPEND output "\n${kind}::ParamType const k${instance}_${kind}{\n")
+            endif()
+        elseif(kind STREQUAL setting AND line MATCHES "^\\| `(.*)` \\|$") # texts are raw literals, in which "⏎" is a new line
             string(REPLACE "⏎" "\n" cells "${CMAKE_MATCH_1}")
             string(REPLACE "` | `" ")\", R\"(" cells "${cells}")
-            string(APPEND rows "setting(\"${name}:${line_number}\", R\"(${cells})\");\n")
-        elseif(row AND line MATCHES "^\\| `(.*)` \\|$")
-            set(line "${CMAKE_MATCH_1}")
-            string(FIND "${line}" "` | `" at)
-            string(SUBSTRING "${line}" 0 ${at} call)
-            math(EXPR at "${at} + 5")
-            string(SUBSTRING "${line}" ${at} -1 texts)
+            string(APPEND output "setting(\"${place}\", R\"(${cells})\");\n")
+        elseif(kind AND line MATCHES "^\\| `(.*)` \\|$")
+            set(cells "${CMAKE_MATCH_1}")
+            string(FIND "${cells}" "` | `" end)
+            string(SUBSTRING "${cells}" 0 ${end} code)
+            math(EXPR end "${end} + 5")
+            string(SUBSTRING "${cells}" ${end} -1 texts)
             string(REPLACE "\"" "\\\"" texts "${texts}")
             string(REPLACE "` | `" "\", \"" texts "\"${texts}\"")
-            string(REGEX REPLACE "\"(MDX_ERR_[A-Z_]+)\"" "\\1" texts "${texts}")
-            string(REPLACE "\"" "\\\"" title "${call}")
-            string(APPEND rows "${row}(\"${name}:${line_number}: ${title}\", WITH_NAMES(${call}), ${texts});\n")
-        elseif(NOT line MATCHES "^\\|")
-            set(row "")
+            string(REPLACE "·" " " texts "${texts}")
+            string(REGEX REPLACE "\"(MDX_ERR_[A-Z_]+)\"" "std::to_string(\\1)" texts "${texts}")
+            string(REPLACE "\"" "\\\"" title "${place}: ${code}")
+
+            string(MD5 call "${code}")
+            if(kind STREQUAL general) # goes to the row with the same call
+                set(general_${call} ", { ${texts} }")
+                list(APPEND unused "${place}")
+                set(unused_${call} "${place}")
+            elseif(kind MATCHES "^[a-z]")
+                string(APPEND output "${kind}(\"${title}\", WITH_NAMES(${code}), ${texts});\n")
+            else()
+                set(others "")
+                if(kind STREQUAL Spellings) # of which the second text is that with flat names
+                    string(REPLACE "\", \"" "\" }, { \"" texts "${texts}")
+                elseif(DEFINED general_${call})
+                    set(others "${general_${call}}")
+                    list(REMOVE_ITEM unused "${unused_${call}}")
+                endif()
+                string(APPEND output "    { \"${title}\", WITH_NAMES(${before}${code}${after}), { ${texts} }${others} },\n")
+            endif()
         endif()
     endwhile()
 endforeach()
-file(WRITE "${OUTPUT}" "${rows}")
+if(unused)
+    message(FATAL_ERROR "No other table has these calls: ${unused}")
+endif()
+file(WRITE "${OUTPUT}" "${output}")

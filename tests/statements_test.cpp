@@ -30,7 +30,9 @@ struct Saying final : Base {
 
 }
 
-// What is written goes through the virtual getText. A class that derives sees the type.
+// What docs/operations.md does not show of statements.
+
+// writeText goes through the virtual getText. A class that derives sees the type.
 TEST(Statements, WriteWhatTheySay)
 {
     Fixture f;
@@ -47,8 +49,7 @@ TEST(Statements, WriteWhatTheySay)
     EXPECT_EQ("said", mdx_of(Saying<MDXSelectQuery::MDXAxisSpecification>(0, f.set, {}, false)));
 }
 
-// All else stands in the reference of the operations.
-TEST(MDXSelectQuery, DrillsThroughInGeneral)
+TEST(GeneralSelectQuery, DrillsThrough)
 {
     Fixture f;
     RefPtr const query(new General<MDXSelectQuery>("[Sales]"));

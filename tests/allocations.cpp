@@ -1,0 +1,36 @@
+#include "allocations.h"
+
+#include <cstdlib>
+#include <new>
+
+thread_local std::size_t gAllocations = 0;
+thread_local std::size_t gFailAt = 0;
+
+[[gnu::noinline]] void * operator new(std::size_t size) // gcc takes an inlined pair for a mismatch
+{
+    ++gAllocations;
+    bool const fails = gFailAt > 0 && --gFailAt == 0;
+    void * const memory = fails ? nullptr : std::malloc(size + (size == 0));
+    return memory != nullptr ? memory : throw std::bad_alloc();
+}
+[[gnu::noinline]] void operator delete(void * memory) noexcept
+{
+    std::free(memory);
+}
+[[gnu::noinline]] void operator delete(void * memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+bool fails_at_allocation(std::size_t nth, std::function<void()> const & work)
+{
+    bool failed = false;
+    gFailAt = kAllocationsFail ? nth : 0;
+    try {
+        work();
+    } catch (std::bad_alloc const &) {
+        failed = true;
+    }
+    gFailAt = 0;
+    return failed;
+}
