@@ -22,15 +22,20 @@ thread_local std::size_t gFailAt = 0;
     std::free(memory);
 }
 
-bool fails_at_allocation(std::size_t nth, std::function<void()> const & work)
+bool runs_out_of_memory(std::function<void()> const & work)
 {
-    bool failed = false;
-    gFailAt = kAllocationsFail ? nth : 0;
     try {
         work();
+        return false;
     } catch (std::bad_alloc const &) {
-        failed = true;
+        return true;
     }
+}
+
+bool fails_at_allocation(std::size_t nth, std::function<void()> const & work)
+{
+    gFailAt = kAllocationsFail ? nth : 0;
+    bool const failed = runs_out_of_memory(work);
     gFailAt = 0;
     return failed;
 }

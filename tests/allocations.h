@@ -12,5 +12,6 @@ inline constexpr bool kAllocationsFail = false;
 inline constexpr bool kAllocationsFail = true;
 #endif
 
-// Runs `work` with its nth allocation failing. Returns whether it threw std::bad_alloc.
+// Run `work`, the second one with its nth allocation failing. Return whether it threw std::bad_alloc.
+bool runs_out_of_memory(std::function<void()> const & work);
 bool fails_at_allocation(std::size_t nth, std::function<void()> const & work);

@@ -1,3 +1,4 @@
+#include "allocations.h"
 #include "asked_host.h"
 
 #include <new>
@@ -6,13 +7,8 @@ thread_local std::function<void()> gAsked;
 
 bool fails_at_question(std::size_t nth, std::function<void()> const & work)
 {
-    bool failed = false;
     gAsked = [left = nth]() mutable { --left == 0 ? throw std::bad_alloc() : void(); };
-    try {
-        work();
-    } catch (std::bad_alloc const &) {
-        failed = true;
-    }
+    bool const failed = runs_out_of_memory(work);
     gAsked = nullptr;
     return failed;
 }

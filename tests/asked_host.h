@@ -18,7 +18,7 @@ Answer && answer(Answer && given)
     return std::forward<Answer>(given);
 }
 
-// Runs `work` with the nth question throwing. Returns whether it came to that.
+// Runs `work` with the nth question throwing std::bad_alloc. Returns whether it came to that.
 bool fails_at_question(std::size_t nth, std::function<void()> const & work);
 
 struct AskedDimension final : memory_cube::Dimension {

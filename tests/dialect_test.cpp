@@ -55,51 +55,41 @@ TEST(MSOLAP7Field, KeepsTheSpellingOfItsGenerator)
 
 TEST(MSOLAP7Field, TakesTheParentOfACalculation)
 {
-    expect_operations({ kFlatDialect },
-        {
-            { CALL(f.field->TakeParentOfCalculation(&f.child)), "[S].[G]]", GIVEN(f.dimension.fName = "S]"; f.h.fName = "[G]") },
-        });
-    expect_operations({ kDialect }, {
-                                        { CALL(f.field->TakeParentOfCalculation(&f.child)), "[F]", GIVEN(f.child.fHierarchy = nullptr) },
-                                    });
+    expect_operation({ kFlatDialect },
+        { CALL(f.field->TakeParentOfCalculation(&f.child)), "[S].[G]]", GIVEN(f.dimension.fName = "S]"; f.h.fName = "[G]") });
+    expect_operation({ kDialect }, { CALL(f.field->TakeParentOfCalculation(&f.child)), "[F]", GIVEN(f.child.fHierarchy = nullptr) });
 }
 
-// What docs/general_classes.md cannot show: the dialect's forms ask their arguments too.
 TEST(Dialect, ReadsWhatArgumentsSay)
 {
-    expect_operations({ kDialect },
-        {
-            { CALL(f.value->TakeProperty(saying<MDXField>("[M]").get(), "cAPTION")), "[M].Name" },
-            { CALL(f.set->TakeChildren(saying<MDXSet>("{M}").get(), &f.h, true, 0, "")),
-                "GENERATE( {M}, [H].CURRENTMEMBER.CHILDREN )+{M}" },
-            { CALL(f.set->TakeSiblings(saying<MDXField>("[M]").get(), nullptr)),
-                "STRTOSET( IIF( [M].LEVEL.UNIQUENAME = [M].HIERARCHY.LEVELS(0).UNIQUENAME, \"[M].HIERARCHY.LEVELS(0).MEMBERS\", "
-                "\"[M].PARENT.CHILDREN\" ) ) " },
-        });
+    expect_operation({ kDialect }, { CALL(f.value->TakeProperty(saying<MDXField>("[M]").get(), "cAPTION")), "[M].Name" });
+    expect_operation({ kDialect },
+        { CALL(f.set->TakeChildren(saying<MDXSet>("{M}").get(), &f.h, true, 0, "")), "GENERATE( {M}, [H].CURRENTMEMBER.CHILDREN )+{M}" });
+    expect_operation(
+        { kDialect }, { CALL(f.set->TakeSiblings(saying<MDXField>("[M]").get(), nullptr)),
+                          "STRTOSET( IIF( [M].LEVEL.UNIQUENAME = [M].HIERARCHY.LEVELS(0).UNIQUENAME, \"[M].HIERARCHY.LEVELS(0).MEMBERS\", "
+                          "\"[M].PARENT.CHILDREN\" ) ) " });
 }
 
-TEST(MSOLAP7Set, AddsCalculationsInTheirOrder)
+TEST(MSOLAP7Set, WritesCalculationsInTheirOrder)
 {
-    auto const with_south = GIVEN(f.h.fCalculations = { { 1, &f.child } });
-    auto const with_north_and_south = GIVEN(f.h.fCalculations = { { 7, &f.calculation }, { -3, &f.child } });
-    expect_operations({ kDialect },
-        {
-            { CALL(f.set->StripCalculations(&f.h, true)), "{A}" },
-            { CALL(f.set->StripCalculations(&f.h, true)), "EXCEPT( {A}, { [H].[North], [H].[Japan].[South] } ) ", with_north_and_south },
-            { CALL(f.set->Hierarchize(true, &f.h, true, { &f.child, &f.calculation })),
-                "UNION( HIERARCHIZE( EXCEPT( {A}, { [H].[Japan].[South] } )  ) , { [H].[Japan].[South], [H].[North] } )", with_south },
-            { CALL(f.set->Hierarchize(true, &f.h, true, {})), "UNION( HIERARCHIZE( {A} ) , {  } )" },
-        });
+    expect_operation({ kDialect }, { CALL(f.set->StripCalculations(&f.h, true)), "{A}" });
+    expect_operation({ kDialect }, { CALL(f.set->StripCalculations(&f.h, true)), "EXCEPT( {A}, { [H].[North], [H].[Japan].[South] } ) ",
+                                       GIVEN(f.h.fCalculations = { { 7, &f.calculation }, { -3, &f.child } }) });
+    expect_operation(
+        { kDialect }, { CALL(f.set->Hierarchize(true, &f.h, true, { &f.child, &f.calculation })),
+                          "UNION( HIERARCHIZE( EXCEPT( {A}, { [H].[Japan].[South] } )  ) , { [H].[Japan].[South], [H].[North] } )",
+                          GIVEN(f.h.fCalculations = { { 1, &f.child } }) });
+    expect_operation({ kDialect }, { CALL(f.set->Hierarchize(true, &f.h, true, {})), "UNION( HIERARCHIZE( {A} ) , {  } )" });
 }
 
-TEST(MSOLAP7Set, TakesNeitherALevelNorADepthFromTheText)
+TEST(MSOLAP7Set, TakesAtLeastOneGeneration)
 {
-    expect_operations(
-        { kDialect }, {
-                          { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, -1, -1)),
-                              " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
-                          { CALL(f.set->TakeChildren(f.set, &f.h, true, 0, "")), "GENERATE( {A}, [H].CURRENTMEMBER.CHILDREN )+{A}" },
-                      });
+    expect_operation(
+        { kDialect }, { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, -1, -1)),
+                          " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " });
+    expect_operation(
+        { kDialect }, { CALL(f.set->TakeChildren(f.set, &f.h, true, 0, "")), "GENERATE( {A}, [H].CURRENTMEMBER.CHILDREN )+{A}" });
 }
 
 TEST(Dialect, QuotesDefinitionsInStatements)

@@ -2,12 +2,10 @@
 #include "allocations.h"
 #include "fixture.h"
 
-#include <algorithm>
 #include <cmath>
 #include <ostream>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <vector>
 
 // The tables of the documents as tests; see documented_rows.cmake.
@@ -27,9 +25,6 @@ inline Condition text_value(char16_t const * text, ExpressionType kind = ET_VALU
 
 // The fixture with the names and texts of the documents.
 struct Documented : Fixture {
-    RefPtr<MDXSelectQuery> const fSelect;
-    RefPtr<MDXCreateQuery> const fCreate;
-    RefPtr<MDXDropQuery> const fDrop;
     Condition fGreater = memory_cube::mdx("a") > memory_cube::mdx("b");
     AskedNode fTree{ fGreater };
     struct Names {
@@ -43,21 +38,18 @@ struct Documented : Fixture {
         MDXField *m, *n;
         MDXValue *x, *v, *w;
         MDXTuple *k, *pair, *none;
-        MDXSelectQuery * select;
-        MDXCreateQuery * create;
-        MDXDropQuery * drop;
         BRIM_o::Expression * tree;
+        RefPtr<MDXSelectQuery> select;
+        RefPtr<MDXCreateQuery> create;
+        RefPtr<MDXDropQuery> drop;
         KelpString text = "c";
         Condition a = memory_cube::mdx("a"), b = memory_cube::mdx("b"), c = memory_cube::mdx("c");
         Condition p = memory_cube::value(memory_cube::mdx("p"));
     } names{ generator.get(), &dimension, &h, &country, &member, &calculation, &child, set, other, field, second, value, weight, third,
-        single, tuple, empty, fSelect.get(), fCreate.get(), fDrop.get(), &fTree };
+        single, tuple, empty, &fTree, statement<MDXSelectQuery>(MDXQuery::QT_SELECT), statement<MDXCreateQuery>(MDXQuery::QT_CREATE),
+        statement<MDXDropQuery>(MDXQuery::QT_DROP) };
 
-    explicit Documented(Classes classes)
-        : Fixture(classes, { "s", "t", "m", "n", "x", "v", "w" }),
-          fSelect(statement<MDXSelectQuery>(MDXQuery::QT_SELECT)),
-          fCreate(statement<MDXCreateQuery>(MDXQuery::QT_CREATE)),
-          fDrop(statement<MDXDropQuery>(MDXQuery::QT_DROP))
+    explicit Documented(Classes classes) : Fixture(classes, { "s", "t", "m", "n", "x", "v", "w" })
     {
         dimension.fName = "Store";
         dimension.fUniqueName = "[Store]";
@@ -69,7 +61,7 @@ struct Documented : Fixture {
         child.fUniqueName = "[Store].[Geo].[South]";
         child.fParentUniqueName = member.fUniqueName;
         h.fCalculations = { { 1, &calculation } };
-        fSelect->AddAxisSpecification(0, RefPtr(makeSet("s")).get(), {}, MDXSelectQuery::NES_ALL);
+        names.select->AddAxisSpecification(0, RefPtr(makeSet("s")).get(), {}, MDXSelectQuery::NES_ALL);
     }
     template <class Statement>
     RefPtr<Statement> statement(MDXQuery::QueryType type) const
@@ -80,23 +72,38 @@ struct Documented : Fixture {
     State state() const
     {
         State state = Fixture::state();
-        for (MDXQuery const * const query : std::initializer_list<MDXQuery const *>{ fSelect.get(), fCreate.get(), fDrop.get() })
-            state["statements"] += error_of([&] { state["statements"] += mdx_of(*query); }) + "; ";
+        for (MDXQuery const * const each :
+            std::initializer_list<MDXQuery const *>{ names.select.get(), names.create.get(), names.drop.get() })
+            state["statements"] += error_of([&] { state["statements"] += mdx_of(*each); }) + "; ";
         return state;
     }
 
-    // What a call returns, as texts. The type says what has changed: an own object, several, or nothing because an object is new. A
-    // condition is for a filter.
-    Strings told(MDXSet * own) { return { text_of_own(own) }; }
-    Strings told(MDXField * own) { return { text_of_own(own) }; }
-    Strings told(MDXValue * own) { return { text_of_own(own) }; }
-    Strings told(MDXTuple * own) { return (changed = "several"), Strings{ mdx_of(*own) }; }
-    template <class Statement>
-    requires std::is_base_of_v<MDXQuery, Statement> Strings told(Statement * own)
+    // Lets the objects, which must be general, say another text than they hold. An operation reads what its own object holds and what its
+    // arguments say.
+    void disguise(std::string const & own)
     {
-        changed = "several";
-        return { own->getText(false).toUTF8(), own->getText(true).toUTF8() };
+        auto const disguise = [&own]<class Base>(char const * name, Base & object, char const * text) {
+            auto & host = static_cast<HostText<Base> &>(object);
+            host.fSays = own == name ? "said" : text;
+            if (own != name)
+                host.hold("held");
+        };
+        disguise("set", *set, "s"), disguise("other", *other, "t");
+        disguise("field", *field, "m"), disguise("second", *second, "n");
+        disguise("value", *value, "x"), disguise("weight", *weight, "v"), disguise("third", *third, "w");
+        for (auto const & [object, text] : { std::pair(tuple, "( m, n ) "), std::pair(single, "m") })
+            static_cast<HostText<MDXTuple> *>(object->AddField(second))->fSays = text;
     }
+
+    // The texts of what a call returned. Its type says what has changed: an own object; a tuple or a statement, and the holders of its
+    // parts; nothing, if an object is new. By a condition, a set is filtered.
+    template <class Own>
+    Strings told(Own * own)
+    {
+        return { text_of_own(own) };
+    }
+    Strings told(MDXTuple * own) { return (changed = "several"), Strings{ mdx_of(*own) }; }
+    Strings told(MDXQuery const & own) { return (changed = "several"), Strings{ own.getText(false).toUTF8(), own.getText(true).toUTF8() }; }
     template <class New>
     Strings told(RefPtr<New> const & made)
     {
@@ -111,74 +118,41 @@ struct Documented : Fixture {
     }
 };
 
-// Code of a row, with the names of the documents.
+// The code of a row, in which the names of the documents are known.
 #define WITH_NAMES(...)                                                                                                                    \
     [](Documented & f) {                                                                                                                   \
         [[maybe_unused]] auto & [generator, dimension, hierarchy, level, member, calculation, nested, s, t, m, n, x, v, w, k, pair, none,  \
-            select, create, drop, tree, text, a, b, c, p] = f.names;                                                                       \
+            tree, select, create, drop, text, a, b, c, p] = f.names;                                                                       \
         return __VA_ARGS__;                                                                                                                \
     }
 
-// Runs the code, and gives what it has told, or the number and the message of the error that it has raised.
-struct Code {
-    std::function<Strings(Documented & f)> run;
-
-    template <class Call>
-    Code(Call call)
-        : run([call](Documented & f) -> Strings {
-              try {
-                  if constexpr (std::is_void_v<std::invoke_result_t<Call, Documented &>>)
-                      return call(f), Strings{};
-                  else
-                      return f.told(call(f));
-              } catch (BRIM_o::AnyError const & error) {
-                  EXPECT_EQ(u"ODBOMODULE 1 2", format_text("%s %d %d", error.module(), +error.level(), +error.status()));
-                  return { std::to_string(error.code()), error.getText().toUTF8() };
-              }
-          })
-    {}
-};
-
-// A row: what its code tells, of which the last texts may be missing, and what it tells of other classes, or with flat names.
+// A row: what its code tells, and what it tells of other classes or with flat names. Texts at the end may be missing.
 struct Row {
     char const * row;
-    Code code;
+    std::function<Strings(Documented &)> code;
     Strings texts;
     Strings others{};
 
+    // What the code tells, or the number and the message of the error that it raises.
+    Strings run(Documented & f) const
+    {
+        try {
+            return code(f);
+        } catch (BRIM_o::AnyError const & error) {
+            EXPECT_EQ(u"ODBOMODULE 1 2", format_text("%s %d %d", error.module(), +error.level(), +error.status())) << row;
+            return { std::to_string(error.code()), error.getText().toUTF8() };
+        }
+    }
     void expect_texts(Documented & f, Classes classes) const
     {
         Strings const & want = classes == kDialect || others.empty() ? texts : others;
-        Strings have = code.run(f);
+        Strings have = run(f);
         have.resize(want.size());
         EXPECT_EQ(want, have) << row;
     }
 };
 
-// General objects of the host that say another text than they hold. An operation reads what its own object holds and what its arguments
-// say.
-struct Disguised : Documented {
-    explicit Disguised(std::string const & own) : Documented(kGeneral)
-    {
-        disguise(*set, "s", own == "set"), disguise(*other, "t");
-        disguise(*field, "m", own == "field"), disguise(*second, "n");
-        disguise(*value, "x", own == "value"), disguise(*weight, "v"), disguise(*third, "w");
-        tuple->AddField(second);
-        single->AddField(second);
-        static_cast<HostText<MDXTuple> *>(tuple)->fSays = "( m, n ) ";
-        static_cast<HostText<MDXTuple> *>(single)->fSays = "m";
-    }
-    template <class Base>
-    static void disguise(Base & object, char const * text, bool isOwn = false)
-    {
-        auto & host = static_cast<HostText<Base> &>(object);
-        host.fSays = isOwn ? "said" : text;
-        if (!isOwn)
-            host.hold("held");
-    }
-};
-
-// What holds for a call in each of these classes: its texts, and that nothing else changes.
+// Checks the texts with objects of these classes, and that nothing else changes.
 inline void expect_call(Row const & row, std::initializer_list<Classes> classes)
 {
     for (Classes const each : classes) {
@@ -195,25 +169,24 @@ inline void expect_call(Row const & row, std::initializer_list<Classes> classes)
 // should when it is repeated. An operation that goes by steps may leave its own object with the text of a step.
 inline void expect_no_trace_of_faults(Row const & row, std::initializer_list<Classes> classes, bool bySteps = false)
 {
-    SCOPED_TRACE(row.row);
     for (Classes const each : classes) {
         Documented done(each);
-        row.code.run(done);
+        row.run(done);
         for (auto const fails : { fails_at_question, fails_at_allocation }) {
             for (std::size_t nth = 1;; ++nth) {
                 Documented f(each);
                 Fixture::State const before = f.state();
-                if (!fails(nth, [&] { row.code.run(f); }) || !f.changed.empty()) // or telling its text failed
+                if (!fails(nth, [&] { row.run(f); }) || !f.changed.empty()) // the call was over when it failed
                     break;
-                EXPECT_TRUE(before == f.state() || bySteps) << nth;
-                row.code.run(f);
-                EXPECT_TRUE(done.state() == f.state() || bySteps) << nth;
+                EXPECT_TRUE(before == f.state() || bySteps) << row.row;
+                row.run(f);
+                EXPECT_TRUE(done.state() == f.state() || bySteps) << row.row;
             }
         }
     }
 }
 
-// A table, which GoogleTest shows by the place with which its first row begins.
+// A table, which GoogleTest shows by the place of its first row.
 template <class Row>
 struct Table : std::vector<Row> {
     using std::vector<Row>::vector;

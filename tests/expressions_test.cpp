@@ -53,10 +53,8 @@ TEST(MemberNames, DoubleOneCharacter)
 
 TEST(MDXValue, ReadsWhatIsWrittenSoFarIfItIsItsOwnArgument)
 {
-    expect_operations(kBoth, {
-                                 { CALL(f.value->TakeLinRegPoint(f.value, f.set, f.weight, f.value)),
-                                     "LINREGPOINT(LINREGPOINT(, {A}, W, LINREGPOINT(LINREGPOINT(, {A}, W,  ) " },
-                             });
+    expect_operation(kBoth, { CALL(f.value->TakeLinRegPoint(f.value, f.set, f.weight, f.value)),
+                                "LINREGPOINT(LINREGPOINT(, {A}, W, LINREGPOINT(LINREGPOINT(, {A}, W,  ) " });
 }
 
 TEST(MDXTuple, WritesAndHoldsItsFields)

@@ -62,7 +62,7 @@ struct General final : Base {
 };
 
 enum Classes { kGeneral, kDialect, kFlatDialect };
-inline constexpr std::initializer_list<Classes> kBoth = { kGeneral, kDialect };
+inline constexpr std::initializer_list<Classes> kBoth = { kDialect, kGeneral };
 
 // Objects to work on: expressions of the given classes, and the parts of a cube.
 struct Fixture {
@@ -71,6 +71,7 @@ struct Fixture {
     };
 
     bool const fGeneral;
+    Texts const fTexts;
     std::unique_ptr<MDXQueryGenerator> generator; // on the cube [Sales]
 
     // The hierarchy has three levels and no calculated member.
@@ -81,25 +82,14 @@ struct Fixture {
     AskedCalculation calculation{ &h, "[H].[North]" };
     AskedCalculation child{ &h, "[H].[Japan].[South]", "[H].[Japan]" };
 
-    MDXSet *const set, *const other;
-    MDXField *const field, *const second;
-    MDXValue *const value, *const weight, *const third;
-    MDXTuple *const tuple, *const single, *const empty; // of both fields, of the first, of none
+    MDXSet *const set = makeSet(fTexts.set), *const other = makeSet(fTexts.other);
+    MDXField *const field = makeField(fTexts.field), *const second = makeField(fTexts.second);
+    MDXValue *const value = makeValue(fTexts.value), *const weight = makeValue(fTexts.weight), *const third = makeValue(fTexts.third);
+    MDXTuple *const tuple = makeTuple(), *const single = makeTuple(), *const empty = makeTuple(); // of both fields, of the first, of none
 
     explicit Fixture(Classes classes = kGeneral) : Fixture(classes, Texts()) {}
     Fixture(Classes classes, Texts const & texts)
-        : fGeneral(classes == kGeneral),
-          generator(createMSOLAP7QueryGenerator("[Sales]", classes == kFlatDialect)),
-          set(makeSet(texts.set)),
-          other(makeSet(texts.other)),
-          field(makeField(texts.field)),
-          second(makeField(texts.second)),
-          value(makeValue(texts.value)),
-          weight(makeValue(texts.weight)),
-          third(makeValue(texts.third)),
-          tuple(makeTuple()),
-          single(makeTuple()),
-          empty(makeTuple())
+        : fGeneral(classes == kGeneral), fTexts(texts), generator(createMSOLAP7QueryGenerator("[Sales]", classes == kFlatDialect))
     {
         h.fLevels = { &country, &city, &shop };
         tuple->AddField(field)->AddField(second);
@@ -111,9 +101,6 @@ struct Fixture {
             std::initializer_list<support::RefCount *>{ set, other, field, second, value, weight, third, tuple, single, empty })
             object->unuse();
     }
-    Fixture(Fixture const &) = delete;
-    Fixture & operator=(Fixture const &) = delete;
-
     // With a reference for the caller.
     MDXSet * makeSet(KelpString const & text) const { return fGeneral ? new HostText<MDXSet>(text) : generator->GenerateSet(text); }
     MDXField * makeField(KelpString const & text) const { return fGeneral ? new HostText<MDXField>(text) : generator->GenerateField(text); }
@@ -157,24 +144,15 @@ struct Operation {
 
 // Checks what holds for every operation: it returns its own object, which has the new text and the same holders. No other object
 // changes. No quoted text is that of an old text.
-inline void expect_operation(Fixture & f, Operation const & row)
-{
-    SCOPED_TRACE(row.row);
-    row.given(f);
-    Fixture::State state = f.state();
-    EXPECT_EQ(row.want, row.call(f));
-    state[f.changed] = row.want;
-    EXPECT_EQ(state, f.state());
-}
-
-// Each row on its own fixture.
-inline void expect_operations(std::initializer_list<Classes> classes, std::vector<Operation> const & rows)
+inline void expect_operation(std::initializer_list<Classes> classes, Operation const & row)
 {
     for (Classes const each : classes) {
-        for (Operation const & row : rows) {
-            Fixture f(each);
-            expect_operation(f, row);
-        }
+        Fixture f(each);
+        row.given(f);
+        Fixture::State want = f.state();
+        EXPECT_EQ(row.want, row.call(f)) << row.row;
+        want[f.changed] = row.want;
+        EXPECT_EQ(want, f.state()) << row.row;
     }
 }
 

@@ -1,5 +1,7 @@
 #include "documented.h"
 
+#include <algorithm>
+
 // What operations, statements and conditions write, and what they refuse: the tables of README.md, docs/operations.md,
 // docs/general_classes.md and docs/conditions.md. Each table is a test.
 
@@ -10,15 +12,15 @@ struct Calls : testing::TestWithParam<Table<Row>> {};
 TEST_P(Calls, LeaveTheDocumentedText)
 {
     for (Row const & row : GetParam())
-        expect_call(row, { kDialect, kGeneral });
+        expect_call(row, kBoth);
 }
 
 TEST_P(Calls, ReadWhatTheirArgumentsSay)
 {
     for (Row const & row : GetParam()) {
-        Documented plain(kGeneral);
-        row.code.run(plain);
-        Disguised f(plain.changed);
+        Documented plain(kGeneral), f(kGeneral);
+        row.run(plain);
+        f.disguise(plain.changed);
         row.expect_texts(f, kGeneral);
     }
 }
@@ -29,7 +31,7 @@ TEST_P(Calls, LeaveNoTraceOfAFault)
         "TakeCovariance(", "TakeCorrelation(", "TakeLinReg" };                                            // of values
     for (Row const & row : GetParam()) {
         auto const isOf = [&row](char const * operation) { return std::string_view(row.row).find(operation) != std::string_view::npos; };
-        expect_no_trace_of_faults(row, { kDialect, kGeneral }, std::any_of(bySteps.begin(), bySteps.end(), isOf));
+        expect_no_trace_of_faults(row, kBoth, std::any_of(bySteps.begin(), bySteps.end(), isOf));
     }
 }
 
@@ -39,7 +41,7 @@ struct Sequences : Calls {};
 TEST_P(Sequences, GoOnFromTheLastText)
 {
     for (Row const & row : GetParam()) {
-        for (Classes const classes : { kDialect, kGeneral }) {
+        for (Classes const classes : kBoth) {
             Documented f(classes);
             row.expect_texts(f, classes);
         }

@@ -8,32 +8,30 @@ namespace {
 
 TEST(MDXSet, MayBeItsOwnArgument)
 {
-    expect_operations(kBoth, {
-                                 { CALL(*f.set += *f.set), "UNION( {A}, {A} )" },
-                                 { CALL(f.set->DrillUpOnSet(f.set)), "DRILLUPMEMBER( Hierarchize( {A} ) , {A} ) " },
-                             });
+    expect_operation(kBoth, { CALL(*f.set += *f.set), "UNION( {A}, {A} )" });
+    expect_operation(kBoth, { CALL(f.set->DrillUpOnSet(f.set)), "DRILLUPMEMBER( Hierarchize( {A} ) , {A} ) " });
 }
 
-TEST(MDXSet, MayLackATopLevel)
+TEST(MDXSet, HasNoTopLevelOfAHierarchyWithoutLevels)
 {
-    expect_operations(kBoth, { { CALL(f.set->TakeTopLevel(&f.h)), " {  } ", GIVEN(f.h.fLevels.clear()) } });
+    expect_operation(kBoth, { CALL(f.set->TakeTopLevel(&f.h)), " {  } ", GIVEN(f.h.fLevels.clear()) });
 }
 
-TEST(GeneralSet, CountsDepthsAndAddsCalculationsToLeaves)
+TEST(GeneralSet, AddsCalculationsToItsLeaves)
 {
-    auto const with_calculations = GIVEN(f.h.fCalculations = { { 7, &f.calculation }, { -3, nullptr }, { -2, &f.child }, { 9, nullptr } });
-    auto const with_null_calculations = GIVEN(f.h.fCalculations = { { 1, nullptr }, { 2, nullptr } });
-    expect_operations(
-        { kGeneral }, {
-                          { CALL(f.set->TakeChildren(f.set, &f.h, true, -2, "")),
-                              "GENERATE( {A}, GENERATE( { [H].CURRENTMEMBER }, DESCENDANTS( [H].CURRENTMEMBER, -2, SELF_AND_BEFORE ) ) )" },
-                          { CALL(f.set->TakeLeafNodes(&f.h)),
-                              "GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) )", with_null_calculations },
-                          { CALL(f.set->TakeLeafNodes(&f.h)),
-                              "UNION( GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) ), "
-                              "{ [H].[Japan].[South], [H].[North] } )",
-                              with_calculations },
-                      });
+    std::string const leaves = "GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) )";
+    expect_operation(
+        { kGeneral }, { CALL(f.set->TakeLeafNodes(&f.h)), leaves, GIVEN(f.h.fCalculations = { { 1, nullptr }, { 2, nullptr } }) });
+    expect_operation(
+        { kGeneral }, { CALL(f.set->TakeLeafNodes(&f.h)), "UNION( " + leaves + ", { [H].[Japan].[South], [H].[North] } )",
+                          GIVEN(f.h.fCalculations = { { 7, &f.calculation }, { -3, nullptr }, { -2, &f.child }, { 9, nullptr } }) });
+}
+
+TEST(GeneralSet, TakesChildrenToADepthBelowZero)
+{
+    expect_operation(
+        { kGeneral }, { CALL(f.set->TakeChildren(f.set, &f.h, true, -2, "")),
+                          "GENERATE( {A}, GENERATE( { [H].CURRENTMEMBER }, DESCENDANTS( [H].CURRENTMEMBER, -2, SELF_AND_BEFORE ) ) )" });
 }
 
 // A member that is in a text twice is asked twice.
