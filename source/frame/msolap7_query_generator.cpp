@@ -1,6 +1,5 @@
 #include "msolap7_query_generator.h"
 
-#include "bad_enum.h"
 #include "../dialect/msolap7_create_query.h"
 #include "../dialect/msolap7_drop_query.h"
 #include "../dialect/msolap7_field.h"
@@ -9,6 +8,7 @@
 #include "../dialect/msolap7_set.h"
 #include "../dialect/msolap7_tuple.h"
 #include "../dialect/msolap7_value.h"
+#include "bad_enum.h"
 #include "../log/mdx_query_log.h"
 
 MDXQueryGenerator * createMSOLAP7QueryGenerator(KelpString const & cubeName, bool flatHierarchyNames)

@@ -1,13 +1,15 @@
 #include "mdx_set.h"
 
+#include "../expressions/mdx_tuple.h"
+#include "../expressions/mdx_value.h"
 #include "../frame/bad_enum.h"
 #include "../frame/mdx_error.h"
 #include "../text.h"
-#include "../expressions/mdx_tuple.h"
-#include "../expressions/mdx_value.h"
 
 #include <string_view>
 #include <utility>
+
+using namespace mdx_text;
 
 MDXSet * MDXSet::TakeFilter(MDXValue * condition)
 {
