@@ -8,8 +8,8 @@
 #include "../dialect/msolap7_set.h"
 #include "../dialect/msolap7_tuple.h"
 #include "../dialect/msolap7_value.h"
-#include "bad_enum.h"
 #include "../log/mdx_query_log.h"
+#include "mdx_error.h"
 
 MDXQueryGenerator * createMSOLAP7QueryGenerator(KelpString const & cubeName, bool flatHierarchyNames)
 {

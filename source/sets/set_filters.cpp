@@ -2,7 +2,6 @@
 
 #include "../expressions/mdx_tuple.h"
 #include "../expressions/mdx_value.h"
-#include "../frame/bad_enum.h"
 #include "../frame/mdx_error.h"
 #include "../text.h"
 
