@@ -15,7 +15,7 @@ char const * error_message(std::uint32_t code) noexcept
     case MDX_ERR_MISSING_TUPLE: return "A tuple is needed to measure by.";
     case MDX_ERR_EMPTY_TUPLE: return "The tuple is empty.";
     case MDX_ERR_BAD_EXPRESSION:
-        return "The condition has a node of an unknown kind, a value that is no finite number or no bool, or a "
+        return "The condition has a node of an unknown kind, a value that is not a finite number or a bool, or a "
                "null test of something other than a tuple.";
     }
     return nullptr;
