@@ -6,6 +6,7 @@
 #include <odbomodule/host/string_converters.h>
 
 #include <sstream>
+#include <stdexcept>
 #include <thread>
 
 namespace {
@@ -120,6 +121,30 @@ TEST(CoreLog, KeepsALevelForEachSubModule)
     for (int part = 0; part < 500; ++part)
         EXPECT_EQ(level_of(part)->exchange(0), 2);
     EXPECT_NE(support_dll::getLogObject()->getModuleVerbosity("OTHER", "1"), level_of(1));
+}
+
+TEST(CoreLog, DropsALineThatItCannotWrite)
+{
+    CoreLog & log = *support_dll::getLogObject();
+    char16_t const * const inserts[] = { u"a line that is longer than fits in place" };
+    CoreLog::Sink const fail = [](void *, std::uint32_t, std::int32_t, KelpString const &, KelpString const &, KelpString const &) {
+        throw std::runtime_error("full");
+    };
+    log.setSink(fail, nullptr);
+    log.log(1, 2, "MODULE", "Part", 1, inserts);
+
+    LogLines lines;
+    KelpString const part("a sub-module that is not known yet");
+    gFailAt = kAllocationsFail ? 1 : 0;
+    log.log(1, 2, "MODULE", part, 1, inserts);
+    gFailAt = kAllocationsFail ? 1 : 0;
+    CoreLog::VerbosityType const * const level = log.getModuleVerbosity("MODULE", part);
+    gFailAt = 0;
+    EXPECT_EQ(level == nullptr, kAllocationsFail);
+    EXPECT_EQ(lines.take().empty(), kAllocationsFail);
+    log.log(1, 2, "MODULE", "Part", 1, inserts);
+    EXPECT_EQ(lines.take(), Strings{ "1 2 MODULE/Part: a line that is longer than fits in place" });
+    EXPECT_NE(log.getModuleVerbosity("MODULE", part), nullptr);
 }
 
 TEST(AssertionFailure, EndsTheProcess)
