@@ -5,6 +5,7 @@
 #include <odbomodule/host/core_log.h>
 #include <odbomodule/host/string_converters.h>
 
+#include <cmath>
 #include <sstream>
 #include <stdexcept>
 #include <thread>
@@ -87,15 +88,85 @@ TEST(KelpString, ReadsAndWritesUTF8)
     EXPECT_EQ(KelpString::fromUTF8(std::string_view("\u00e9", 1)), u"\uFFFD");
 }
 
+TEST(FormatText, HasPrintfsConversions)
+{
+    char const * const noText = nullptr;
+    char16_t const * const noWideText = nullptr;
+    std::pair<KelpString, char const *> const rows[] = {
+        { format_text("%.3f %.3f %.0f %f", 0.0005, 0.0015, 2.5, -1.5), "0.001 0.002 2 -1.500000" },
+        { format_text("%f %06.1f %f", HUGE_VAL, -HUGE_VAL, -std::nan("")), "inf   -inf nan" },
+        { format_text("%.1f", 1e22), "10000000000000000000000.0" },
+        { format_text("%x %X %X %u", -1, -86, 26, -1), "ffffffff FFFFFFAA 1A 4294967295" },
+        { format_text("%x %u", std::int64_t{ -1 }, std::int8_t{ -1 }), "ffffffffffffffff 255" },
+        { format_text("%d %x", UINT64_MAX, UINT64_MAX), "18446744073709551615 ffffffffffffffff" },
+        { format_text("%d %i", INT64_MIN, true), "-9223372036854775808 1" },
+        { format_text("/%5d/%-5d/%05d/%-05d/%06.4d/%05.0d/", -42, -42, -42, -42, -42, -42), "/  -42/-42  /-0042/-42  / -0042/  -42/" },
+        { format_text("/%10s/%-9s/%.2s/%.0s/", u"wide", "nar", "cut off", "no"), "/      wide/nar      /cu//" },
+        { format_text("%s%s", noText, noWideText), "" },
+        { format_text("%c%3c%c", u'x', 'y', "text"), "x  ytext" },
+        { format_text("%ld %lld %hu %td", 0, 2, 3, 4), "0 2 3 4" },
+        { format_text("%00-05d.%0-05d.", 7, 7), "7    .7    ." },
+        { format_text("100%% %"), "100% %" },
+        { format_text(nullptr), "" },
+    };
+    for (auto const & [text, want] : rows)
+        EXPECT_EQ(text.toUTF8(), want);
+    EXPECT_EQ(format_text("%.200f", 1e22).size(), 224u);
+}
+
+TEST(FormatText, WritesArgumentsInTheirOwnWayUnderAWrongConversion)
+{
+    EXPECT_EQ(KelpString(format_text("%.1d %s %f %.2f", "text", 12, 3, HUGE_VAL)).toUTF8(), "text 12 3 inf");
+    EXPECT_EQ(KelpString(format_text("%d and %d", 1)).toUTF8(), "1 and %d");
+    EXPECT_EQ(KelpString(format_text("%q %-*d %/d %:d %5", 1)).toUTF8(), "%q %-*d %/d %:d %5");
+}
+
 TEST(FormatText, IsCutToABuffer)
 {
     char16_t buffer[] = u"123456";
     EXPECT_EQ(suprintf(buffer, 5, "%s-%d", "ab", 12345), 4);
     EXPECT_EQ(suprintf(buffer, 0, "x"), 0);
     EXPECT_EQ(suprintf(nullptr, 5, "x"), 0);
-    EXPECT_EQ(format_text(nullptr), u"");
-    EXPECT_EQ(format_text("%.200f", 1e22).size(), 224u);
     EXPECT_EQ(std::u16string(buffer, 6), std::u16string(u"ab-1\0006", 6));
+}
+
+// docs/numbers.md has reals of 16 digits.
+TEST(StringConverters, WriteRealsOfAnyLength)
+{
+    auto const real_text = [](double value, int digits = 16, bool alwaysExponent = false) {
+        KelpString text("old");
+        StringConverters::convertRealToString(value, text, 10, digits, alwaysExponent);
+        return text.toUTF8();
+    };
+    EXPECT_EQ(real_text(0.1 + 0.2, 17), "0.30000000000000004");
+    EXPECT_EQ(real_text(1.7976931348623157e308, 99), "1.7976931348623157e+308");
+    EXPECT_EQ(real_text(1e17, 99), "1e+17");
+    EXPECT_EQ(real_text(1e10, 3), "1e+10");
+    EXPECT_EQ(real_text(9.96, 2), "10");
+    EXPECT_EQ(real_text(99.6, 2), "1e+02");
+    EXPECT_EQ(real_text(123456, 3), "1.23e+05");
+    EXPECT_EQ(real_text(0.56, 0), "0.6");
+    EXPECT_EQ(real_text(2.5, 16, true), "2.5e+00");
+    EXPECT_EQ(real_text(0, 16, true), "0e+00");
+    EXPECT_EQ(real_text(HUGE_VAL), "inf");
+    EXPECT_EQ(real_text(-HUGE_VAL, 16, true), "-inf");
+    EXPECT_EQ(real_text(std::nan("")), "nan");
+}
+
+TEST(StringConverters, WriteWholeNumbersInAnyRadix)
+{
+    auto const whole_text = [](std::int32_t value, std::int32_t radix) {
+        KelpString text("old");
+        StringConverters::convertIntegerToString(value, text, radix);
+        return text.toUTF8();
+    };
+    EXPECT_EQ(whole_text(0, 10), "0");
+    EXPECT_EQ(whole_text(INT32_MIN, 10), "-2147483648");
+    EXPECT_EQ(whole_text(INT32_MIN, 2), "-1" + std::string(31, '0'));
+    EXPECT_EQ(whole_text(255, 16), "ff");
+    EXPECT_EQ(whole_text(35, 36), "z");
+    for (std::int32_t const radix : { 1, 37, -10 })
+        EXPECT_EQ(whole_text(-12, radix), "-12");
 }
 
 TEST(CoreLog, WritesToStandardErrorAtFirst)

@@ -12,8 +12,8 @@
 
 namespace {
 
-// Blocks SIGXFSZ in this thread for the length of a scope. A file at its size limit would raise the signal and end the
-// process. A signal that was raised within the scope is discarded; the write has failed, which says the same.
+// Blocks SIGXFSZ in this thread for the length of a scope. A file at its size limit would raise the signal and end
+// the process. A signal that was raised within the scope is discarded; the write has failed, which says the same.
 class LimitSignalBlocked {
 public:
     LimitSignalBlocked() noexcept
