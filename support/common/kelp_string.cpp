@@ -35,7 +35,7 @@ KelpString & KelpString::operator=(Base && text) noexcept
 KelpString & KelpString::operator=(char const * text)
 {
     std::string_view const narrow = view(text);
-    Base::reserve(narrow.size()); // may fail, while the old text still stands
+    Base::reserve(narrow.size()); // if this throws, the text is unchanged
     clear();
     append_narrow(*this, narrow);
     return *this;
@@ -75,8 +75,8 @@ KelpString::size_type KelpString::find(char character, size_type position) const
 {
     if (static_cast<unsigned char>(character) >= 0x80)
         return npos;
-    // The C library finds a byte much faster than the string finds a character. The byte may be either half of a
-    // character, and the other half may differ.
+    // The C library finds a byte much faster than std::u16string finds a character. The byte that it finds may
+    // belong to another character, as either half.
     auto const wanted = static_cast<char16_t>(static_cast<unsigned char>(character));
     auto const * const bytes = reinterpret_cast<unsigned char const *>(data());
     size_type const end = 2 * size();
@@ -93,11 +93,11 @@ KelpString::size_type KelpString::find(char character, size_type position) const
 
 std::int32_t KelpString::strcmp(char const * text, bool ignoreCase) const noexcept
 {
-    Units units(view(text));
+    NarrowReader other(view(text));
     for (char16_t mine : *this) {
-        if (units.at_end())
+        if (other.at_end())
             return 1;
-        char16_t theirs = units.take();
+        char16_t theirs = other.take();
         if (ignoreCase) {
             mine = ascii_lower(mine);
             theirs = ascii_lower(theirs);
@@ -105,7 +105,7 @@ std::int32_t KelpString::strcmp(char const * text, bool ignoreCase) const noexce
         if (mine != theirs)
             return mine < theirs ? -1 : 1;
     }
-    return units.at_end() ? 0 : -1;
+    return other.at_end() ? 0 : -1;
 }
 
 KelpString KelpString::fromUTF8(std::string_view text)

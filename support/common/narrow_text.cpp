@@ -27,8 +27,8 @@ void append_code_point(std::string & out, char32_t point)
     }
 }
 
-// Reads one code point and takes it off `text`. A sequence that breaks off counts as one replacement character: it
-// is taken up to the first byte that does not belong to it.
+// Takes one code point off `text`. Of an incomplete sequence, takes the bytes that belong to it and returns one
+// replacement character.
 char32_t take_code_point(std::string_view & text) noexcept
 {
     auto const take = [&] {
@@ -43,7 +43,7 @@ char32_t take_code_point(std::string_view & text) noexcept
         return kReplacement;
 
     int const tails = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
-    // Overlong forms, surrogates and what is past U+10FFFF can be told by the second byte.
+    // The second byte tells overlong forms, surrogates and code points past U+10FFFF.
     unsigned char low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
     unsigned char high = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
     char32_t point = lead & (0x3Fu >> tails);
@@ -60,7 +60,7 @@ char32_t take_code_point(std::string_view & text) noexcept
 
 }
 
-char16_t Units::take() noexcept
+char16_t NarrowReader::take() noexcept
 {
     if (fLow != u'\0')
         return std::exchange(fLow, u'\0');
@@ -81,12 +81,12 @@ void append_narrow(std::u16string & out, std::string_view text)
         bits |= byte;
         return char16_t{ byte };
     });
-    if (bits < 0x80) // ASCII alone, as most texts are
+    if (bits < 0x80) // only ASCII, as in most texts
         return;
 
-    out.resize(end); // leaves room for all: no character has more units than bytes
-    for (Units units(text); !units.at_end();)
-        out.push_back(units.take());
+    out.resize(end); // keeps enough room: no code point has more 16-bit characters than bytes
+    for (NarrowReader reader(text); !reader.at_end();)
+        out.push_back(reader.take());
 }
 
 std::string to_narrow(std::u16string_view text)
