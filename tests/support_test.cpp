@@ -12,7 +12,7 @@
 
 namespace {
 
-TEST(KelpString, TakesTextsOfBothKindsAndItsOwn)
+TEST(KelpString, TakesNarrowAndWideTextsAndItsOwn)
 {
     KelpString text = u"a";
     text += 'b';
@@ -36,7 +36,7 @@ TEST(KelpString, TakesTextsOfBothKindsAndItsOwn)
 
 TEST(KelpString, FindsWholeCharacters)
 {
-    KelpString const text(u"\u7474t\u0174t\u0080"); // with bytes of a "t" in other characters
+    KelpString const text(u"\u7474t\u0174t\u0080"); // some of its other characters have the byte of a "t"
     EXPECT_EQ(text.find('t'), 1u);
     EXPECT_EQ(text.find('t', 3), 3u);
     EXPECT_EQ(text.find('t', 99), KelpString::npos);
@@ -55,8 +55,8 @@ TEST(KelpString, ComparesWithNarrowTexts)
     EXPECT_EQ(KelpString("Nam").strcmp("Name", true), -1);
     EXPECT_EQ(KelpString("Names").strcmp("Name", false), 1);
     EXPECT_EQ(KelpString("a").strcmp(nullptr, true), 1);
-    EXPECT_EQ(KelpString("[").strcmp("{", true), -1);      // which differ as two cases of a letter do
-    EXPECT_EQ(KelpString(u"\u0141").strcmp("A", true), 1); // whose lower byte is an "A"
+    EXPECT_EQ(KelpString("[").strcmp("{", true), -1);      // they differ in the bit that tells the cases of a letter
+    EXPECT_EQ(KelpString(u"\u0141").strcmp("A", true), 1); // its lower byte is that of an "A"
 }
 
 TEST(KelpString, ReadsAndWritesUTF8)
@@ -64,15 +64,15 @@ TEST(KelpString, ReadsAndWritesUTF8)
     char const * const all = "\U00010001a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF"; // one to four bytes
     EXPECT_EQ(KelpString(all), u"\U00010001a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF");
     std::pair<std::string, std::string> const rows[] = {
-        // bytes, what is written after they were read
+        // the bytes that are read, those that are written then
         { all, all },
-        // In this order: longer than need be, half a pair, beyond the last character, bytes of no character
+        // Overlong forms, half a surrogate pair, a code point past the last one, bytes that no sequence has
         { "\xC1\xAF.\xE0\x9F\xBF.\xF0\x8F\xBF\xBF", "\uFFFD\uFFFD.\uFFFD\uFFFD\uFFFD.\uFFFD\uFFFD\uFFFD\uFFFD" },
         { "\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD" },
         { "\xF4\x90\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD" },
         { "\xFF.\xF5\x80", "\uFFFD.\uFFFD\uFFFD" },
         { "a\x80z", "a\uFFFDz" },
-        // Cut short: what comes next is read for itself
+        // Incomplete sequences: the next byte is read by itself
         { "\xC2\x7F\xC2\xC0\xE2\x82\x7F\xE2\x82\xC0", "\uFFFD\x7F\uFFFD\uFFFD\uFFFD\x7F\uFFFD\uFFFD" },
         { "\xE2\x82z\xE2\xC3\xA9", "\uFFFDz\uFFFD\u00e9" },
         { "\xF0\x9F\x98", "\uFFFD" },
@@ -83,7 +83,7 @@ TEST(KelpString, ReadsAndWritesUTF8)
         EXPECT_EQ(text.strcmp(bytes.c_str(), true), 0);
     }
     KelpString const halves(
-        u"x\xD83D\xDE00" + std::u16string{ 0xDC00, 0xDFFF, u'y', 0xD83D, 0xE000, 0xD83D, 0xDBFF }); // after a whole pair
+        u"x\xD83D\xDE00" + std::u16string{ 0xDC00, 0xDFFF, u'y', 0xD83D, 0xE000, 0xD83D, 0xDBFF }); // after a complete pair
     EXPECT_EQ((std::ostringstream() << halves).str(), "x\U0001F600\uFFFD\uFFFDy\uFFFD\uE000\uFFFD\uFFFD");
     EXPECT_EQ(KelpString::fromUTF8(std::string_view("\u00e9", 1)), u"\uFFFD");
 }
@@ -169,7 +169,7 @@ TEST(StringConverters, WriteWholeNumbersInAnyRadix)
         EXPECT_EQ(whole_text(-12, radix), "-12");
 }
 
-TEST(CoreLog, WritesToStandardErrorAtFirst)
+TEST(CoreLog, WritesToStandardErrorByDefault)
 {
     char16_t const * const inserts[] = { u"one", nullptr, u"three" };
     testing::internal::CaptureStderr();
@@ -224,7 +224,7 @@ TEST(AssertionFailure, EndsTheProcess)
     EXPECT_DEATH(support_dll::AssertionFailure(nullptr, nullptr), "assertion failed: , in \n");
 }
 
-TEST(Assignment, IsOfTheWholeOrOfNothing)
+TEST(Assignment, HasNoEffectIfMemoryRunsOut)
 {
     char const * const longText = "a text that is longer than its own room";
     BaseError other(MDX_ERR_BAD_ENUM, longText, BRIM_o::AnyError::Severity{ 3 }, BRIM_o::AnyError::Completed{ 4 });
