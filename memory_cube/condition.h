@@ -150,6 +150,7 @@ public:
 private:
     Binding binding() const
     {
+        // No default: a new kind has to be added here, or the compiler warns.
         switch (fType) {
         case BRIM_o::ET_OR:
         case BRIM_o::ET_OUTSIDE: return Or;
@@ -170,8 +171,29 @@ private:
         case BRIM_o::ET_TIMES:
         case BRIM_o::ET_DIVIDE:
         case BRIM_o::ET_INTDIVIDE: return Product;
-        default: return Whole;
+        case BRIM_o::ET_NEGATE:
+        case BRIM_o::ET_NATIVE:
+        case BRIM_o::ET_STRING:
+        case BRIM_o::ET_TEXT_193:
+        case BRIM_o::ET_TEXT_199:
+        case BRIM_o::ET_VALUE:
+        case BRIM_o::ET_CURRENT:
+        case BRIM_o::ET_CURRENTSET:
+        case BRIM_o::ET_TUPLE:
+        case BRIM_o::ET_TUPLE_VALUE:
+        case BRIM_o::ET_MEMBER_VALUE:
+        case BRIM_o::ET_FILTER:
+        case BRIM_o::ET_EXCEPT:
+        case BRIM_o::ET_TOPSUM:
+        case BRIM_o::ET_TOPPERCENT:
+        case BRIM_o::ET_TOPCOUNT:
+        case BRIM_o::ET_BOTTOMSUM:
+        case BRIM_o::ET_BOTTOMPERCENT:
+        case BRIM_o::ET_BOTTOMCOUNT:
+        case BRIM_o::ET_GROUP_190:
+        case BRIM_o::ET_GROUP_206: return Whole;
         }
+        return Whole; // a number that is not a kind, which the library rejects
     }
     void point_to_operands()
     {
