@@ -122,16 +122,17 @@ struct Hierarchy : BRIM_o::Hierarchy {
     BRIM_o::Dimension const * getDimension() const override { return fDimension; }
 };
 
-/// Owns the parts of a cube. The add_... functions take plain names and make the unique names: they add the brackets
-/// and double each "]" of a name. They throw std::invalid_argument if the cube already has that part. A part keeps
-/// its address until the cube ends. Parts are found by their unique names; an unknown name throws std::out_of_range.
+/// Owns the parts of a cube. The add_... functions take plain names and make the unique names: they add the
+/// brackets and double each "]" of a name. They throw std::invalid_argument if the cube already has that part. A
+/// part keeps its address until the cube ends. Parts are found by their unique names; an unknown name throws
+/// std::out_of_range.
 class Cube {
 public:
     template <class Part>
     using Parts = std::map<KelpString, Part>; // by unique name
 
-    /// `name` is the cube's name in MDX, with its brackets. With `flatHierarchyNames` the unique name of a hierarchy
-    /// is [Time.Fiscal], otherwise [Time].[Fiscal]. The generator has to be made with the same flag.
+    /// `name` is the cube's name in MDX, with its brackets. With `flatHierarchyNames` the unique name of a
+    /// hierarchy is [Time.Fiscal], otherwise [Time].[Fiscal]. The generator has to be made with the same flag.
     explicit Cube(KelpString const & name, bool flatHierarchyNames = false) : fName(name), fFlat(flatHierarchyNames)
     {}
     Cube(Cube &&) = default; // parts keep their addresses
