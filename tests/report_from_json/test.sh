@@ -69,7 +69,7 @@ fault '"Store Cost", "Unit Sales"' '"Store Sales"' 'cube.dimensions[0]: The cube
 fault '["TakeLeafNodes", "[Store]"]' '["TakeFilter", ["current"]]' 'reports[2].axes[1].steps[0]: The tuple is empty.'
 fault '["TakeLeafNodes", "[Store]"]' "$(printf '["not",%.0s' {1..200})" 'lists and objects are nested more than 200 levels deep'
 fault '["TakeLeafNodes", "[Store]"]' '["TakeAncestorsOfMember", "[Store].[Europe]", 2147483647]' \
-    'reports[2].axes[1].steps[0]: the text grows too long'
+    'reports[2].axes[1].steps[0]: the text gets too long'
 fault '["[Measures].[Unit Sales]", "[Measures].[Store Sales]"]' 5 \
     'reports[2].axes[0].steps[0][1]: expected MDX, a list of members or an object, found 5'
 fault '"slicer": ["[Time]' '"slicer": ["[Tmie]' \

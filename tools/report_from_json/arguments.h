@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-// What a name in a list stands for: how many arguments it takes, and the function that reads them.
+// An entry of a table of steps or conditions: how many arguments it takes, and the function that reads them.
 template <class Function>
 struct Operation {
     std::size_t least;
@@ -16,13 +16,13 @@ struct Operation {
 };
 constexpr std::size_t kAnyCount = std::numeric_limits<std::size_t>::max();
 
-// A list [name, argument...]: the arguments, which are read by their numbers.
+// A list [name, argument...]. The arguments are read by number and count from 0.
 class Arguments {
 public:
     Arguments(Composer & composer, Place const & place) : fComposer(composer), fPlace(place), fItems(place.items())
     {
         if (fItems.empty())
-            place.reject("a list that begins with a name is expected");
+            place.reject("expected a list that begins with a name");
     }
 
     Place const & name() const { return fItems[0]; }
@@ -30,7 +30,7 @@ public:
     bool has(std::size_t i) const { return i < count(); }
     Place const & operator[](std::size_t i) const { return fItems.at(i + 1); }
 
-    // The function that stands in a table of operations under the name.
+    // The function for the name in a table of operations. Rejects an unknown name and a wrong count of arguments.
     template <class Table>
     auto find_in(Table const & table) const
     {
@@ -43,13 +43,13 @@ public:
     KelpString text(std::size_t i) const { return (*this)[i].text(); }
     std::int32_t number(std::size_t i) const { return (*this)[i].number(); }
     std::int32_t number_or(std::size_t i, std::int32_t other) const { return has(i) ? number(i) : other; }
-    bool flag(std::size_t i) const { return has(i) && (*this)[i].flag(); } // false if it is left out
+    bool flag(std::size_t i) const { return has(i) && (*this)[i].flag(); } // false without it
     memory_cube::Hierarchy * hierarchy(std::size_t i) const { return fComposer.hierarchy((*this)[i]); }
     memory_cube::Level * level(std::size_t i) const { return fComposer.level((*this)[i]); }
     RefPtr<MDXField> member(std::size_t i) const { return fComposer.member((*this)[i]); }
     RefPtr<MDXTuple> tuple(std::size_t i) const { return fComposer.tuple((*this)[i]); }
     RefPtr<MDXTuple> any_tuple(std::size_t i) const { return has(i) ? tuple(i) : RefPtr<MDXTuple>(); }
-    // A condition that asks for the current tuple may not be given null.
+    // The library may not be given a null tuple if the condition asks for it. An empty one is an MDXError.
     RefPtr<MDXTuple> tuple_or_empty(std::size_t i) const { return has(i) ? tuple(i) : fComposer.make().tuple({}); }
     RefPtr<MDXSet> set(std::size_t i) const
     {

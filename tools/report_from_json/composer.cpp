@@ -76,9 +76,9 @@ void Composer::take_steps(Object & object, Place const & place, Table const & ta
         } catch (MDXError const & error) {
             step.reject(error.getText().toUTF8());
         } catch (std::length_error const &) {
-            step.reject("the text grows too long");
+            step.reject("the text gets too long");
         } catch (std::bad_alloc const &) {
-            step.reject("the text grows too long");
+            step.reject("the text gets too long");
         }
         fSteps << step.name() << " " << arguments.name().utf8() << ":\n    " << object.getText() << "\n";
     }
@@ -103,8 +103,8 @@ RefPtr<MDXField> Composer::member(Place const & place)
     return fMake.member(fCube.member(name));
 }
 
-// MDX as it is, a list of members, or { "from": { kind: ... }, "steps": [...] }, which starts from the empty set if
-// there is no "from". An axis is such an object too.
+// MDX, a list of members, or { "from": { kind: ... }, "steps": [...] }. Without "from" the set starts empty. An
+// axis is such an object with more entries.
 RefPtr<MDXSet> Composer::set(Place const & place)
 {
     if (place.is_text())
@@ -132,7 +132,7 @@ RefPtr<MDXSet> Composer::set(Place const & place)
     return set;
 }
 
-// A whole number, MDX as it is, or { "from": ..., "steps": [...] }.
+// A whole number, MDX, or { "from": ..., "steps": [...] }.
 RefPtr<MDXValue> Composer::value(Place const & place)
 {
     if (place.is_text())

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-// Makes the objects that a report file describes, and notes the text after each step.
+// Makes the objects that a report file describes, and records the text after each step.
 class Composer {
 public:
     explicit Composer(memory_cube::Cube & cube) : fCube(cube), fMake(cube) {}

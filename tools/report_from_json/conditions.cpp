@@ -4,7 +4,7 @@ using namespace memory_cube;
 
 namespace {
 
-// Two operands or more.
+// Combines two or more operands from left to right.
 template <class Combine>
 Condition chain(Arguments const & operands, Combine const & combine)
 {

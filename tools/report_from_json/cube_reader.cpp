@@ -6,7 +6,7 @@ using namespace memory_cube;
 
 namespace {
 
-// An object of members and those below them, or a list of those at the bottom.
+// An object with a key for each member, whose value has the members below it, or a list of the lowest members.
 void read_members(Cube & cube, Place const & place, Hierarchy * hierarchy, Member * parent)
 {
     auto const add = [&](KelpString const & name) {

@@ -12,12 +12,12 @@
 #include <utility>
 #include <vector>
 
-// What is wrong with a file, with the place.
+// An error in a report file. The message names the place.
 struct Fault : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// A value in a JSON file, with its place, such as reports[0].axes[1]. What is not as it should be throws a Fault.
+// A value in a JSON file and its place, such as reports[0].axes[1]. A value of the wrong kind throws a Fault.
 class Place {
 public:
     using Json = nlohmann::ordered_json;
@@ -82,7 +82,7 @@ public:
         return texts;
     }
 
-    // The entries of an object. Rejects one that is not `known`.
+    // Rejects an object with an entry that is not one of these.
     void expect_keys(std::initializer_list<char const *> known) const
     {
         std::map<std::string, bool> names;
@@ -106,7 +106,7 @@ public:
         return Place(fJson->at(key), fName + (fName.empty() ? "" : ".") + key);
     }
 
-    // What stands in a table under a name.
+    // The entry of a table for a name. Rejects an unknown name.
     template <class Table>
     typename Table::mapped_type const & find(Table const & table, typename Table::key_type const & name) const
     {

@@ -1,6 +1,6 @@
 // report_from_json FILE [--steps]: reads a cube and reports from a JSON file such as examples/sales.json and prints
-// each statement on one line and on several. With --steps it prints the text after every step too. A fault of the
-// file is told with its place. docs/report_file.md describes the file.
+// each statement on one line and on several lines. With --steps it also prints the text after every step.
+// docs/report_file.md describes the file.
 #include "cube_reader.h"
 #include "statements.h"
 
@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kMaxDepth = 200;
 
-// Everything that the file asks for, as it is to be printed.
+// The text to print: all reports of the file.
 std::string compose(Place const & file, bool steps)
 {
     file.expect_keys({ "cube", "reports" });
@@ -37,7 +37,7 @@ std::string compose(Place const & file, bool steps)
     return out.str();
 }
 
-// Called for each value that is parsed. What is nested is read by recursion.
+// The parser calls this for each value. The depth is limited because nested values are read recursively.
 bool limit_depth(int depth, Place::Json::parse_event_t, Place::Json &)
 {
     if (depth > kMaxDepth)
@@ -56,7 +56,7 @@ int main(int argc, char ** argv)
     }
     try {
         std::ifstream file(argv[1]);
-        file.peek(); // fails for a folder, which can be opened
+        file.peek(); // fails if the file is a folder
         if (!file)
             throw Fault("the file cannot be read");
         Place::Json const json = Place::Json::parse(file, limit_depth);

@@ -7,7 +7,7 @@
 
 namespace {
 
-// The formulas of a SELECT or CREATE.
+// Adds the calculated members and named sets of a SELECT or CREATE.
 template <class Query>
 void add_formulas(Composer & composer, Place const & place, Query & query)
 {
