@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # headers_test.sh COMPILER FOLDER HEADER...: each header that a host may include has to compile alone, as C++17, without a
-# warning. A host that includes odbomodule.h may see no macro but ours and the standard library's. On Windows,
-# host/automation.h leaves a host what the system's own headers declare.
+# warning. A host that includes memory_cube/maker.h, and with it odbomodule.h, may see no macro but ours and the standard
+# library's. On Windows, host/automation.h leaves a host what the system's own headers declare.
 set -euo pipefail
 export LC_ALL=C
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -29,16 +29,16 @@ printf '%s\n' "$@" | xargs -P "$(nproc)" -I '{}' bash -c 'stands_alone "$@"' - '
 macros() {
     "$compiler" -std=c++17 -I "$include" -x c++ -dM -E - | sed -E 's/^#define ([A-Za-z0-9_]+).*/\1/' | sort -u
 }
-all=$(macros <<< '#include <odbomodule/odbomodule.h>')
-standard=$(grep -rhE --include='*.h' '^#include <[a-z_]+>' "$root/source" | sort -u | macros)
+all=$(macros <<< '#include <odbomodule/memory_cube/maker.h>')
+standard=$(grep -rhE --include='*.h' '^#include <[a-z_]+>' "$root/source" "$root/memory_cube" | sort -u | macros)
 ours=$(comm -13 <(printf '%s\n' "$standard") <(printf '%s\n' "$all") | grep -v '^_' | xargs)
 if [[ $ours != "MDX_API MDX_EXPORT MDX_IMPORT SUPPORT_API SUPPORT_TYPE" ]]; then
-    echo "odbomodule.h brings these macros: $ours" >&2
+    echo "maker.h brings these macros: $ours" >&2
     failed=1
 fi
 # What some systems' own headers define, and a host has for itself.
 if grep -xE 'min|max|near|far|small|interface|ERROR|DELETE|IN|OUT|GetObject|GetMessage|CreateFile|Yield|_WINDOWS_' <<< "$all"; then
-    echo "odbomodule.h brings the macros above" >&2
+    echo "maker.h brings the macros above" >&2
     failed=1
 fi
 
