@@ -8,8 +8,8 @@ export LC_ALL=C.UTF-8 # a checkout may lie in a folder whose name has any letter
 say() { printf '%s\n' "== $*" >&2; }
 fail() { printf '%s\n' "$*" >&2; exit 1; }
 
-# need PROBE PACKAGE ...: installs the packages whose probe finds nothing. A probe is a command, or a file with
-# a slash in its name, in which a pattern may stand.
+# need PROBE PACKAGE...: installs each Debian package whose probe finds nothing. A probe is a command, or, if it has a
+# slash, a pattern for a file.
 need() {
     local packages=() missing=()
     find_missing "$@"
@@ -31,27 +31,29 @@ find_missing() {
     done
 }
 
+# install_packages PACKAGE...: leaves nothing but the packages. The lists and downloads go to a temporary folder.
 install_packages() {
     command -v apt-get > /dev/null || fail "Missing: ${missing[*]}
-Please install what these Debian packages hold: $*"
-    local as_root=() log deadline=$((SECONDS + 600))
+Please install the contents of these Debian packages: $*"
+    local as_root=()
     if [[ $(id -u) != 0 ]]; then
         as_root=(sudo)
-        [[ -t 0 ]] || as_root+=(-n) # nobody could type a password
+        [[ -t 0 ]] || as_root+=(-n) # there is nobody to type a password
         "${as_root[@]}" true 2> /dev/null || fail "Missing: ${missing[*]}
-This user may not install packages. An administrator would run: apt-get install $*"
+This user may not install packages. As an administrator, run: apt-get install $*"
     fi
     say "installing $*"
-    log=$(mktemp)
-    as_root+=(env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=600)
-    # Of the locks, apt-get waits for dpkg's alone; another update may hold that of the lists.
-    until "${as_root[@]}" update > "$log" 2>&1 < /dev/null; do
-        if ! grep -q 'Could not get lock' "$log" || ((SECONDS > deadline)); then break; fi # may do without a list
-        sleep 5
-    done
-    "${as_root[@]}" install -y --no-install-recommends "$@" >> "$log" 2>&1 < /dev/null ||
-        { cat "$log" >&2; rm -f "$log"; fail "These packages could not be installed: $*"; }
-    rm -f "$log"
+    local work apt status=0
+    work=$(mktemp -d)
+    chmod a+rx "$work" # apt-get downloads as another user
+    mkdir "$work/lists" "$work/archives"
+    apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=600
+        -o Dir::State::Lists="$work/lists" -o Dir::Cache="$work" -o Dir::Cache::Archives="$work/archives")
+    { "${apt[@]}" update; "${apt[@]}" install -y --no-install-recommends "$@"; } \
+        > "$work/log" 2>&1 < /dev/null || status=$?
+    ((status == 0)) || cat "$work/log" >&2
+    "${as_root[@]}" rm -rf "$work"
+    ((status == 0)) || fail "These packages could not be installed: $*"
 }
 
 need_build_tools() { need g++ g++ cmake cmake ninja ninja-build "$@"; }
