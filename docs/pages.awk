@@ -1,4 +1,5 @@
-# Doxygen reads each Markdown page through this filter, which writes code, tables and indented blocks as it needs them.
+# Doxygen reads each Markdown page through this filter, which writes code, tables and indented blocks as it needs
+# them.
 
 # Between single backticks, code would end at a quote; between double ones, at an odd number of double quotes.
 function code(text) {
