@@ -3,7 +3,7 @@ set(ODBOMODULE_HIDE_STD_MAP "${CMAKE_CURRENT_LIST_DIR}/hide_std.map")
 
 # Whether the compiler accepts the options of g++. clang-cl, which accepts those of Visual Studio, does not.
 set(ODBOMODULE_GNU_FLAGS OFF)
-if(CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang|AppleClang)$" AND NOT MSVC)
+if(CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang)$" AND NOT MSVC)
     set(ODBOMODULE_GNU_FLAGS ON)
 endif()
 if(ODBOMODULE_SANITIZE AND NOT ODBOMODULE_GNU_FLAGS)
@@ -47,19 +47,32 @@ function(odbomodule_shared_library target)
         SOVERSION ${PROJECT_VERSION_MAJOR}
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON)
+    if(MSVC)
+        # The debug libraries need the debug runtime, so a host's release build must not find them.
+        set_target_properties(${target} PROPERTIES DEBUG_POSTFIX d)
+    endif()
     if(WIN32)
         set_target_properties(${target} PROPERTIES PREFIX "")
         configure_file("${PROJECT_SOURCE_DIR}/cmake/version.rc.in" "${target}.rc" @ONLY)
         target_sources(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/${target}.rc")
     endif()
-    if(NOT WIN32 AND NOT APPLE)
-        set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
+    if(ODBOMODULE_GNU_FLAGS)
+        # With frame pointers, a sanitizer or profiler of the host can follow the stack through the library.
+        target_compile_options(${target} PRIVATE -fno-omit-frame-pointer)
     endif()
-    if(ODBOMODULE_GNU_FLAGS AND NOT WIN32 AND NOT APPLE)
-        set_target_properties(${target} PROPERTIES LINK_DEPENDS "${ODBOMODULE_HIDE_STD_MAP}")
-        # Packages have the debug symbols in a file of their own. It names sources relative to the root of the tree.
-        target_compile_options(${target} PRIVATE -fno-semantic-interposition -g
-            "$<$<CONFIG:Release>:-fdebug-prefix-map=${PROJECT_SOURCE_DIR}=.>")
+    if(ODBOMODULE_GNU_FLAGS AND NOT WIN32)
+        set_target_properties(${target} PROPERTIES
+            INSTALL_RPATH "$ORIGIN"
+            LINK_DEPENDS "${ODBOMODULE_HIDE_STD_MAP}")
+        # Packages have the debug symbols in a separate file. It names sources relative to the root of the tree.
+        set(prefixes "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${PROJECT_BINARY_DIR}=build")
+        target_compile_options(${target} PRIVATE -fno-semantic-interposition -g "$<$<CONFIG:Release>:${prefixes}>")
+        # Distributions harden with these too.
+        set(hardening -fstack-protector-strong -fstack-clash-protection -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+        if(CMAKE_SYSTEM_PROCESSOR STREQUAL x86_64)
+            list(APPEND hardening -fcf-protection)
+        endif()
+        target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:${hardening}>")
         target_link_options(${target} PRIVATE
             "LINKER:--version-script=${ODBOMODULE_HIDE_STD_MAP}" LINKER:-z,relro,-z,now LINKER:--build-id)
         if(NOT ODBOMODULE_SANITIZE)

@@ -1,8 +1,8 @@
 """gdb printers for the objects of the library. They read memory and call no function of the program.
 
-An expression is shown as its text and the number of its holders, a statement with its parts, a KelpString as text, a
-RefPtr as its object, an error with its code and message, a condition as its text. Texts and lists are cut at gdb's
-limit, `set print elements`.
+An expression is shown as its text and the number of its holders, a statement with its parts, a KelpString as text,
+a RefPtr as its object, an error with its code and message, a condition as its text. Texts and lists are cut at the
+limit of `set print elements`.
 """
 
 import gdb

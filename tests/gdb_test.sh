@@ -108,7 +108,7 @@ sed -nE 's/^Breakpoint 1, (.*) \(.* at .*(source\/sets\/.*):[0-9]+$/\1 in \2/p; 
     "$work/log" > "$work/shown"
 if ! diff -u - "$work/shown" << 'EOF'; then
 report = {number = 42, name = u"north", next = 7}
-condition = memory_cube::Condition "( ( a + ( 2 ) ) ) * ( b ) >= 10 AND NOT( ( CURRENT ) = NULL )"
+condition = memory_cube::Condition "( a + ( 2 ) ) * ( b ) >= 10 AND NOT( CURRENT = NULL )"
 MDXSet::TakeExtremity in source/sets/set_filters.cpp
 MSOLAP7Set "s", 1 holder
 u"10"
