@@ -9,6 +9,10 @@ install(TARGETS odbomodule support_dll EXPORT odbomodule
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT development
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+if(MSVC)
+    install(FILES "$<TARGET_PDB_FILE:odbomodule>" "$<TARGET_PDB_FILE:support_dll>"
+        DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT development OPTIONAL)
+endif()
 if(ODBOMODULE_RUNTIME_LIBRARIES)
     install(FILES ${ODBOMODULE_RUNTIME_LIBRARIES} DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
     # The licences of MinGW's runtime, from the Debian packages of its compiler and headers.

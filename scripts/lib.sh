@@ -31,7 +31,7 @@ find_missing() {
     done
 }
 
-# install_packages PACKAGE...: leaves nothing but the packages. The lists and downloads go to a temporary folder.
+# install_packages PACKAGE...: installs the packages and leaves no other files.
 install_packages() {
     command -v apt-get > /dev/null || fail "Missing: ${missing[*]}
 Please install the contents of these Debian packages: $*"
@@ -44,16 +44,34 @@ This user may not install packages. As an administrator, run: apt-get install $*
     fi
     say "installing $*"
     local work apt status=0
-    work=$(mktemp -d)
-    chmod a+rx "$work" # apt-get downloads as another user
-    mkdir "$work/lists" "$work/archives"
-    apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=600
-        -o Dir::State::Lists="$work/lists" -o Dir::Cache="$work" -o Dir::Cache::Archives="$work/archives")
+    use_temporary_lists
+    apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive "${apt[@]}")
     { "${apt[@]}" update; "${apt[@]}" install -y --no-install-recommends "$@"; } \
         > "$work/log" 2>&1 < /dev/null || status=$?
     ((status == 0)) || cat "$work/log" >&2
     "${as_root[@]}" rm -rf "$work"
     ((status == 0)) || fail "These packages could not be installed: $*"
+}
+
+# unpack_package PACKAGE FOLDER: downloads a Debian package and unpacks it in the folder, without installing it.
+unpack_package() {
+    local work apt status=0
+    use_temporary_lists
+    mkdir -p "$2"
+    (cd "$work" && { "${apt[@]}" update; "${apt[@]}" download "$1"; } && dpkg -x "$1"_*.deb "$2") \
+        > "$work/log" 2>&1 < /dev/null || status=$?
+    ((status == 0)) || cat "$work/log" >&2
+    rm -rf "$work"
+    ((status == 0)) || fail "This package could not be downloaded: $1"
+}
+
+# Sets `work` to a temporary folder, and `apt` to a command that keeps package lists and downloads there.
+use_temporary_lists() {
+    work=$(mktemp -d)
+    chmod a+rwx "$work" # apt-get downloads as another user
+    mkdir "$work/lists" "$work/archives"
+    apt=(apt-get -o DPkg::Lock::Timeout=600 -o Dir::State::Lists="$work/lists" -o Dir::Cache="$work"
+        -o Dir::Cache::Archives="$work/archives")
 }
 
 need_build_tools() { need g++ g++ cmake cmake ninja ninja-build "$@"; }
