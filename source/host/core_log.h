@@ -9,6 +9,11 @@
 #include <string>
 #include <utility>
 
+#if defined(_MSC_VER)
+#pragma warning(push)
+#pragma warning(disable : 4251) // as in odbomodule.h
+#endif
+
 /// The log of the process. Each module has a level for each of its sub-modules, 0 at first. All functions may be
 /// called from any thread. Logging never makes a caller fail: a line that cannot be written is dropped.
 class SUPPORT_API CoreLog {
@@ -41,6 +46,10 @@ private:
     Sink fSink = nullptr;
     void * fContext = nullptr;
 };
+
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#endif
 
 namespace support_dll {
 

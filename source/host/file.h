@@ -9,6 +9,11 @@ namespace support_dll {
 class OpenFile;
 }
 
+#if defined(_MSC_VER)
+#pragma warning(push)
+#pragma warning(disable : 4251) // as in odbomodule.h
+#endif
+
 /// Where a file is: its name, with or without a folder.
 class SUPPORT_API FileLocator {
 public:
@@ -60,3 +65,7 @@ private:
     FileLocator fLocation;
     std::unique_ptr<support_dll::OpenFile> fFile;
 };
+
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#endif
