@@ -25,6 +25,8 @@ thread_local std::size_t gFailAt = 0;
     std::free(memory);
 }
 
+using namespace mdx_text;
+
 static std::size_t allocations_of(std::function<void()> const & work)
 {
     std::size_t const before = gAllocations;
@@ -38,7 +40,7 @@ struct Expression {
     bool fQuotedTextValid = false;
 };
 
-TEST(Text, RowsTakeTheirTextsAsTheyAre)
+TEST(Text, TemplatesTakeTheirTextsAsTheyAre)
 {
     KelpString const a("[a]");
     EXPECT_EQ(KelpString("-5, [a][a]b"), mdx<u"$2, $1$1$3">({ a, decimal(-5), std::u16string_view(u"b") }));

@@ -14,8 +14,8 @@ struct Conversion {
     bool left = false;
     bool zeros = false;
     std::size_t width = 0;
-    int precision = -1; // below 0: not given
-    char type = '\0';   // 0: an unknown conversion
+    int precision = -1; // negative if there is none
+    char type = '\0';   // zero for an unknown conversion
 };
 
 constexpr std::size_t kWidest = 4096;
@@ -33,7 +33,7 @@ std::size_t take_number(char const *& at)
     return number;
 }
 
-// Reads what comes after a "%" and moves `at` past it.
+// Reads what follows a "%" and moves `at` past it.
 Conversion take_conversion(char const *& at)
 {
     Conversion result;
@@ -53,7 +53,7 @@ Conversion take_conversion(char const *& at)
     return result;
 }
 
-// A number's text in two parts; zeros may go between them.
+// The text of a number in two parts. Zeros can be inserted between them.
 struct Number {
     std::string_view sign;
     std::string digits;

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-// The text as a path of this system.
+// Converts a text to a path.
 std::filesystem::path native_path(KelpString const & text);
 
 // The folder for temporary files.

@@ -18,7 +18,7 @@ Machine::~Machine()
     std::filesystem::remove_all(fFolder);
 }
 
-// Leaves the value to be written.
+// Writes the key and the name. The caller writes the value.
 static std::ofstream begin_setting(Machine const & machine, std::string const & key, std::string const & name)
 {
     std::ofstream file(machine.fFolder / "settings/odbomodule/registry.reg", std::ios::app);
