@@ -58,6 +58,19 @@ TEST(File, RefusesAnotherUsersFile)
     EXPECT_TRUE(File(locate(shared.path())).open("a+")) << "in a folder of the user's own";
 }
 
+TEST(File, RefusesAFileThatItMayNotRead)
+{
+    Machine const machine;
+    fs::path const path = machine.fFolder / "log.txt";
+    std::ofstream(path) << "one\n";
+    fs::permissions(path, fs::perms(0222));
+    auto const open_as_nobody = [&] { // root may read everything
+        bool const isNobody = ::geteuid() != 0 || ::seteuid(65534) == 0;
+        std::_Exit(isNobody && File(locate(path)).open("a+") ? 1 : 0);
+    };
+    EXPECT_EXIT(open_as_nobody(), testing::ExitedWithCode(0), "");
+}
+
 TEST(File, RefusesDevicesAndPipes)
 {
     Machine const machine;

@@ -44,9 +44,9 @@ public:
     File(File const &) = delete;
     File & operator=(File const &) = delete;
 
-    /// Opens the file for appending and creates it if it is missing. The only mode is "a+". Other programs may
-    /// write to the file at the same time. On Linux only its owner can read a new file; on Windows the folder
-    /// decides. Returns false for another mode, for anything but a regular file, and if the system refuses.
+    /// Opens the file for appending and reading, and creates it if it is missing. The only mode is "a+". Other
+    /// programs may write to the file at the same time. On Linux only its owner can read a new file; on Windows the
+    /// folder decides. Returns false for another mode, for anything but a regular file, and if the system refuses.
     ///
     /// In a folder that other users may write to, they could have put a link or a file of their own in this place.
     /// There, open() also returns false for a symbolic link, for a file with several names and for another user's

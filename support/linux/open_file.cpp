@@ -75,8 +75,8 @@ std::unique_ptr<support_dll::OpenFile> support_dll::OpenFile::open(FileLocator c
         return nullptr;
     bool const shared = location.inSharedFolder() || (state.st_mode & S_IWOTH) != 0;
 
-    // O_NONBLOCK: opening a pipe must not wait for its reader.
-    int const flags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK | (shared ? O_NOFOLLOW : 0);
+    // O_NONBLOCK: opening a pipe or a device must not wait.
+    int const flags = O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK | (shared ? O_NOFOLLOW : 0);
     std::filesystem::path const name = location.path().filename();
     Descriptor file(::openat(folder.number(), name.c_str(), flags, S_IRUSR | S_IWUSR));
     if (::fstat(file.number(), &state) != 0 || !S_ISREG(state.st_mode))
