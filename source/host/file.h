@@ -55,10 +55,11 @@ public:
     bool open(char const * mode);
 
     /// Appends the text and a line end. Does nothing if no file is open. On Windows lines end in "\r\n", also those
-    /// within the text. Lines of two processes do not mix; on Windows, the call waits up to two seconds for another
-    /// process that is writing. A failure to write is not reported: the rest of the line is lost, and the next line
-    /// of this object starts on a new line. On Linux a file at the process's size limit is such a failure; the
-    /// process does not get its signal, SIGXFSZ.
+    /// within the text. Lines of two processes do not mix: the call waits for another process that is writing, for
+    /// up to two seconds. If the file ends within a line, the text starts on a new line.
+    ///
+    /// A failure to write is not reported, and the rest of the line is lost. On Linux the process gets no SIGXFSZ
+    /// when the file reaches its size limit.
     void writeLine(KelpString const & text);
 
 private:

@@ -6,6 +6,7 @@
 #include <ctime>
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -45,8 +46,19 @@ class LinuxFile final : public support_dll::OpenFile {
 public:
     explicit LinuxFile(Descriptor file) noexcept : fFile(std::move(file)) {}
 
-    bool lock() noexcept override { return true; } // appending writes a line in one piece
-    void unlock() noexcept override {}
+    bool lock() noexcept override
+    {
+        return ::flock(fFile.number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    }
+    void unlock() noexcept override { ::flock(fFile.number(), LOCK_UN); }
+
+    bool ends_within_line() noexcept override
+    {
+        struct ::stat state;
+        char last = '\n';
+        return ::fstat(fFile.number(), &state) == 0 && state.st_size > 0 &&
+               ::pread(fFile.number(), &last, 1, state.st_size - 1) == 1 && last != '\n';
+    }
 
     std::size_t append(std::string_view bytes) noexcept override
     {
