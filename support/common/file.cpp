@@ -39,7 +39,8 @@ bool FileLocator::isLocationSet() const
 
 void FileLocator::setLocationToTemp()
 {
-    fPath = temporary_folder() / fPath.filename();
+    std::filesystem::path const folder = temporary_folder();
+    fPath = folder.empty() ? folder : folder / fPath.filename(); // a file with an empty path cannot be opened
     fShared = true;
 }
 
