@@ -22,8 +22,8 @@ public:
     /// Whether the name has a folder.
     bool isLocationSet() const;
 
-    /// Moves the location to the folder for temporary files; the file keeps its bare name. If the system does not
-    /// tell that folder, the path is empty, and a file at this location cannot be opened.
+    /// Moves the location to the folder for temporary files; the file keeps its bare name. If the system names no
+    /// such folder, the path becomes empty, and the file cannot be opened.
     void setLocationToTemp();
 
     std::filesystem::path const & path() const { return fPath; }
