@@ -23,6 +23,8 @@
 #include <sched.h>
 #endif
 
+using namespace mdx_text;
+
 using benchmark::DoNotOptimize;
 using memory_cube::Condition;
 

@@ -1,9 +1,9 @@
-# What every target of this tree is built with. All of it is private: nothing reaches a host.
+# Compiler and linker options. All of them are private and do not reach a host.
 set(ODBOMODULE_HIDE_STD_MAP "${CMAKE_CURRENT_LIST_DIR}/hide_std.map")
 
-# Whether the compiler takes the flags of g++. A clang that stands in for Visual Studio's compiler does not.
+# Whether the compiler accepts the options of g++. clang-cl, which accepts those of Visual Studio, does not.
 set(ODBOMODULE_GNU_FLAGS OFF)
-if(CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang|AppleClang)$" AND NOT MSVC)
+if(CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang)$" AND NOT MSVC)
     set(ODBOMODULE_GNU_FLAGS ON)
 endif()
 if(ODBOMODULE_SANITIZE AND NOT ODBOMODULE_GNU_FLAGS)
@@ -16,7 +16,7 @@ function(odbomodule_compile_options target)
     if(ODBOMODULE_GNU_FLAGS)
         set(warnings -Wall -Wextra -Wpedantic -Wconversion -Wshadow $<$<BOOL:${ODBOMODULE_WERROR}>:-Werror>)
     elseif(MSVC)
-        # As in odbomodule.h: classes of the standard library are not exported with ours.
+        # C4251, C4275: exported classes have fields and bases from the standard library, which is not exported.
         set(warnings /W4 /wd4251 /wd4275 /utf-8 $<$<BOOL:${ODBOMODULE_WERROR}>:/WX>)
     endif()
     target_compile_options(${target} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:${warnings}>")
@@ -24,11 +24,11 @@ function(odbomodule_compile_options target)
         target_compile_definitions(${target} PRIVATE WIN32_LEAN_AND_MEAN NOMINMAX)
     endif()
     if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-        # At -O3 this compiler finds overlapping copies in the concatenation of its own std::string.
+        # A false warning about the concatenation of std::string at -O3.
         target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
     endif()
     if(ODBOMODULE_SANITIZE)
-        # The check of function types compares addresses of type information, of which each library has its own.
+        # -fsanitize=function compares the addresses of type information, which each library has a copy of.
         set(sanitize -fsanitize=${ODBOMODULE_SANITIZE} -fno-sanitize-recover=all
             $<$<CXX_COMPILER_ID:Clang>:-fno-sanitize=function>)
         target_compile_options(${target} PRIVATE ${sanitize} -fno-omit-frame-pointer)
@@ -37,7 +37,7 @@ function(odbomodule_compile_options target)
     endif()
 endfunction()
 
-# A shared library whose dynamic table holds what is marked for export and nothing else.
+# A shared library that exports only what is marked for export.
 function(odbomodule_shared_library target)
     odbomodule_compile_options(${target})
     target_compile_features(${target} INTERFACE cxx_std_17)
@@ -47,19 +47,32 @@ function(odbomodule_shared_library target)
         SOVERSION ${PROJECT_VERSION_MAJOR}
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON)
+    if(MSVC)
+        # The debug libraries need the debug runtime, so a host's release build must not find them.
+        set_target_properties(${target} PROPERTIES DEBUG_POSTFIX d)
+    endif()
     if(WIN32)
         set_target_properties(${target} PROPERTIES PREFIX "")
         configure_file("${PROJECT_SOURCE_DIR}/cmake/version.rc.in" "${target}.rc" @ONLY)
         target_sources(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/${target}.rc")
     endif()
-    if(NOT WIN32 AND NOT APPLE)
-        set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
+    if(ODBOMODULE_GNU_FLAGS)
+        # With frame pointers, a sanitizer or profiler of the host can follow the stack through the library.
+        target_compile_options(${target} PRIVATE -fno-omit-frame-pointer)
     endif()
-    if(ODBOMODULE_GNU_FLAGS AND NOT WIN32 AND NOT APPLE)
-        set_target_properties(${target} PROPERTIES LINK_DEPENDS "${ODBOMODULE_HIDE_STD_MAP}")
-        # Packages have the debug symbols apart. As shipped, those name sources from the root of the tree.
-        target_compile_options(${target} PRIVATE -fno-semantic-interposition -g
-            "$<$<CONFIG:Release>:-fdebug-prefix-map=${PROJECT_SOURCE_DIR}=.>")
+    if(ODBOMODULE_GNU_FLAGS AND NOT WIN32)
+        set_target_properties(${target} PROPERTIES
+            INSTALL_RPATH "$ORIGIN"
+            LINK_DEPENDS "${ODBOMODULE_HIDE_STD_MAP}")
+        # Packages have the debug symbols in a separate file. It names sources relative to the root of the tree.
+        set(prefixes "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${PROJECT_BINARY_DIR}=build")
+        target_compile_options(${target} PRIVATE -fno-semantic-interposition -g "$<$<CONFIG:Release>:${prefixes}>")
+        # Distributions harden with these too.
+        set(hardening -fstack-protector-strong -fstack-clash-protection -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+        if(CMAKE_SYSTEM_PROCESSOR STREQUAL x86_64)
+            list(APPEND hardening -fcf-protection)
+        endif()
+        target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:${hardening}>")
         target_link_options(${target} PRIVATE
             "LINKER:--version-script=${ODBOMODULE_HIDE_STD_MAP}" LINKER:-z,relro,-z,now LINKER:--build-id)
         if(NOT ODBOMODULE_SANITIZE)

@@ -1,7 +1,7 @@
-# odbomodule_headers([FOLDER FOLDER] PUBLIC HEADER... PRIVATE HEADER...): the headers of the current folder. Writes a
-# forwarding header for each of them to include/odbomodule/FOLDER of the build folder, so that code outside source/ includes
-# them as a host does, and installs the public ones. The global property ODBOMODULE_PUBLIC_HEADERS lists the public ones as a host includes them,
-# ODBOMODULE_PUBLIC_HEADER_FILES their paths.
+# odbomodule_headers([FOLDER FOLDER] PUBLIC HEADER... PRIVATE HEADER...) declares the headers of the current folder.
+# Code outside source/ includes each of them as a host does, <odbomodule/FOLDER/HEADER>, by a forwarding header in
+# the build folder. The public ones are installed. The global property ODBOMODULE_PUBLIC_HEADERS lists the public
+# headers as a host includes them, ODBOMODULE_PUBLIC_HEADER_FILES their paths.
 function(odbomodule_headers)
     cmake_parse_arguments(PARSE_ARGV 0 arg "" "FOLDER" "PUBLIC;PRIVATE")
     cmake_path(SET target_folder "odbomodule/${arg_FOLDER}")

@@ -1,8 +1,8 @@
-# Builds for 64-bit Windows on Linux, with the MinGW-w64 compiler that has POSIX threads. What is built runs under
-# Wine, in a prefix of its own in the build folder.
+# Builds for 64-bit Windows on Linux, by the MinGW-w64 compiler with POSIX threads. Programs run under Wine, with a
+# Wine prefix in the build folder.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
-set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix) # GoogleTest asks for one
+set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix) # GoogleTest needs one
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 

@@ -1,6 +1,6 @@
-# Exceptions and strings go from library to library and to the host, so that all of them must share one C++ runtime.
-# MinGW's runtime DLLs are copied beside what is built, without their debug information, and go into the package with
-# their licences. ODBOMODULE_RUNTIME_LIBRARIES lists their paths.
+# The libraries and the host exchange exceptions and strings, so all of them must use the same C++ runtime. MinGW's
+# runtime DLLs are copied to the folder of the programs, without debug information, and are packed with their
+# licences. ODBOMODULE_RUNTIME_LIBRARIES lists the copies.
 set(ODBOMODULE_RUNTIME_LIBRARIES "")
 if(MINGW AND CMAKE_CROSSCOMPILING)
     file(MAKE_DIRECTORY "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")

@@ -1,6 +1,6 @@
 #!/bin/sh
-# wine.sh WINE PREFIX PROGRAM [ARGUMENT...]: runs a program for Windows. Wine itself prints nothing, and does not
-# ask for parts of it that are not installed.
+# wine.sh WINE PREFIX PROGRAM [ARGUMENT...]: runs a program for Windows. Wine prints no messages, and does not ask
+# to install its optional parts.
 wine=$1
 WINEPREFIX=$2
 shift 2

@@ -1,7 +1,8 @@
-"""What gdb prints for the objects of the library. It reads them as they lie in memory and calls nothing.
+"""gdb printers for the objects of the library. They read memory and call no function of the program.
 
-An expression is shown as its text and the number of its holders, a statement with its parts, a KelpString as text, a
-RefPtr as what it points to. Texts and lists end at gdb's limit, `set print elements`.
+An expression is shown as its text and the number of its holders, a statement with its parts, a KelpString as text,
+a RefPtr as its object, an error with its code and message, a condition as its text. Texts and lists are cut at the
+limit of `set print elements`.
 """
 
 import gdb
@@ -10,12 +11,12 @@ import gdb.types
 
 
 def shown(count):
-    """How many of so many characters or elements gdb is to show. An object that is not made yet may have any count."""
+    """The number of characters or elements to show. Before its constructor, an object may have any count."""
     return min(count, gdb.parameter("print elements") or count)
 
 
 def characters_of(string):
-    """Where the characters of a KelpString are, and how many, as far as gdb can count."""
+    """The address of a KelpString's characters, and their number, which gdb limits to 31 bits."""
     return string["_M_dataplus"]["_M_p"], min(int(string["_M_string_length"]), 2**31 - 1)
 
 
@@ -29,7 +30,7 @@ def text(string):
 
 
 def elements(vector):
-    """What a vector holds, or what its std::unique_ptrs point to."""
+    """The elements of a vector, or the objects that its std::unique_ptrs own."""
     first, last = (vector["_M_impl"][name] for name in ("_M_start", "_M_finish"))
     element = first.type.strip_typedefs().target().strip_typedefs()
     owned = element.name is not None and element.name.startswith("std::unique_ptr<")
@@ -61,7 +62,7 @@ def holders(value):
 
 
 class Line:
-    """An object that is shown on one line."""
+    """An object without parts."""
 
     def __init__(self, line):
         self.line = line
@@ -88,7 +89,7 @@ def axis(value):
 
 
 class Statement:
-    """The cube and the holders, with the parts below."""
+    """A statement with its parts as children."""
 
     def __init__(self, value, lists):
         self.value = value
@@ -152,7 +153,90 @@ class Holder:
         return self.object.dereference() if self.object else "null"
 
 
-# A class is shown as the first of its bases that stands here, itself included.
+def enumerator(type_name, number):
+    """The name of an enumerator, or its number if it has no name."""
+    for field in gdb.lookup_type(type_name).fields():
+        if field.enumval == number:
+            return field.name.split("::")[-1]
+    return str(number)
+
+
+def error_message(code, inserts):
+    """The message of an error, or None without the debug symbols of the support library."""
+    table = gdb.lookup_static_symbol("(anonymous namespace)::kMessages")
+    if table is None:
+        return None
+    rows = table.value()
+    for i in range(rows.type.range()[1] + 1):
+        if int(rows[i]["code"]) == code:
+            message = rows[i]["text"].string()
+            for number, insert in enumerate(inserts, 1):
+                message = message.replace(f"%{number}", insert)
+            return message
+    return None
+
+
+def error(value):
+    code = int(value["fCode"])
+    inserts = [own_text(insert) for insert in elements(value["fInserts"])]
+    message = error_message(code, inserts) or ", ".join(inserts)
+    return Line(f'{value.type.name} {enumerator("MDXErrorCode", code)}' + (f": {message}" if message else ""))
+
+
+# The texts of conditions that are not NAME( operands ).
+CONDITIONS = {
+    "BETWEEN": "{0} >= {1} AND {0} <= {2}",
+    "OUTSIDE": "{0} < {1} OR {0} > {2}",
+    "TUPLE_IS_NULL": "{0} = NULL",
+    "TUPLE_VALUE": "{0}",
+    "MEMBER_VALUE": "{0}",
+    "EQUALTO": "{0} = {1}",
+    "NOTEQUALTO": "{0} <> {1}",
+    "LESSTHAN": "{0} < {1}",
+    "LESSTHANOREQUALTO": "{0} <= {1}",
+    "GREATERTHAN": "{0} > {1}",
+    "GREATERTHANOREQUALTO": "{0} >= {1}",
+    "AND": "{0} AND {1}",
+    "OR": "{0} OR {1}",
+    "NEGATE": "-( {0} )",
+    "GROUP_190": "( {0} )",
+    "GROUP_206": "( {0} )",
+}
+
+
+ARITHMETIC = {"ADD": "+", "SUBTRACT": "-", "TIMES": "*", "DIVIDE": "/", "INTDIVIDE": "/"}
+
+
+def condition_kind(value):
+    return enumerator("BRIM_o::ExpressionType", int(value["fType"])).removeprefix("ET_")
+
+
+def condition_text(value, depth=0):
+    if depth == 20:
+        return "..."
+    kind = condition_kind(value)
+    if kind in ("VALUE", "BOOLVAL"):
+        number = float(value["fValue"]["dblVal"])
+        return f"{number:.16g}" if kind == "VALUE" else "true" if number else "false"
+    own = own_text(value)
+    if own:
+        return own
+    nodes = elements(value["fOperands"])
+    operands = [condition_text(node, depth + 1) for node in nodes]
+    if kind in ARITHMETIC:
+        bare = [condition_kind(node) == "TUPLE_VALUE" for node in nodes]
+        return f" {ARITHMETIC[kind]} ".join(text if b else f"( {text} )" for text, b in zip(operands, bare))
+    try:
+        return CONDITIONS[kind].format(*operands)
+    except (KeyError, IndexError):
+        return f'{kind.removeprefix("TUPLE")}( {", ".join(operands)} )' if operands else kind
+
+
+def condition(value):
+    return Line(f'{value.type.name} "{condition_text(value)}"')
+
+
+# A class is shown by the printer of its nearest base that is listed here, which may be the class itself.
 PRINTERS = {
     "KelpString": String,
     "MDXSet": expression(own_text),
@@ -166,9 +250,11 @@ PRINTERS = {
     "MDXSelectQuery": Select,
     "MDXCreateQuery": Create,
     "MDXDropQuery": Drop,
+    "BaseError": error,
+    "memory_cube::Condition": condition,
 }
-# The bases from which the rest is known by the object alone.
-ROOTS = {"support::RefCount", "MDXSingleFormulaSpecification", *PRINTERS}
+# The static types that are printed. Of the first three, the object tells its class.
+ROOTS = {"support::RefCount", "MDXSingleFormulaSpecification", "BRIM_o::AnyError", *PRINTERS}
 
 
 def line_of_bases(type):
@@ -190,10 +276,14 @@ class Printers(gdb.printing.PrettyPrinter):
             return Holder(value)
         if ROOTS.isdisjoint(line_of_bases(type)):
             return None
-        type = gdb.types.get_basic_type(value.dynamic_type)
-        for name in line_of_bases(type):
+        if value.type.code in (gdb.TYPE_CODE_REF, gdb.TYPE_CODE_RVALUE_REF):
+            value = value.referenced_value()
+        dynamic = gdb.types.get_basic_type(value.dynamic_type)
+        if dynamic != type:
+            value = value.cast(dynamic)
+        for name in line_of_bases(dynamic):
             if name in PRINTERS:
-                return PRINTERS[name](value.cast(type))
+                return PRINTERS[name](value)
         return None
 
 

@@ -1,4 +1,5 @@
-# `cpack` in the build folder: a .zip for Windows; elsewhere a .tar.gz, or the Debian packages when they are wanted.
+# `cpack` in the build folder writes a .zip for Windows. Elsewhere it writes a .tar.gz, or Debian packages with
+# ODBOMODULE_DEBIAN_PACKAGES.
 set(CPACK_PACKAGE_CONTACT "The odbomodule maintainers <odbomodule@localhost>")
 set(CPACK_PACKAGE_VENDOR "odbomodule")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
@@ -9,13 +10,14 @@ if(ODBOMODULE_BUILD_DOCS)
     list(APPEND CPACK_COMPONENTS_ALL documentation)
 endif()
 
-set(about "A host asks a generator for sets, members, values and tuples,
-composes them by analytical steps, and gets the text of one MDX statement.")
-set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "${about}\nThese are the libraries that it needs in order to run.")
+set(about "An application composes sets, members, values and tuples step by step,
+and the library writes one MDX statement from them.")
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "${about}\nThis package contains the libraries.")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
-    "${about}\nThese are the headers, build files and guides for writing a host.")
-set(CPACK_COMPONENT_SYMBOLS_DESCRIPTION "${about}\nThese are the debug symbols of the libraries.")
-set(CPACK_COMPONENT_DOCUMENTATION_DESCRIPTION "${about}\nThese are the guides and the reference, as HTML.")
+    "${about}\nThis package contains the headers, the build files and the guides.")
+set(CPACK_COMPONENT_SYMBOLS_DESCRIPTION "${about}\nThis package contains the debug symbols of the libraries.")
+set(CPACK_COMPONENT_DOCUMENTATION_DESCRIPTION
+    "${about}\nThis package contains the guides and the reference as HTML.")
 
 if(WIN32)
     set(CPACK_GENERATOR ZIP)

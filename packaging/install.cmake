@@ -1,20 +1,24 @@
-# Components: `runtime` holds the libraries, `development` what a host is built with, `symbols` the libraries' debug
-# symbols by themselves, `documentation` the HTML.
+# Components: `runtime` contains the libraries, `development` what a host is built with, `symbols` the debug symbols
+# in files apart from the libraries, `documentation` the HTML.
 include(CMakePackageConfigHelpers)
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/odbomodule")
-set(doc_dir "${CMAKE_INSTALL_DATAROOTDIR}/doc/odbomodule") # that of CMake is a surrounding project's
+set(doc_dir "${CMAKE_INSTALL_DATAROOTDIR}/doc/odbomodule") # CMAKE_INSTALL_DOCDIR may be a surrounding project's
 
 install(TARGETS odbomodule support_dll EXPORT odbomodule
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT development
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+if(MSVC)
+    install(FILES "$<TARGET_PDB_FILE:odbomodule>" "$<TARGET_PDB_FILE:support_dll>"
+        DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT development OPTIONAL)
+endif()
 if(ODBOMODULE_RUNTIME_LIBRARIES)
     install(FILES ${ODBOMODULE_RUNTIME_LIBRARIES} DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
-    # Debian keeps the licences of these libraries with their compiler and its headers.
+    # The licences of MinGW's runtime, from the Debian packages of its compiler and headers.
     function(install_licence file name)
         if(NOT EXISTS "${file}")
-            message(FATAL_ERROR "${file} is missing, which goes into the package with the compiler's runtime")
+            message(FATAL_ERROR "The package contains the compiler's runtime and needs its licence: ${file}")
         endif()
         install(FILES "${file}" DESTINATION "${doc_dir}/licences" RENAME "${name}" COMPONENT runtime)
     endfunction()
@@ -34,7 +38,7 @@ install(FILES
     "${PROJECT_BINARY_DIR}/odbomodule-config-version.cmake"
     DESTINATION "${package_dir}" COMPONENT development)
 
-# The prefix is found from the place of the .pc file, so that the installed tree may be moved.
+# The .pc file gives the prefix relative to itself, so the installed tree can be moved.
 file(RELATIVE_PATH PC_PREFIX "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
 string(REGEX REPLACE "/$" "" PC_PREFIX "${PC_PREFIX}")
 file(RELATIVE_PATH PC_LIBDIR "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL_LIBDIR}")
@@ -48,17 +52,11 @@ install(FILES "${PROJECT_BINARY_DIR}/odbomodule.pc"
     DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
 
 if(ODBOMODULE_BUILD_DOCS)
-    set(html_dir "${doc_dir}")
-    if(ODBOMODULE_DEBIAN_PACKAGES)
-        set(html_dir share/doc/libodbomodule-doc)
-        install(FILES packaging/odbomodule.doc-base DESTINATION share/doc-base RENAME libodbomodule-doc
-            COMPONENT documentation)
-    endif()
-    install(DIRECTORY "${PROJECT_BINARY_DIR}/html" DESTINATION "${html_dir}" COMPONENT documentation)
+    install(DIRECTORY "${PROJECT_BINARY_DIR}/html" DESTINATION "${doc_dir}" COMPONENT documentation)
 endif()
 
-# What debuggers show. gdb loads a script by its library's name: from one folder of the system's, and from beside a
-# library that its user trusts.
+# The gdb printers. gdb loads a script that is named after a library: from a folder of the system for a library in
+# /usr, otherwise from the library's own folder if the user trusts that.
 if(NOT WIN32)
     set(gdb_dir "${CMAKE_INSTALL_LIBDIR}")
     if(CMAKE_INSTALL_PREFIX STREQUAL /usr)
@@ -66,7 +64,7 @@ if(NOT WIN32)
     endif()
     install(FILES debuggers/odbomodule-gdb.py DESTINATION "${gdb_dir}" COMPONENT runtime
         RENAME "$<TARGET_FILE_NAME:odbomodule>-gdb.py")
-    # Left out of a whole installation, whose libraries have their symbols in them.
+    # Only installed by name: the libraries of a whole installation contain their symbols.
     install(CODE "set(libraries \"$<TARGET_FILE:odbomodule>;$<TARGET_FILE:support_dll>\")
         set(readelf \"${CMAKE_READELF}\")
         set(objcopy \"${CMAKE_OBJCOPY}\")"

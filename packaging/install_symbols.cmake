@@ -1,4 +1,5 @@
-# Part of an installation: writes the debug symbols of `libraries` under the prefix, where gdb looks for them by build id.
+# Runs during an installation. Writes the debug symbols of `libraries` to the folder of the prefix in which gdb
+# looks for them by build id.
 foreach(library IN LISTS libraries)
     execute_process(COMMAND "${readelf}" --notes "${library}" OUTPUT_VARIABLE notes COMMAND_ERROR_IS_FATAL ANY)
     if(NOT notes MATCHES "Build ID: (..)([0-9a-f]+)")

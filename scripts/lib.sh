@@ -1,15 +1,15 @@
 # shellcheck shell=bash
-# Shared by the scripts beside it; sourced, not run.
+# Functions of the other scripts, which source this file.
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 export CMAKE_BUILD_PARALLEL_LEVEL=${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}
 export CTEST_PARALLEL_LEVEL=${CTEST_PARALLEL_LEVEL:-$(nproc)}
-export LC_ALL=C.UTF-8 # a checkout may lie in a folder whose name has any letters; cpack and Wine read it by the locale
+export LC_ALL=C.UTF-8 # for cpack and Wine, which read the names of folders by the locale
 
 say() { printf '%s\n' "== $*" >&2; }
 fail() { printf '%s\n' "$*" >&2; exit 1; }
 
-# need PROBE PACKAGE ...: installs the packages whose probe finds nothing. A probe is a command, or a file with
-# a slash in its name, in which a pattern may stand.
+# need PROBE PACKAGE...: installs each Debian package whose probe finds nothing. A probe is a command, or a pattern
+# for a file if there is a slash in it.
 need() {
     local packages=() missing=()
     find_missing "$@"
@@ -31,27 +31,47 @@ find_missing() {
     done
 }
 
+# install_packages PACKAGE...: installs the packages and leaves no other files.
 install_packages() {
     command -v apt-get > /dev/null || fail "Missing: ${missing[*]}
-Please install what these Debian packages hold: $*"
-    local as_root=() log deadline=$((SECONDS + 600))
+Please install the contents of these Debian packages: $*"
+    local as_root=()
     if [[ $(id -u) != 0 ]]; then
         as_root=(sudo)
-        [[ -t 0 ]] || as_root+=(-n) # nobody could type a password
+        [[ -t 0 ]] || as_root+=(-n) # there is nobody to type a password
         "${as_root[@]}" true 2> /dev/null || fail "Missing: ${missing[*]}
-This user may not install packages. An administrator would run: apt-get install $*"
+This user may not install packages. As an administrator, run: apt-get install $*"
     fi
     say "installing $*"
-    log=$(mktemp)
-    as_root+=(env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=600)
-    # Of the locks, apt-get waits for dpkg's alone; another update may hold that of the lists.
-    until "${as_root[@]}" update > "$log" 2>&1 < /dev/null; do
-        if ! grep -q 'Could not get lock' "$log" || ((SECONDS > deadline)); then break; fi # may do without a list
-        sleep 5
-    done
-    "${as_root[@]}" install -y --no-install-recommends "$@" >> "$log" 2>&1 < /dev/null ||
-        { cat "$log" >&2; rm -f "$log"; fail "These packages could not be installed: $*"; }
-    rm -f "$log"
+    local work apt status=0
+    use_temporary_lists
+    apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive "${apt[@]}")
+    { "${apt[@]}" update; "${apt[@]}" install -y --no-install-recommends "$@"; } \
+        > "$work/log" 2>&1 < /dev/null || status=$?
+    ((status == 0)) || cat "$work/log" >&2
+    "${as_root[@]}" rm -rf "$work"
+    ((status == 0)) || fail "These packages could not be installed: $*"
+}
+
+# unpack_package PACKAGE FOLDER: downloads a Debian package and unpacks it in the folder, without installing it.
+unpack_package() {
+    local work apt status=0
+    use_temporary_lists
+    mkdir -p "$2"
+    (cd "$work" && { "${apt[@]}" update; "${apt[@]}" download "$1"; } && dpkg -x "$1"_*.deb "$2") \
+        > "$work/log" 2>&1 < /dev/null || status=$?
+    ((status == 0)) || cat "$work/log" >&2
+    rm -rf "$work"
+    ((status == 0)) || fail "This package could not be downloaded: $1"
+}
+
+# Sets `work` to a temporary folder, and `apt` to a command that keeps package lists and downloads there.
+use_temporary_lists() {
+    work=$(mktemp -d)
+    chmod a+rwx "$work" # apt-get downloads as another user
+    mkdir "$work/lists" "$work/archives"
+    apt=(apt-get -o DPkg::Lock::Timeout=600 -o Dir::State::Lists="$work/lists" -o Dir::Cache="$work"
+        -o Dir::Cache::Archives="$work/archives")
 }
 
 need_build_tools() { need g++ g++ cmake cmake ninja ninja-build "$@"; }
@@ -60,8 +80,8 @@ need_test_tools() {
         nm binutils pkg-config pkgconf '/usr/include/nlohmann/json.hpp' nlohmann-json3-dev "$@"
 }
 
-# Where the build NAME goes: into the tree, or for a user who may not write there into a folder of his own, which
-# no other checkout has.
+# build_dir NAME: prints the folder for a build. It is in the tree, or, if the user may not write there, in a folder
+# of the user's for this checkout.
 build_dir() {
     local base checkout
     checkout=odbomodule-$(cksum <<< "$root" | cut -d' ' -f1)
@@ -72,18 +92,17 @@ build_dir() {
             return
         fi
     done
-    fail "There is no folder to build in."
+    fail "There is no writable folder for the build."
 }
 
-# build PRESET NAME [TARGET] [OPTION...]: configures and builds, which is quick when nothing changed. What the
-# tools say goes to a log, which is shown when they fail, or when there is a warning in it; on a terminal the build
-# shows how far it is.
+# build PRESET NAME [TARGET [OPTION...]]: configures and builds, which is quick if nothing changed. The output goes
+# to a log, which is printed if there is an error or a warning. A terminal shows the progress instead.
 build() {
     local preset=$1 dir log
     dir=$(build_dir "$2")
     local configure=(cmake --preset "$preset" -B "$dir" "${@:4}") build=(cmake --build "$dir")
     [[ -n ${3:-} ]] && build+=(--target "$3")
-    # A checkout that was moved brings a build folder that knows the old place.
+    # A checkout that was moved or copied has a build folder that is configured for the old place.
     if [[ -e $dir/CMakeCache.txt ]] && ! { grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$dir/CMakeCache.txt" &&
         grep -qxF "CMAKE_CACHEFILE_DIR:INTERNAL=$dir" "$dir/CMakeCache.txt"; }; then
         configure+=(--fresh)
@@ -91,7 +110,7 @@ build() {
     log=$dir/build.log
     say "building $2$([[ -t 2 ]] || echo " (log: $log)")"
     (cd "$root" && "${configure[@]}") > "$log" 2>&1 < /dev/null ||
-        { cat "$log" >&2; fail "The build of $2 could not be set up."; }
+        { cat "$log" >&2; fail "The build of $2 could not be configured."; }
     if [[ -t 2 ]]; then
         "${build[@]}" >&2 < /dev/null || fail "The build of $2 failed."
     else
@@ -100,13 +119,14 @@ build() {
     if grep -q 'warning:' "$log"; then cat "$log" >&2; fi
 }
 
-# pack DIR [OPTION...]: makes the packages of a build, in its folder packages/.
+# pack DIR [OPTION...]: writes the packages of a build to its folder packages/.
 pack() {
-    (cd "$1" && cpack "${@:2}") > "$1/cpack.log" 2>&1 || { cat "$1/cpack.log" >&2; fail "The packages could not be made."; }
+    (cd "$1" && cpack "${@:2}") > "$1/cpack.log" 2>&1 ||
+        { cat "$1/cpack.log" >&2; fail "The packages could not be written."; }
 }
 
-# at_fixed_addresses COMMAND...: the sanitizers of these compilers expect the addresses of a process where a newer kernel may
-# not put them.
+# at_fixed_addresses COMMAND...: runs the command without address randomization. The sanitizers of these compilers
+# cannot start at some of the addresses that newer kernels choose.
 at_fixed_addresses() {
     if setarch "$(uname -m)" -R true 2> /dev/null; then
         setarch "$(uname -m)" -R "$@"

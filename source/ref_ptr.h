@@ -1,14 +1,17 @@
 #pragma once
 #include <utility>
 
-// Holds one reference on a counted object, or null. A raw pointer that is given to it brings its reference along;
-// hold() takes a new one. A copy takes a reference of its own. A move takes the other's, which is null then.
-//
-// A factory gives a reference; an operation gives back the object itself, without one:
-//
-//     RefPtr rows(generator->GenerateSet("[Store].MEMBERS"));
-//     rows->TakeTail();                                         // right
-//     RefPtr tail(rows->TakeTail());                            // wrong: two holders of one reference
+/// Holds one reference to a counted object, or null.
+///
+/// The constructor and the assignment from a raw pointer take over a reference that the caller has; hold() takes a
+/// new one. A copy takes its own reference. A move leaves the source null.
+///
+/// A factory returns an object with a reference. An operation returns the object that it was called on, without
+/// one:
+///
+///     RefPtr rows(generator->GenerateSet("[Store].MEMBERS"));
+///     rows->TakeTail();                 // right
+///     RefPtr tail(rows->TakeTail());    // wrong: two holders share one reference
 template <class Object>
 class RefPtr {
 public:
@@ -58,7 +61,7 @@ private:
     Object * fObject = nullptr;
 };
 
-// A holder with a reference of its own on `object`, which may be null.
+/// Takes a new reference to `object`, which may be null.
 template <class Object>
 RefPtr<Object> hold(Object * object)
 {

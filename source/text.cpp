@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <charconv>
 #include <iterator>
+#include <utility>
+
+namespace mdx_text {
 
 Decimal::Decimal(std::int64_t number) noexcept
 {
@@ -11,107 +14,104 @@ Decimal::Decimal(std::int64_t number) noexcept
     fLength = static_cast<std::size_t>(std::copy(digits, end, fDigits) - fDigits);
 }
 
-namespace engine {
-
-static std::size_t length_of(Row const & row, Text const * texts) noexcept
+static std::size_t length_of(Template const & form, Text const * texts) noexcept
 {
-    std::size_t length = row.letters().size();
-    for (std::size_t place = 0; place < row.places(); ++place)
-        length += texts[row.stretch(place).text].view().size();
+    std::size_t length = form.letters().size();
+    for (std::size_t i = 0; i < form.placeholders(); ++i)
+        length += texts[form[i].text].view().size();
     return length;
 }
 
-// Appends what stands from a place on, its text included; `letters` are those from there to the row's end.
+// Appends the part of a template that begins at placeholder `i`; `letters` are the letters from there to the end.
 static void append_from(
-    KelpString & text, Row const & row, std::size_t place, char16_t const * letters, Text const * texts)
+    KelpString & text, Template const & form, std::size_t i, char16_t const * letters, Text const * texts)
 {
-    for (; place < row.places(); ++place) {
-        auto const [count, index] = row.stretch(place);
-        text.append(letters, count);
-        letters += count;
+    for (; i < form.placeholders(); ++i) {
+        auto const [before, index] = form[i];
+        text.append(letters, before);
+        letters += before;
         text.append(texts[index].view());
     }
-    text.append(letters, row.stretch(place).length);
+    text.append(letters, form[i].before);
 }
 
-void append(KelpString & text, Row const & row, Text const * texts)
+void append_written(KelpString & text, Template const & form, Text const * texts)
 {
-    append_from(text, row, 0, row.letters().data(), texts);
+    append_from(text, form, 0, form.letters().data(), texts);
 }
 
-KelpString write(Row const & row, Text const * texts)
+KelpString written(Template const & form, Text const * texts)
 {
     KelpString text;
-    text.reserve(length_of(row, texts));
-    append(text, row, texts);
+    text.reserve(length_of(form, texts));
+    append_written(text, form, texts);
     return text;
 }
 
-// Writes around the old text, which stands at `place` and nowhere else, and has room.
-static void wrap(KelpString & text, Row const & row, std::size_t place, Text const * texts)
+// Writes around the old text, which replaces the placeholder `old` and no other. The string has room.
+static void wrap(KelpString & text, Template const & form, std::size_t old, Text const * texts)
 {
-    std::size_t before = row.stretch(place).length;
-    for (std::size_t i = 0; i < place; ++i)
-        before += row.stretch(i).length + texts[row.stretch(i).text].view().size();
+    std::size_t before = form[old].before;
+    for (std::size_t i = 0; i < old; ++i)
+        before += form[i].before + texts[form[i].text].view().size();
     text.insert(0, before, u' ');
 
     char16_t * to = text.data();
-    char16_t const * letters = row.letters().data();
-    for (std::size_t i = 0; i <= place; ++i) {
-        auto const [count, index] = row.stretch(i);
+    char16_t const * letters = form.letters().data();
+    for (std::size_t i = 0; i <= old; ++i) {
+        auto const [count, index] = form[i];
         to = std::copy_n(letters, count, to);
         letters += count;
-        if (i < place)
+        if (i < old)
             to = std::copy_n(texts[index].view().data(), texts[index].view().size(), to);
     }
-    append_from(text, row, place + 1, letters, texts);
+    append_from(text, form, old + 1, letters, texts);
 }
 
-void rewrite(KelpString & text, Row const & row, Text const * texts)
+void overwrite(KelpString & text, Template const & form, Text const * texts)
 {
-    std::size_t const length = length_of(row, texts);
-    std::size_t old = 0; // the last place of the old text
-    std::size_t oldPlaces = 0;
-    for (std::size_t place = 0; place < row.places(); ++place) {
-        if (texts[row.stretch(place).text].is(text)) {
-            old = place;
-            ++oldPlaces;
+    std::size_t const length = length_of(form, texts);
+    std::size_t old = 0; // the last placeholder that the old text replaces
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < form.placeholders(); ++i) {
+        if (texts[form[i].text].is(text)) {
+            old = i;
+            ++count;
         }
     }
-    if (oldPlaces == 1 && length <= text.capacity())
-        return wrap(text, row, old, texts);
+    if (count == 1 && length <= text.capacity())
+        return wrap(text, form, old, texts);
 
-    // Half as much again, since what was wrapped once is likely to be wrapped again.
+    // A text that is wrapped once is likely to be wrapped again, so reserve half as much again.
     KelpString fresh;
-    fresh.reserve(oldPlaces == 0 ? length : length + length / 2);
-    append(fresh, row, texts);
+    fresh.reserve(count == 0 ? length : length + length / 2);
+    append_written(fresh, form, texts);
     text = std::move(fresh);
 }
 
+void enclose(KelpString & text, Template const & form)
+{
+    Text const texts[] = { text };
+    overwrite(text, form, texts);
 }
 
-void enclose(KelpString & text, std::u16string_view opening, std::u16string_view closing)
+void combine(KelpString & text, Template const & form, KelpString & second)
 {
-    text.insert(0, opening);
-    text.append(closing);
+    Text const texts[] = { text, second };
+    KelpString & longest = second.size() > text.size() ? second : text;
+    overwrite(longest, form, texts);
+    if (&longest != &text)
+        text.swap(longest);
 }
 
-void merge(KelpString & text, std::u16string_view between, KelpString & right)
+void combine(KelpString & text, Template const & form, KelpString & second, KelpString & third)
 {
-    if (right.size() <= text.size()) {
-        text.append(between);
-        text.append(right);
-        return;
-    }
-    right.insert(0, text.size() + between.size(), u' ');
-    std::copy(between.begin(), between.end(), std::copy(text.begin(), text.end(), right.begin()));
-    text.swap(right);
-}
-
-void append_start(KelpString & text, std::u16string_view between, std::size_t length)
-{
-    text.append(between);
-    text.append(text, 0, length);
+    Text const texts[] = { text, second, third };
+    KelpString & longer = third.size() > second.size() ? third : second;
+    KelpString & longest = longer.size() > text.size() ? longer : text;
+    overwrite(longest, form, texts);
+    if (&longest != &text)
+        text.swap(longest);
 }
 
 void double_each(KelpString & result, KelpString const & source, char character)
@@ -132,4 +132,6 @@ void double_each(KelpString & result, KelpString const & source, char character)
     }
     doubled.append(source, start, KelpString::npos);
     result = std::move(doubled);
+}
+
 }

@@ -7,19 +7,21 @@
 #include <string_view>
 #include <utility>
 
-// How texts are made: from rows. A row is a literal with numbered places, and takes a text for each of them. The
-// texts stand in braces, so that C++ asks for them from left to right:
+// MDX text is built from templates: literals with placeholders $1 to $9.
 //
 //     return rewrite<u"FILTER( $1, $2)">(this, { fText, condition->getText() });
 //
-// A place may stand more than once. A place without a text, a text without a place and a "$" without a digit do not
-// compile. Texts are borrowed until the row is written: what a host gives by reference is copied first, into a
-// string of ours, unless it is the last that is asked for.
+// The texts are in braces, so C++ evaluates them from left to right. A placeholder may occur more than once. A
+// placeholder without a text, a text without a placeholder and a "$" without a digit do not compile.
 //
-// All that is done for speed is done here and in text.cpp: rows are split when they are compiled, texts are
-// measured before they are allocated, and a text that is wrapped grows within its own buffer.
+// Texts are borrowed until the template is written. What a host returns by reference may change with the next call
+// to the host: copy it into a KelpString, unless it is the last text that is asked for.
+//
+// Everything that is done for speed is in this header and in text.cpp: templates are split at compile time, a text
+// is measured before it is allocated, and a text that is wrapped grows within its buffer.
+namespace mdx_text {
 
-// The digits of a number, as a text for a place.
+// A number in decimal digits.
 class Decimal {
 public:
     explicit Decimal(std::int64_t number) noexcept;
@@ -35,8 +37,8 @@ inline Decimal decimal(std::int64_t number) noexcept
     return Decimal(number);
 }
 
-// A text for a place. A string is not looked at before the row is written, so that an expression's own text may
-// change while the texts after it are asked for. Numbers, bools, characters and literals are no texts.
+// A text for a placeholder. A string is read when the template is written, so an expression's own text may still
+// change while later texts are asked for. Numbers, bools, characters and literals do not convert.
 class Text {
 public:
     Text(std::u16string const & text) noexcept : fString(&text) {}
@@ -51,41 +53,30 @@ private:
     std::u16string_view fView;
 };
 
-// A row as it is compiled: its letters without the places, and how many of them stand before each place and at the
-// end.
-class Row {
+// A literal, split into its letters and its placeholders.
+class Template {
 public:
-    struct Stretch {
-        std::uint16_t length;
-        std::uint16_t text; // the index of the text that follows, where one does
+    struct Placeholder {
+        std::uint16_t before; // the number of letters between the previous placeholder and this one
+        std::uint16_t text;   // the index of the text that replaces the placeholder
     };
 
-    constexpr Row(std::u16string_view letters, Stretch const * stretches, std::size_t places) noexcept
-        : fLetters(letters), fStretches(stretches), fPlaces(places)
+    // After the last placeholder comes one more entry, for the letters at the end.
+    constexpr Template(std::u16string_view letters, Placeholder const * placeholders, std::size_t count) noexcept
+        : fLetters(letters), fPlaceholders(placeholders), fCount(count)
     {}
 
     constexpr std::u16string_view letters() const noexcept { return fLetters; }
-    constexpr std::size_t places() const noexcept { return fPlaces; }
-    constexpr Stretch stretch(std::size_t index) const noexcept { return fStretches[index]; }
-
-    // The letters before the place with that index, or after the last place.
-    constexpr std::u16string_view piece(std::size_t index) const noexcept
-    {
-        std::size_t start = 0;
-        for (std::size_t i = 0; i < index; ++i)
-            start += fStretches[i].length;
-        return fLetters.substr(start, fStretches[index].length);
-    }
+    constexpr std::size_t placeholders() const noexcept { return fCount; }
+    constexpr Placeholder const & operator[](std::size_t index) const noexcept { return fPlaceholders[index]; }
 
 private:
     std::u16string_view fLetters;
-    Stretch const * fStretches;
-    std::size_t fPlaces;
+    Placeholder const * fPlaceholders;
+    std::size_t fCount;
 };
 
-namespace compiled {
-
-// A literal as an argument of a template.
+// A literal as a template argument.
 template <std::size_t Size>
 struct Literal {
     char16_t text[Size];
@@ -95,7 +86,7 @@ struct Literal {
         for (std::size_t i = 0; i < Size; ++i)
             text[i] = literal[i];
     }
-    consteval std::size_t places() const
+    consteval std::size_t placeholders() const
     {
         std::size_t count = 0;
         for (char16_t const character : text)
@@ -104,82 +95,83 @@ struct Literal {
     }
 };
 
+// The storage of a Template.
 template <Literal literal>
-struct Split {
-    static constexpr std::size_t kPlaces = literal.places();
-    static constexpr std::size_t kLetters = sizeof literal.text / sizeof(char16_t) - 1 - 2 * kPlaces;
+struct SplitLiteral {
+    static constexpr std::size_t kPlaceholders = literal.placeholders();
+    static constexpr std::size_t kLetters = sizeof literal.text / sizeof(char16_t) - 1 - 2 * kPlaceholders;
 
     char16_t letters[kLetters + 1]{};
-    Row::Stretch stretches[kPlaces + 1]{};
+    Template::Placeholder placeholders[kPlaceholders + 1]{};
     std::size_t texts = 0;
 
-    consteval Split()
+    consteval SplitLiteral()
     {
         char16_t const * from = literal.text;
         char16_t * to = letters;
-        bool named[9]{};
-        for (std::size_t place = 0; *from != u'\0'; ++from) {
+        bool used[9]{};
+        for (std::size_t i = 0; *from != u'\0'; ++from) {
             if (*from != u'$') {
                 *to++ = *from;
-                if (++stretches[place].length == 0)
-                    throw "more letters than a row may have";
+                if (++placeholders[i].before == 0)
+                    throw "more letters than a template may have";
                 continue;
             }
             ++from;
             if (*from < u'1' || *from > u'9')
                 throw "a $ without a digit";
             std::size_t const text = static_cast<std::size_t>(*from - u'1');
-            named[text] = true;
+            used[text] = true;
             texts = text + 1 > texts ? text + 1 : texts;
-            stretches[place++].text = static_cast<std::uint16_t>(text);
+            placeholders[i++].text = static_cast<std::uint16_t>(text);
         }
         for (std::size_t text = 0; text < texts; ++text)
-            if (!named[text])
-                throw "a text without a place";
+            if (!used[text])
+                throw "a text without a placeholder";
     }
 };
 
 template <Literal literal>
-inline constexpr Split<literal> split;
+inline constexpr SplitLiteral<literal> split;
 
-}
+template <Literal literal>
+inline constexpr Template template_of{ { split<literal>.letters, SplitLiteral<literal>::kLetters },
+    split<literal>.placeholders, SplitLiteral<literal>::kPlaceholders };
 
-// A literal as a row.
-template <compiled::Literal literal>
-inline constexpr Row row{ { compiled::split<literal>.letters, compiled::Split<literal>::kLetters },
-    compiled::split<literal>.stretches, compiled::Split<literal>::kPlaces };
-
-namespace compiled {
-
+// The same for a number of texts that is known.
 template <Literal literal, std::size_t Count>
-constexpr Row const & row_for() noexcept
+constexpr Template const & template_for() noexcept
 {
-    static_assert(split<literal>.texts == Count, "as many texts as the row has places");
-    return row<literal>;
+    static_assert(split<literal>.texts == Count, "one text for each number in the template");
+    return template_of<literal>;
 }
 
-// Whether the places of a row are those of its texts, one after the other.
-constexpr bool in_turn(Row const & row, std::size_t texts) noexcept
+// The compiled part of mdx, append and rewrite. `texts` has as many elements as `form` has numbers.
+KelpString written(Template const & form, Text const * texts);
+void append_written(KelpString & text, Template const & form, Text const * texts);
+void overwrite(KelpString & text, Template const & form, Text const * texts);
+
+// A template with its texts inserted.
+template <Literal literal, std::size_t Count>
+KelpString mdx(Text const (&texts)[Count])
 {
-    bool inTurn = row.places() == texts;
-    for (std::size_t i = 0; i < row.places(); ++i)
-        inTurn = inTurn && row.stretch(i).text == i;
-    return inTurn;
+    return written(template_for<literal, Count>(), texts);
 }
 
+// Appends a template to `text`, which may not be one of `texts`.
+template <Literal literal, std::size_t Count>
+void append(KelpString & text, Text const (&texts)[Count])
+{
+    append_written(text, template_for<literal, Count>(), texts);
 }
 
-// What rows come to. Other code goes through the functions below, which see to it that the texts are as many as the
-// places.
-namespace engine {
-
-KelpString write(Row const & row, Text const * texts);
-void append(KelpString & text, Row const & row, Text const * texts);
-void rewrite(KelpString & text, Row const & row, Text const * texts);
-
+template <Literal literal>
+void append(KelpString & text)
+{
+    text.append(template_for<literal, 0>().letters());
 }
 
-// What MDXField, MDXSet and MDXValue befriend: the way to their texts for the functions below.
+// MDXField, MDXSet and MDXValue befriend this, so that the functions below reach their fields.
 struct TextFields {
     template <class Object>
     static auto & text(Object * object) noexcept
@@ -198,37 +190,17 @@ struct TextFields {
     }
 };
 
-// The text of a row.
-template <compiled::Literal literal, std::size_t Count>
-KelpString mdx(Text const (&texts)[Count])
-{
-    return engine::write(compiled::row_for<literal, Count>(), texts);
-}
-
-// Appends a row to a text, which may not be one of the row's own.
-template <compiled::Literal literal, std::size_t Count>
-void append(KelpString & text, Text const (&texts)[Count])
-{
-    engine::append(text, compiled::row_for<literal, Count>(), texts);
-}
-
-template <compiled::Literal literal>
-void append(KelpString & text)
-{
-    text.append(compiled::row_for<literal, 0>().letters());
-}
-
-// Makes a row the text of an expression, whose old text may be one of the row's, but no view into it; its
-// quoted text is out of date then. Returns the expression. Should memory run out, the expression is as it was.
-template <compiled::Literal literal, class Object, std::size_t Count>
+// Gives an expression a new text and invalidates its quoted text. Returns the expression. The expression's own
+// string may be one of `texts`; a view into it may not. If memory runs out, the expression is unchanged.
+template <Literal literal, class Object, std::size_t Count>
 Object * rewrite(Object * object, Text const (&texts)[Count])
 {
-    engine::rewrite(TextFields::text(object), compiled::row_for<literal, Count>(), texts);
+    overwrite(TextFields::text(object), template_for<literal, Count>(), texts);
     TextFields::valid(object) = false;
     return object;
 }
 
-// The same with a text that is whole.
+// The same with a finished text.
 template <class Object>
 Object * rewrite(Object * object, KelpString text)
 {
@@ -237,28 +209,14 @@ Object * rewrite(Object * object, KelpString text)
     return object;
 }
 
-// The same with a row that has no place.
-template <compiled::Literal literal, class Object>
+// The same with a literal that has no placeholder.
+template <Literal literal, class Object>
 Object * rewrite(Object * object)
 {
-    return rewrite(object, KelpString::Base(compiled::row_for<literal, 0>().letters()));
+    return rewrite(object, KelpString::Base(template_for<literal, 0>().letters()));
 }
 
-// Writes a row over the text of an expression piece by piece, and asks each argument for its text only when its
-// place has come: an argument that is the expression itself gives what has been written so far, and so much stays
-// if one throws.
-template <compiled::Literal literal, class Object, class... Arguments>
-Object * rewrite_in_turn(Object * object, Arguments const *... arguments)
-{
-    constexpr Row const & pieces = compiled::row_for<literal, sizeof...(Arguments)>();
-    static_assert(compiled::in_turn(pieces, sizeof...(Arguments)), "each argument once, in its turn");
-    std::size_t place = 0;
-    rewrite(object, KelpString::Base(pieces.piece(place)));
-    (rewrite<u"$1$2$3">(object, { TextFields::text(object), arguments->getText(), pieces.piece(++place) }), ...);
-    return object;
-}
-
-// Takes over the texts of another expression. Should memory run out, the expression is as it was.
+// Copies text, quoted text and its validity from another expression. If memory runs out, `object` is unchanged.
 template <class Object>
 void assign_texts(Object * object, Object const * other)
 {
@@ -269,10 +227,10 @@ void assign_texts(Object * object, Object const * other)
     TextFields::valid(object) = TextFields::valid(other);
 }
 
-// Sets `result` to `source` with each `character` doubled. The two may be one string.
+// Sets `result` to `source` with each `character` doubled. The two may be the same string.
 void double_each(KelpString & result, KelpString const & source, char character);
 
-// The quoted text of an expression: its text with each single quote doubled, made anew when the text has changed.
+// The text of an expression with each single quote doubled. It is kept until the text changes.
 template <class Object>
 KelpString quoted_text(Object * object)
 {
@@ -283,14 +241,14 @@ KelpString quoted_text(Object * object)
     return TextFields::quoted(object);
 }
 
-// For a text that grows from its middle: opening + text + closing; text + between + right, in the buffer of the
-// longer one (`right` is used up); and text + between + the first `length` characters of itself. Functions of their
-// own, so that a recursion that ends in them keeps a small stack frame.
-void enclose(KelpString & text, std::u16string_view opening, std::u16string_view closing);
-void merge(KelpString & text, std::u16string_view between, KelpString & right);
-void append_start(KelpString & text, std::u16string_view between, std::size_t length);
+// For text that is built from the inside out: the template's $1 is `text`, which is also the result, $2 is `second`
+// and $3 is `third`. The result is written in the longest of these strings if it has room; the others are
+// used up. These are functions rather than templates so that a recursion that ends in one has a small stack frame.
+void enclose(KelpString & text, Template const & form);
+void combine(KelpString & text, Template const & form, KelpString & second);
+void combine(KelpString & text, Template const & form, KelpString & second, KelpString & third);
 
-// Opening, then what `text_of` gives for each item with the separator between two of them, then closing.
+// `opening`, then what `text_of` returns for each item, separated by `separator`, then `closing`.
 template <class Items, class TextOf>
 KelpString join(std::u16string_view opening, Items const & items, std::u16string_view separator,
     std::u16string_view closing, TextOf const & text_of)
@@ -317,4 +275,6 @@ template <class Texts>
 KelpString join(Texts const & texts, std::u16string_view separator)
 {
     return join(texts, separator, [](KelpString const & text) -> KelpString const & { return text; });
+}
+
 }

@@ -158,12 +158,12 @@ TEST(Condition, MayBeDeepOnASmallStack)
     auto const filter = [](void * tree) -> void * {
         Fixture f(kDialect);
         f.set->Filter(static_cast<Condition *>(tree), f.single);
-        EXPECT_LT(8000u, f.set->getText().size());
+        EXPECT_LT(4000u, f.set->getText().size());
         return nullptr;
     };
     for (auto const & [kind, place] : std::initializer_list<std::pair<ExpressionType, std::size_t>>{ { ET_AND, 0 }, { ET_AND, 1 },
              { ET_ADD, 0 }, { ET_ADD, 1 }, { ET_BETWEEN, 2 }, { ET_TUPLE, 0 }, { ET_TUPLE, 2 }, { ET_FILTER, 2 } }) {
-        Condition tree = deep(kind, place, 8000);
+        Condition tree = deep(kind, place, 4000);
         ::pthread_attr_t attributes;
         ::pthread_attr_init(&attributes);
         ::pthread_attr_setstacksize(&attributes, 1024 * 1024);

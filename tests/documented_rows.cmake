@@ -17,8 +17,8 @@ set(heads # by their beginning, of which the last that fits counts
     "Node \\|=Nodes"
     "Call \\| General text=general"
     "Value \\|=conversion"
-    "(Number|Format) \\| Text=number"
-    "Text \\| Real=reading"
+    "Real \\| Text=digits"
+    "Text \\| Number=reading"
     "Lines \\| Setting=setting")
 set(output "")
 set(instances "")

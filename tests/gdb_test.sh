@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# gdb_test.sh COMPILER [BUILD_FOLDER]: what gdb shows of a small host, within the library and in the host itself. The
-# library is the one of the system's packages; with a build folder, it is installed from there into a temporary
-# folder, stripped, and its symbols apart.
+# gdb_test.sh COMPILER [BUILD_FOLDER]: compares what gdb shows of a host, inside the library and in the host, with the text below. The library
+# is the one of the Debian packages. With a build folder, it is installed from there in a temporary folder, stripped and with its debug
+# symbols in files apart.
 set -euo pipefail
 compiler=$1
 build=${2:-}
@@ -10,9 +10,9 @@ trap 'rm -rf "$work"' EXIT
 export LC_ALL=C.UTF-8
 
 skip() { echo "skipped: $*"; exit 77; }
-command -v gdb > /dev/null || skip "there is no gdb"
+command -v gdb > /dev/null || skip "gdb is not installed"
 gdb -nx -batch -ex run -args true > "$work/log" 2>&1 || true
-if grep -q 'ptrace: Operation not permitted' "$work/log"; then skip "this process may not trace another one"; fi
+if grep -q 'ptrace: Operation not permitted' "$work/log"; then skip "this process may not trace another"; fi
 
 options=()
 rpath=
@@ -27,10 +27,23 @@ if [[ -n $build ]]; then
 fi
 
 cat > "$work/host.cpp" << 'EOF'
-#include <odbomodule/odbomodule.h>
+#include <odbomodule/memory_cube.h>
 void stop() {}
+struct Report {
+    int number = 42;
+    KelpString name = "north";
+    int next = 7;
+};
+void inspect()
+{
+    Report report;
+    using namespace memory_cube;
+    Condition const condition = (value(mdx("a")) + 2) * mdx("b") >= 10 && !is_null(current());
+    stop();
+}
 int main()
 {
+    inspect();
     std::unique_ptr<MDXQueryGenerator> const generator(createMSOLAP7QueryGenerator("[Sales]", true));
     KelpString const city = KelpString::fromUTF8("Z\xC3\xBCrich");
     RefPtr<MDXSet> none;
@@ -50,7 +63,11 @@ int main()
     create->AddSetFormula("[Team]", set.get());
     RefPtr drop(static_cast<MDXDropQuery *>(generator->GenerateQuery(MDXQuery::QT_DROP, nullptr)));
     drop->AddSetToDrop("[Team]");
-    stop();
+    try {
+        generator->GenerateQuery(MDXQuery::QueryType(9), nullptr);
+    } catch (MDXError const & error) {
+        stop();
+    }
 }
 EOF
 # shellcheck disable=SC2046 # the flags are words
@@ -61,10 +78,15 @@ set breakpoint pending on
 break MDXSet::TakeExtremity
 break stop
 run
+up
+info locals
+continue
 print *this
 print amount
 continue
 up
+print error
+print error
 print city
 print none
 print set
@@ -81,12 +103,17 @@ print set
 EOF
 gdb -nx -batch "${options[@]}" -x "$work/commands" "$work/host" > "$work/log" 2>&1 || { cat "$work/log" >&2; exit 1; }
 
-# Where it stopped first, for which the library's debug symbols are needed, and all that was printed.
-sed -nE 's/^Breakpoint 1, (.*) \(.* at .*(source\/sets\/.*):[0-9]+$/\1 in \2/p; s/^\$[0-9]+ = //p' "$work/log" > "$work/shown"
+# The locals, the place of the first breakpoint, which needs the library's debug symbols, and the printed values.
+sed -nE 's/^Breakpoint 1, (.*) \(.* at .*(source\/sets\/.*):[0-9]+$/\1 in \2/p; /^(report|condition) = /p; s/^\$[0-9]+ = //p' \
+    "$work/log" > "$work/shown"
 if ! diff -u - "$work/shown" << 'EOF'; then
+report = {number = 42, name = u"north", next = 7}
+condition = memory_cube::Condition "( a + ( 2 ) ) * ( b ) >= 10 AND NOT( CURRENT = NULL )"
 MDXSet::TakeExtremity in source/sets/set_filters.cpp
 MSOLAP7Set "s", 1 holder
 u"10"
+MDXError MDX_ERR_BAD_ENUM: The value 9 is out of range for the enumeration QueryType.
+MDXError MDX_ERR_BAD_ENUM: The value 9 is out of range for the enumeration QueryType.
 u"Zürich"
 null
 MSOLAP7Set "TOPCOUNT( s, 10 ) ", 3 holders
@@ -100,7 +127,7 @@ MSOLAP7CreateQuery on [Sales], 1 holder = {formula 0 = SET [Team] AS TOPCOUNT( s
 MSOLAP7DropQuery on [Sales], 1 holder = {name 0 = u"[Team]"}
 MSOLAP7Set "TOPC...", 3 holders
 EOF
-    echo "gdb showed the lines with +; this is all that it said:" >&2
+    echo "gdb printed the lines with +. This is all of its output:" >&2
     cat "$work/log" >&2
     exit 1
 fi

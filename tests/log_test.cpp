@@ -14,35 +14,35 @@ struct QueryLog : testing::Test, Machine {
 
     Fixture f;
     RefPtr<MDXSelectQuery> query{ static_cast<MDXSelectQuery *>(f.generator->GenerateQuery(MDXQuery::QT_SELECT, nullptr)) };
-    MDXQueryLog::MDXQueryTimer ownTimer; // which nothing but this test may end
+    MDXQueryLog::MDXQueryTimer ownTimer; // the log must not delete it
     MDXQueryLog::MDXQueryTimer * timer = &ownTimer;
 };
 
 }
 
-TEST_F(QueryLog, SettingsAreReadOnceForAGenerator)
+TEST_F(QueryLog, ReadsItsSettingsOncePerGenerator)
 {
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());
     write_setting(kKey, "MDX Query Log", "log.txt");
-    write_setting(kKey, "MDX Query Clock", "1"); // which is no number
+    write_setting(kKey, "MDX Query Clock", "1"); // a text, so no clock
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());
     Fixture const later;
     Fixture const last;
     gFailAt = kAllocationsFail ? 1 : 0;
-    EXPECT_EQ(kAllocationsFail ? kNoMemory : "", error_of([&] { later.generator->GetMDXQueryLog(); })); // and is tried again
+    EXPECT_EQ(kAllocationsFail ? kNoMemory : "", error_of([&] { later.generator->GetMDXQueryLog(); })); // the next call tries again
     gFailAt = 0;
     MDXQueryLog * const log = later.generator->GetMDXQueryLog();
     ASSERT_NE(nullptr, log);
     EXPECT_TRUE(std::filesystem::exists(temporary_folder() / "log.txt"));
     write_setting(kKey, "MDX Query Clock", 0u);
     last.generator->GetMDXQueryLog()->timeQuery(&timer);
-    EXPECT_EQ(&ownTimer, timer) << "a clock that is off";
+    EXPECT_EQ(&ownTimer, timer) << "the clock is off";
     last.generator->GetMDXQueryLog()->logQuery(query.get(), new MDXQueryLog::MDXQueryTimer);
-    EXPECT_NE(std::string::npos, text_of_file(temporary_folder() / "log.txt").find("Query duration: 0.0")) << "the host's own timer";
+    EXPECT_NE(std::string::npos, text_of_file(temporary_folder() / "log.txt").find("Query duration: 0.0")) << "a timer of the host";
     write_setting(kKey, "MDX Query Clock", 1u);
     EXPECT_EQ(log, later.generator->GetMDXQueryLog());
     log->timeQuery(&timer);
-    EXPECT_EQ(&ownTimer, timer) << "the setting of the time when the log was made counts";
+    EXPECT_EQ(&ownTimer, timer) << "the log keeps the setting that it was made with";
 }
 
 TEST_F(QueryLog, WritesStatementsMessagesAndDurations)
@@ -55,12 +55,12 @@ TEST_F(QueryLog, WritesStatementsMessagesAndDurations)
     auto const before = std::chrono::steady_clock::now();
     log->timeQuery(&timer);
     ASSERT_NE(&ownTimer, timer);
-    // The timer stays with its holder when nothing is written
+    // If nothing is written, the timer still belongs to the caller
     log->logQuery(nullptr, timer);
     RefPtr<MDXQuery> const broken(f.generator->GenerateQuery(MDXQuery::QT_DROP, nullptr));
     EXPECT_EQ(raises(MDX_ERR_NOTHING_TO_DROP), error_of([&] { log->logQuery(broken.get(), timer); }));
     std::this_thread::sleep_for(std::chrono::milliseconds(30));
-    bool failed = true; // for lack of memory, which leaves the timer too
+    bool failed = true; // because memory runs out
     for (std::size_t nth = kAllocationsFail ? 1 : 0; failed; ++nth) {
         gFailAt = nth;
         failed = error_of([&] { log->logQuery(query.get(), timer); }) == kNoMemory;
@@ -71,7 +71,7 @@ TEST_F(QueryLog, WritesStatementsMessagesAndDurations)
     log->logQuery(query.get(), nullptr);
 
     std::string text = text_of_file(fFolder / "log.txt");
-    std::size_t const start = text.find("duration: ") + 10; // of the number, which varies
+    std::size_t const start = text.find("duration: ") + 10; // of the number
     std::string const seconds = text.substr(start, text.find(' ', start) - start);
     text.replace(start, seconds.size(), "?");
     std::string const entry = "[Sales]: \n"
@@ -79,8 +79,8 @@ TEST_F(QueryLog, WritesStatementsMessagesAndDurations)
                               "       {A} ON COLUMNS \n"
                               "FROM [Sales] \n";
     EXPECT_EQ(text, entry + "Query duration: ? seconds\n" + "a message\n" + entry);
-    EXPECT_EQ(4u, seconds.size() - seconds.find('.')); // three digits after the point
-    EXPECT_GE(std::stod(seconds), 0.01);               // the clock goes on while the process waits
+    EXPECT_EQ(4u, seconds.size() - seconds.find('.')); // three decimals
+    EXPECT_GE(std::stod(seconds), 0.01);               // the clock also counts while the process waits
     EXPECT_LE(std::stod(seconds), longest.count() + 0.002);
 }
 
@@ -89,30 +89,30 @@ TEST_F(QueryLog, DoesNothingWhenItIsClosed)
     std::filesystem::path const file = fFolder / "missing/log.txt";
     write_setting(kKey, "MDX Query Log", file.string());
     EXPECT_EQ(nullptr, f.generator->GetMDXQueryLog());
-    char const key[] = "Software\\Log"; // any will do
+    char const key[] = "Software\\Log";
     MDXQueryLog log("[Sales]");
     log.timeQuery(&timer);
-    EXPECT_EQ(&ownTimer, timer) << "a log that was never open";
+    EXPECT_EQ(&ownTimer, timer) << "the log was never open";
     write_setting(key, "MDX Query Log", file.string());
     write_setting(key, "MDX Query Clock", 1u);
     EXPECT_FALSE(log.open(key));
     log.timeQuery(&timer);
-    EXPECT_NE(&ownTimer, timer) << "a clock without a file";
+    EXPECT_NE(&ownTimer, timer) << "the clock is on, without a file";
     std::unique_ptr<MDXQueryLog::MDXQueryTimer> const ours(timer);
     std::filesystem::create_directory(file.parent_path());
     log.logMessage("lost");
     log.logQuery(query.get(), &ownTimer);
     EXPECT_FALSE(std::filesystem::exists(file));
-    // An open log that is opened again and fails is closed, also by an empty path
+    // A log that is opened again and fails is closed, also by an empty path
     for (char const * const path : { "", "missing/again/log.txt" }) {
         write_setting(key, "MDX Query Log", file.string());
         EXPECT_TRUE(log.open(key));
         write_setting(key, "MDX Query Log", *path == '\0' ? path : (fFolder / path).string());
-        write_setting(key, "MDX Query Clock", "1"); // which is no number
+        write_setting(key, "MDX Query Clock", "1"); // a text, so no clock
         EXPECT_FALSE(log.open(key));
         timer = &ownTimer;
         log.timeQuery(&timer);
-        EXPECT_EQ(&ownTimer, timer) << "a clock that is off again";
+        EXPECT_EQ(&ownTimer, timer) << "the clock is off again";
         log.logMessage("lost");
     }
     EXPECT_EQ("", text_of_file(file));

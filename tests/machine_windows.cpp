@@ -9,7 +9,7 @@ static std::wstring wide(std::string const & text)
     return std::filesystem::path(std::u8string(text.begin(), text.end())).wstring();
 }
 
-// The local machine is, for this process, a key of the user's: no rights are needed, and tests may run side by side.
+// For this process, a key of the user's takes the place of the local machine. So tests need no rights and may run in parallel.
 static std::wstring local_machine(std::filesystem::path const & folder)
 {
     return L"Software\\odbomodule tests\\" + folder.filename().wstring();
@@ -42,7 +42,7 @@ static void write_value(std::string const & key, std::string const & name, DWORD
 void Machine::write_setting(std::string const & key, std::string const & name, std::string const & text)
 {
     std::wstring const value = wide(text);
-    write_value(key, name, REG_SZ, value.c_str(), (value.size() + 1) * sizeof(wchar_t)); // with its zero
+    write_value(key, name, REG_SZ, value.c_str(), (value.size() + 1) * sizeof(wchar_t)); // with its closing zero
 }
 
 void Machine::write_setting(std::string const & key, std::string const & name, std::uint32_t number)

@@ -1,4 +1,4 @@
-// A process without a log: this program has the counted base alone, with a module that found none.
+// RefCount in a process without a log: this program compiles refcount.cpp itself, and its module has no log.
 #include <odbomodule/frame/library_entry.h>
 #include <odbomodule/refcount.h>
 
@@ -6,7 +6,7 @@
 
 CoreLog * gCoreLog = nullptr;
 
-TEST(RefCountWithoutLog, CountsAllTheSame)
+TEST(RefCountWithoutLog, StillCounts)
 {
     struct Thing final : support::RefCount {
         using RefCount::RefCount;

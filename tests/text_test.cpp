@@ -3,6 +3,8 @@
 
 #include <odbomodule/text.h>
 
+using namespace mdx_text;
+
 static std::size_t allocations_of(std::function<void()> const & work)
 {
     std::size_t const before = gAllocations;
@@ -16,7 +18,7 @@ struct Expression {
     bool fQuotedTextValid = false;
 };
 
-TEST(Text, RowsTakeTheirTextsAsTheyAre)
+TEST(Text, TemplatesTakeTheirTextsAsTheyAre)
 {
     KelpString const a("[a]");
     EXPECT_EQ(KelpString("-5, [a][a]b"), mdx<u"$2, $1$1$3">({ a, decimal(-5), std::u16string_view(u"b") }));

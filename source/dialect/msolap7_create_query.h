@@ -2,7 +2,7 @@
 #include "../host/export.h"
 #include "../statements/mdx_create_query.h"
 
-// CREATE in this server's dialect: definitions stand between single quotes. A host may derive from it.
+/// CREATE in the MSOLAP dialect: definitions are quoted. A host may derive from this class.
 class MDX_API MSOLAP7CreateQuery : public MDXCreateQuery {
 public:
     explicit MSOLAP7CreateQuery(KelpString const & cubeName);

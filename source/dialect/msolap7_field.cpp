@@ -1,8 +1,10 @@
 #include "msolap7_field.h"
 
-#include "../text.h"
 #include "../expressions/member_names.h"
 #include "../host/cube_model.h"
+#include "../text.h"
+
+using namespace mdx_text;
 
 MSOLAP7Field::MSOLAP7Field(KelpString const & text, bool flatHierarchyNames)
     : MDXField(text), fFlatHierarchyNames(flatHierarchyNames)
@@ -47,7 +49,7 @@ MSOLAP7Field::MSOLAP7Field(
 {
     BRIM_o::Hierarchy const * const hierarchy = calculation->getHierarchy();
     if (hierarchy == nullptr)
-        return; // as the base made it
+        return; // the base has written the text
     construct_calculation_parent(hierarchy);
     rewrite<u"$1.[$2]">(this, { fText, name });
 }

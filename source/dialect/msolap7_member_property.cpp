@@ -2,6 +2,8 @@
 
 #include "../text.h"
 
+using namespace mdx_text;
+
 MSOLAP7MemberProperty::MSOLAP7MemberProperty(KelpString const & ownerName, KelpString const & propertyName)
     : MDXMemberProperty(ownerName, propertyName)
 {}

@@ -1,9 +1,11 @@
 #include "msolap7_member_specification.h"
 
-#include "../text.h"
 #include "../expressions/mdx_field.h"
 #include "../expressions/mdx_value.h"
 #include "../statements/member_clauses.h"
+#include "../text.h"
+
+using namespace mdx_text;
 
 MSOLAP7MemberSpecification::MSOLAP7MemberSpecification(MDXField * member, MDXValue * value, std::int32_t solveOrder,
     std::vector<KelpString> const & propertyNames, std::vector<KelpString> const & propertyValues, bool qualified,
@@ -13,7 +15,7 @@ MSOLAP7MemberSpecification::MSOLAP7MemberSpecification(MDXField * member, MDXVal
 
 MSOLAP7MemberSpecification::~MSOLAP7MemberSpecification() = default;
 
-// The name stands outside the quotes, in its plain text.
+// The member's name is outside the quotes, so its plain text is used.
 KelpString MSOLAP7MemberSpecification::getText()
 {
     KelpString const clauses = member_clauses(fSolveOrder, fPropertyNames, fPropertyValues);

@@ -1,7 +1,7 @@
 #pragma once
 #include "../statements/mdx_select_query.h"
 
-// SELECT in this server's dialect: definitions stand between single quotes, and there is no drill-through.
+// SELECT in the MSOLAP dialect: definitions are quoted, and there is no drill-through.
 class MSOLAP7SelectQuery final : public MDXSelectQuery {
 public:
     using MDXSelectQuery::MDXSelectQuery;

@@ -1,9 +1,11 @@
 #include "msolap7_set.h"
 
-#include "../text.h"
 #include "../expressions/mdx_field.h"
 #include "../host/cube_model.h"
 #include "../sets/set_ancestors.h"
+#include "../text.h"
+
+using namespace mdx_text;
 
 MSOLAP7Set::MSOLAP7Set(BRIM_o::Hierarchy const * hierarchy)
 {
@@ -27,7 +29,7 @@ MDXSet * MSOLAP7Set::StripCalculations(BRIM_o::Hierarchy const * hierarchy, bool
     return rewrite<u"EXCEPT( $1, { $2 } ) ">(this, { fText, join(ids, u", ", name_of) });
 }
 
-// Should the host throw, the steps that were taken stay.
+// Three steps, not one template: if the host throws, the text is that of the last completed step.
 MDXSet * MSOLAP7Set::Hierarchize(bool first, BRIM_o::Hierarchy const * hierarchy, bool byName,
     std::vector<BRIM_o::Calculation *> const & calculations)
 {

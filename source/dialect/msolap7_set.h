@@ -1,7 +1,7 @@
 #pragma once
 #include "../sets/mdx_set.h"
 
-// A set in this server's dialect.
+// A set in the MSOLAP dialect.
 class MSOLAP7Set final : public MDXSet {
 public:
     MSOLAP7Set() = default;
@@ -13,24 +13,26 @@ public:
     // AddCalculatedMembers(hierarchy.members)
     explicit MSOLAP7Set(BRIM_o::Hierarchy const * hierarchy);
 
-    // With `byName`, EXCEPT(this, {names}) with the hierarchy's calculated members in the host's order; if it has
-    // none, this.
+    // With `byName`, EXCEPT(this, {names}) with the hierarchy's calculated members in the host's order. If it has
+    // none, the text is unchanged.
     MDXSet * StripCalculations(BRIM_o::Hierarchy const * hierarchy, bool byName) override;
-    // With a hierarchy: calls StripCalculations, hierarchizes, then UNION(that, {names}) with the names of
-    // `calculations`, also if there are none. Should the host throw or memory run out, the steps done before stay.
+    // With a hierarchy: StripCalculations, then HIERARCHIZE, then UNION(that, {names}) with the names of
+    // `calculations`, even if there are none. If the host throws or memory runs out, the text is that of the last
+    // completed step.
     MDXSet * Hierarchize(bool, BRIM_o::Hierarchy const * hierarchy, bool byName,
         std::vector<BRIM_o::Calculation *> const & calculations) override;
     // Does nothing.
     MDXSet * HierarchizeCalculations(bool) override;
     // The members of the deepest level.
     MDXSet * TakeLeafNodes(BRIM_o::Hierarchy * hierarchy) override;
-    // For a count of -1, `openCount` is the count.
+    // A count of -1 means `openCount`.
     MDXSet * TakeAncestorsOfSet(KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all,
         std::int32_t count, std::int32_t openCount) override;
-    // The parent's children; for a member of the top level, that level. The server decides which.
+    // The children of the parent, or the whole level for a member of the top level. The server decides which.
     MDXSet * TakeSiblings(MDXField const * field, BRIM_o::Dimension const * dimension) override;
-    // Without a `level`, the children; with `all` the set itself after them. With a `level`, the children's
-    // descendants at that level; with `all` from the children down to it. The depth is not read.
+    // Without a `level`, the children of each member; with `all`, the set itself after them. With a `level`, the
+    // children's descendants at that level; with `all`, the members from the children down to it. The depth is not
+    // read.
     MDXSet * TakeChildren(MDXSet const * set, BRIM_o::Hierarchy const * hierarchy, bool all, std::int32_t depth,
         KelpString const & level) override;
     using MDXSet::TakeChildren;

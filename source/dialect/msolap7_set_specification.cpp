@@ -1,7 +1,9 @@
 #include "msolap7_set_specification.h"
 
-#include "../text.h"
 #include "../sets/mdx_set.h"
+#include "../text.h"
+
+using namespace mdx_text;
 
 KelpString MSOLAP7SetSpecification::getText()
 {

@@ -1,7 +1,7 @@
 #pragma once
 #include "../statements/formula_specifications.h"
 
-// SET name AS ' set ': this server wants definitions between single quotes.
+// SET name AS ' set '. The MSOLAP dialect quotes the definition.
 class MSOLAP7SetSpecification final : public MDXSetSpecification {
 public:
     using MDXSetSpecification::MDXSetSpecification;

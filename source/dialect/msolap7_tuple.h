@@ -1,7 +1,7 @@
 #pragma once
 #include "../expressions/mdx_tuple.h"
 
-// Tuples need nothing of their own for this server.
+// A tuple in the MSOLAP dialect, which is the general form.
 class MSOLAP7Tuple final : public MDXTuple {
     ~MSOLAP7Tuple() override = default;
 };

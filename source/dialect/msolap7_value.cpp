@@ -1,7 +1,9 @@
 #include "msolap7_value.h"
 
-#include "../text.h"
 #include "../expressions/mdx_field.h"
+#include "../text.h"
+
+using namespace mdx_text;
 
 MDXValue * MSOLAP7Value::TakeProperty(MDXField const * field, KelpString const & name)
 {

@@ -1,12 +1,12 @@
 #pragma once
 #include "../expressions/mdx_value.h"
 
-// A value in this server's dialect, which writes a member's name for its caption and its description.
+// A value in the MSOLAP dialect, where a member's name replaces its caption and its description.
 class MSOLAP7Value final : public MDXValue {
 public:
     using MDXValue::MDXValue;
 
-    // field.Name for the properties Caption and Description, whose ASCII letters match in either case.
+    // field.Name for the properties Caption and Description. ASCII letters match in either case.
     MDXValue * TakeProperty(MDXField const * field, KelpString const & name) override;
 
 private:

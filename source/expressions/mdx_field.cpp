@@ -1,10 +1,12 @@
 #include "mdx_field.h"
 
+#include "../host/cube_model.h"
 #include "../object_class.h"
 #include "../text.h"
-#include "../host/cube_model.h"
 
 #include <utility>
+
+using namespace mdx_text;
 
 static constinit support::ObjectClass gClass{ u"MDXField" };
 

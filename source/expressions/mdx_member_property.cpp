@@ -5,6 +5,8 @@
 
 #include <utility>
 
+using namespace mdx_text;
+
 static constinit support::ObjectClass gClass{ u"MDXMemberProperty" };
 
 MDXMemberProperty::MDXMemberProperty(KelpString const & ownerName, KelpString const & propertyName)

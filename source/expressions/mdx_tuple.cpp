@@ -1,9 +1,11 @@
 #include "mdx_tuple.h"
 
+#include "mdx_field.h"
 #include "../frame/mdx_error.h"
 #include "../object_class.h"
 #include "../text.h"
-#include "mdx_field.h"
+
+using namespace mdx_text;
 
 static constinit support::ObjectClass gClass{ u"MDXTuple" };
 

@@ -1,41 +1,40 @@
 #pragma once
-#include "../refcount.h"
 #include "../host/export.h"
 #include "../host/kelp_string.h"
+#include "../refcount.h"
 
 #include <cstdint>
 #include <vector>
 class MDXField;
 
-// A list of members, written as one tuple. It holds the fields themselves, with a reference on each, and makes
-// its text when asked: a later change of a field shows. A text, and AddField, may throw std::bad_alloc; the tuple
-// is as it was then. Born with one reference; the last unuse() deletes it and gives back the fields, from first to
-// last.
+/// A list of members that is written as one tuple. The tuple holds references to the fields and asks them for their
+/// texts when its own text is needed, so later changes to a field appear in the tuple. The last unuse() gives back
+/// the fields, from first to last. If memory runs out, the tuple is unchanged.
 class MDX_API MDXTuple : public support::RefCount {
 public:
-    // An empty list.
+    /// An empty list.
     MDXTuple();
-    // A copy takes references of its own on the same fields.
+    /// Takes new references to the same fields.
     MDXTuple(MDXTuple const & other);
 
-    // Reports an assertion failure, then takes over the other's fields: tuples are not meant to be assigned.
+    /// Reports an assertion failure and then takes over the other's fields: tuples are not meant to be assigned.
     MDXTuple & operator=(MDXTuple const & other);
 
-    // The text of the only field, unchanged; of several, ( first, second ). Throws MDX_ERR_EMPTY_TUPLE without
-    // a field; the tuple stays usable.
+    /// The text of a single field, unchanged, or ( first, second ) for several. Throws MDX_ERR_EMPTY_TUPLE if there
+    /// is no field; the tuple stays usable.
     virtual KelpString getText() const;
-    // The same from the fields' quoted texts.
+    /// The same, made from the fields' quoted texts.
     virtual KelpString getQuotedText();
-    // Assigns what getText gives to `out`.
+    /// Assigns getText() to `out`.
     virtual void writeText(KelpString & out) const;
 
-    // Appends a field, which may not be null, and takes a reference on it; the caller keeps its own. Returns the
-    // tuple.
+    /// Appends a field, which may not be null, and takes a reference to it; the caller keeps its own reference.
+    /// Returns the tuple.
     virtual MDXTuple * AddField(MDXField * field);
-    // The number of places; a field that was added twice has two.
+    /// The number of fields. A field that was added twice counts twice.
     virtual std::int32_t FieldCount();
 
-    // Gives back one reference on each element, from first to last; the vector keeps its pointers.
+    /// Gives back one reference to each element, from first to last. The vector keeps its pointers.
     static void unuseVector(std::vector<MDXTuple *> const & tuples);
 
 protected:

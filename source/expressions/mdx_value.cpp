@@ -1,11 +1,13 @@
 #include "mdx_value.h"
 
-#include "../object_class.h"
-#include "../text.h"
 #include "mdx_field.h"
+#include "../object_class.h"
 #include "../sets/mdx_set.h"
+#include "../text.h"
 
 #include <utility>
+
+using namespace mdx_text;
 
 static constinit support::ObjectClass gClass{ u"MDXValue" };
 

@@ -2,6 +2,8 @@
 
 #include "../text.h"
 
+using namespace mdx_text;
+
 void quote_member_name(KelpString & result, KelpString const & source)
 {
     double_each(result, source, '\'');

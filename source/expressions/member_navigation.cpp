@@ -1,7 +1,9 @@
 #include "mdx_field.h"
 
-#include "../text.h"
 #include "../host/cube_model.h"
+#include "../text.h"
+
+using namespace mdx_text;
 
 MDXField * MDXField::MoveToChild(KelpString const & name)
 {

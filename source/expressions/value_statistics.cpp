@@ -1,53 +1,68 @@
 #include "mdx_value.h"
 
-#include "../text.h"
 #include "../sets/mdx_set.h"
+#include "../text.h"
 
-// The family on a set: its row with the last value, and without.
-template <compiled::Literal whole, compiled::Literal withoutLast>
-static MDXValue * statistic(MDXValue * value, MDXSet const * set, MDXValue const * first, MDXValue const * second)
+#include <string_view>
+
+using namespace mdx_text;
+
+// keyword(at, set, first, second ) without `at` or `second` if that is null. The text is written in place, because
+// an argument may be the value itself: it then reads what has been written so far.
+static MDXValue * statistic(MDXValue * value, std::u16string_view keyword, MDXValue const * at, MDXSet const * set,
+    MDXValue const * first, MDXValue const * second)
 {
-    return second != nullptr ? rewrite_in_turn<whole>(value, set, first, second)
-                             : rewrite_in_turn<withoutLast>(value, set, first);
+    rewrite(value, KelpString::Base(keyword));
+    KelpString & text = TextFields::text(value);
+    text += u"(";
+    if (at != nullptr) {
+        text += at->getText();
+        text += u", ";
+    }
+    text += set->getText();
+    text += u", ";
+    text += first->getText();
+    if (second != nullptr) {
+        text += u", ";
+        text += second->getText();
+    }
+    text += u" ) ";
+    return value;
 }
 
 MDXValue * MDXValue::TakeCovariance(
     MDXSet const * set, MDXValue const * first, MDXValue const * second, bool unbiased)
 {
-    if (unbiased)
-        return statistic<u"COVARIANCEN($1, $2, $3 ) ", u"COVARIANCEN($1, $2 ) ">(this, set, first, second);
-    return statistic<u"COVARIANCE($1, $2, $3 ) ", u"COVARIANCE($1, $2 ) ">(this, set, first, second);
+    return statistic(this, unbiased ? u"COVARIANCEN" : u"COVARIANCE", nullptr, set, first, second);
 }
 
 MDXValue * MDXValue::TakeLinRegVariance(MDXSet const * set, MDXValue const * first, MDXValue const * second)
 {
-    return statistic<u"LINREGVARIANCE($1, $2, $3 ) ", u"LINREGVARIANCE($1, $2 ) ">(this, set, first, second);
+    return statistic(this, u"LINREGVARIANCE", nullptr, set, first, second);
 }
 
 MDXValue * MDXValue::TakeLinRegR2(MDXSet const * set, MDXValue const * first, MDXValue const * second)
 {
-    return statistic<u"LINREGR2($1, $2, $3 ) ", u"LINREGR2($1, $2 ) ">(this, set, first, second);
+    return statistic(this, u"LINREGR2", nullptr, set, first, second);
 }
 
 MDXValue * MDXValue::TakeLinRegSlope(MDXSet const * set, MDXValue const * first, MDXValue const * second)
 {
-    return statistic<u"LINREGSLOPE($1, $2, $3 ) ", u"LINREGSLOPE($1, $2 ) ">(this, set, first, second);
+    return statistic(this, u"LINREGSLOPE", nullptr, set, first, second);
 }
 
 MDXValue * MDXValue::TakeLinRegIntercept(MDXSet const * set, MDXValue const * first, MDXValue const * second)
 {
-    return statistic<u"LINREGINTERCEPT($1, $2, $3 ) ", u"LINREGINTERCEPT($1, $2 ) ">(this, set, first, second);
+    return statistic(this, u"LINREGINTERCEPT", nullptr, set, first, second);
 }
 
 MDXValue * MDXValue::TakeLinRegPoint(
     MDXValue const * at, MDXSet const * set, MDXValue const * first, MDXValue const * second)
 {
-    if (second != nullptr)
-        return rewrite_in_turn<u"LINREGPOINT($1, $2, $3, $4 ) ">(this, at, set, first, second);
-    return rewrite_in_turn<u"LINREGPOINT($1, $2, $3 ) ">(this, at, set, first);
+    return statistic(this, u"LINREGPOINT", at, set, first, second);
 }
 
 MDXValue * MDXValue::TakeCorrelation(MDXSet const * set, MDXValue const * first, MDXValue const * second)
 {
-    return statistic<u"CORRELATION($1, $2, $3 ) ", u"CORRELATION($1, $2 ) ">(this, set, first, second);
+    return statistic(this, u"CORRELATION", nullptr, set, first, second);
 }

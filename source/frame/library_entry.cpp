@@ -15,13 +15,11 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID)
     return TRUE;
 }
 
-#elif defined(__GNUC__)
+#else
 
 __attribute__((constructor)) static void process_attach()
 {
     gCoreLog = support_dll::getLogObject();
 }
 
-#else
-#error "This compiler needs a way of its own to have a function called when the library is loaded."
 #endif

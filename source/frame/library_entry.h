@@ -1,5 +1,5 @@
 #pragma once
 class CoreLog;
 
-// The process's log, fetched when the library is loaded. Null where there is none.
+// The log of the process, fetched when the library is loaded. Null if the support library has none.
 extern CoreLog * gCoreLog;

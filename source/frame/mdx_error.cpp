@@ -1,6 +1,5 @@
 #include "mdx_error.h"
 
-#include "bad_enum.h"
 #include "../host/string_converters.h"
 
 MDXError::MDXError(std::uint32_t code) : BaseError(code, "ODBOMODULE", SeverityError, NotCompleted) {}

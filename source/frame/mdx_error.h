@@ -1,26 +1,12 @@
 #pragma once
 #include "../host/base_error.h"
+#include "../host/error_codes.h"
 #include "../host/export.h"
 
 #include <cstdint>
 
-// Codes of the errors that the module raises. Their messages stand in support/common/error_messages.cpp, by number:
-// a new code needs a row there.
-enum MDXErrorCode : std::uint32_t {
-    MDX_ERR_NO_AXES = 0x201706B,                 // the text of a SELECT without an axis
-    MDX_ERR_AXIS_OUT_OF_ORDER = 0x201706C,       // an axis whose number is not the next one
-    MDX_ERR_NO_FORMULAS = 0x201706D,             // the text of a CREATE without a formula
-    MDX_ERR_PROPERTY_COUNT_MISMATCH = 0x201706E, // a member formula with more or fewer values than names
-    MDX_ERR_NOTHING_TO_DROP = 0x201706F,         // the text of a DROP without a name
-    MDX_ERR_MIXED_DROP = 0x2017070,              // a member for a DROP of sets, or the other way round
-    MDX_ERR_BAD_ENUM = 0x2017076,                // a value out of range; inserts: the value, the enumeration
-    MDX_ERR_MISSING_TUPLE = 0x2017077,           // an extreme by sum or percent without a tuple
-    MDX_ERR_EMPTY_TUPLE = 0x2017078,             // the text of a tuple without a field
-    MDX_ERR_BAD_EXPRESSION = 0x2017079           // a node of a condition tree that has no translation
-};
-
-// What the module throws, always by value: module "ODBOMODULE", level 1, status 2. Catch it as MDXError,
-// BaseError or BRIM_o::AnyError: it is no std::exception. getText() is its message.
+/// What the module throws, always by value. Its module is "ODBOMODULE", its level SeverityError, its status
+/// NotCompleted. Catch it as MDXError, BaseError or BRIM_o::AnyError; it does not derive from std::exception.
 class MDX_API MDXError : public BaseError {
 public:
     explicit MDXError(std::uint32_t code);
@@ -28,3 +14,7 @@ public:
     MDXError & operator=(MDXError const &);
     ~MDXError() override;
 };
+
+// For the module's own sources; the library does not export it. Throws MDX_ERR_BAD_ENUM with the value and the
+// enumeration's name as inserts.
+[[noreturn]] void raise_bad_enum(std::int32_t value, char const * enumeration);

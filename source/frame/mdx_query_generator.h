@@ -22,14 +22,17 @@ class MDXSet;
 class MDXTuple;
 class MDXValue;
 
-// Makes the statements and expressions for one cube. Each Generate... gives the caller a new object with one
-// reference, to be given back by unuse(); the object does not need the generator. When it throws (an MDXError, what
-// the host throws, std::bad_alloc), there is no object. Host objects are read during the call and not kept. Pointers
-// may not be null unless it says so. Objects may be made on several threads at once; the query log is for one
-// thread. The host ends a generator by delete.
+/// Makes the statements and expressions for one cube. Delete a generator with `delete`.
+///
+/// Each Generate... function returns a new object with one reference, which the caller gives back with unuse(). The
+/// object does not need the generator. A function that throws (MDXError, what the host's objects throw,
+/// std::bad_alloc) makes no object. Host objects are read during the call and not kept. Pointers may not be null
+/// unless a function says so.
+///
+/// Objects may be made on several threads at once. The query log is for one thread at a time.
 class MDX_API MDXQueryGenerator {
 public:
-    // How the server spells hierarchies: in one pair of brackets with their dimension, or by unique names.
+    /// How the server spells hierarchies: [dimension.hierarchy] or unique names.
     enum ServerType : std::int32_t { ST_FLAT_HIERARCHIES = 0, ST_UNIQUE_HIERARCHIES = 4 };
 
     explicit MDXQueryGenerator(KelpString const & cubeName);
@@ -37,61 +40,65 @@ public:
     MDXQueryGenerator(MDXQueryGenerator const &) = delete;
     MDXQueryGenerator & operator=(MDXQueryGenerator const &) = delete;
 
-    // A statement on the generator's cube; cast it to MDXSelectQuery, MDXCreateQuery or MDXDropQuery. `cube` is not
-    // read and may be null. Throws MDX_ERR_BAD_ENUM for an unknown type, with the value and "QueryType".
+    /// A statement on the generator's cube: cast it to MDXSelectQuery, MDXCreateQuery or MDXDropQuery. `cube` is
+    /// not read and may be null. Throws MDX_ERR_BAD_ENUM for an unknown type, with the value and "QueryType".
     virtual MDXQuery * GenerateQuery(MDXQuery::QueryType type, BRIM_o::Cube * cube) = 0;
 
-    // All members of the hierarchy, calculated ones included.
+    /// All members of the hierarchy, including the calculated ones.
     virtual MDXSet * GenerateSet(BRIM_o::Hierarchy const * hierarchy) = 0;
-    // A list in braces. A tuple without a field throws MDX_ERR_EMPTY_TUPLE.
+    /// { first, second }. Throws MDX_ERR_EMPTY_TUPLE if a tuple has no field.
     virtual MDXSet * GenerateSet(std::vector<MDXField *> const & fields) = 0;
     virtual MDXSet * GenerateSet(std::vector<MDXTuple *> const & tuples) = 0;
-    // The members of the level.
+    /// The members of the level.
     virtual MDXSet * GenerateSet(BRIM_o::Level const * level) = 0;
-    // The text itself; the text that another set has now; the empty set.
+    /// The text itself.
     virtual MDXSet * GenerateSet(KelpString const & text) = 0;
+    /// The current text of another set.
     virtual MDXSet * GenerateSet(MDXSet const * other) = 0;
+    /// The empty set.
     virtual MDXSet * GenerateSet() = 0;
 
-    // owner.[name]
+    /// owner.[name]
     virtual MDXField * GenerateField(KelpString const & owner, KelpString const & name) = 0;
-    // The text that another field has now.
+    /// The current text of another field.
     virtual MDXField * GenerateField(MDXField const * other) = 0;
-    // level.[name]
+    /// level.[name]
     virtual MDXField * GenerateField(BRIM_o::Level const * level, KelpString const & name) = 0;
-    // The calculation's hierarchy, then .[name]; without a hierarchy, its parent's unique name.
+    /// hierarchy.[name] with the calculation's hierarchy. If the calculation has no hierarchy, its parent's unique
+    /// name is used instead.
     virtual MDXField * GenerateField(BRIM_o::Calculation const * calculation, KelpString const & name) = 0;
-    // The default member.
+    /// The default member.
     virtual MDXField * GenerateField(BRIM_o::Dimension const * dimension) = 0;
-    // The member's unique name.
+    /// The member's unique name.
     virtual MDXField * GenerateField(BRIM_o::Member const * member) = 0;
-    // The text itself.
+    /// The text itself.
     virtual MDXField * GenerateField(KelpString const & text) = 0;
-    // hierarchy.[name], with each "]" of the name doubled.
+    /// hierarchy.[name], with each "]" in the name doubled.
     virtual MDXField * GenerateField(BRIM_o::Hierarchy const * hierarchy, KelpString const & name) = 0;
-    // The default member.
+    /// The default member.
     virtual MDXField * GenerateField(BRIM_o::Hierarchy const * hierarchy) = 0;
 
-    // The number in decimal; the text itself. A number with a fraction goes in as a text, "1.5".
+    /// The number in decimal. Pass a number with a fraction as text: "1.5".
     virtual MDXValue * GenerateValue(std::int32_t value) = 0;
+    /// The text itself.
     virtual MDXValue * GenerateValue(KelpString const & text) = 0;
     template <class Real, std::enable_if_t<std::is_floating_point_v<Real>, int> = 0>
     MDXValue * GenerateValue(Real value) = delete;
 
-    // An empty tuple.
+    /// An empty tuple.
     virtual MDXTuple * GenerateTuple() = 0;
 
-    // owner.[property]
+    /// owner.[property]
     virtual MDXMemberProperty * GenerateMemberProperty(KelpString const & owner, KelpString const & property) = 0;
 
     virtual ServerType GetServerType() const = 0;
 
-    // The query log, or null when the machine's settings have it off or its file cannot be opened. Settings are
-    // read at the first call alone. The log belongs to the generator.
+    /// The query log, or null if the machine's settings switch it off or its file cannot be opened. The settings
+    /// are read at the first call only. The log belongs to the generator.
     virtual MDXQueryLog * GetMDXQueryLog();
 
 protected:
-    // Makes the log for GetMDXQueryLog, or returns null for none. The generator owns it then.
+    /// Makes the log for GetMDXQueryLog, or returns null. The generator takes ownership.
     virtual MDXQueryLog * create_mdx_query_log() = 0;
 
     KelpString fCubeName;
@@ -101,6 +108,6 @@ private:
     bool fQueryLogCreated = false;
 };
 
-// Makes a generator for the cube with that name in MDX; the name goes into statements unchanged.
-// `flatHierarchyNames` says how hierarchies are spelled; see MSOLAP7Field. The caller ends the generator by delete.
+/// Makes a generator for a cube. `cubeName` is the cube's name in MDX and is inserted into statements unchanged.
+/// `flatHierarchyNames` selects the spelling of hierarchies; see MSOLAP7Field. The caller deletes the generator.
 MDX_API MDXQueryGenerator * createMSOLAP7QueryGenerator(KelpString const & cubeName, bool flatHierarchyNames);

@@ -1,6 +1,5 @@
 #include "msolap7_query_generator.h"
 
-#include "bad_enum.h"
 #include "../dialect/msolap7_create_query.h"
 #include "../dialect/msolap7_drop_query.h"
 #include "../dialect/msolap7_field.h"
@@ -10,6 +9,7 @@
 #include "../dialect/msolap7_tuple.h"
 #include "../dialect/msolap7_value.h"
 #include "../log/mdx_query_log.h"
+#include "mdx_error.h"
 
 MDXQueryGenerator * createMSOLAP7QueryGenerator(KelpString const & cubeName, bool flatHierarchyNames)
 {

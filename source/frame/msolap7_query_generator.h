@@ -2,7 +2,7 @@
 #include "mdx_query_generator.h"
 #include "../host/export.h"
 
-// Hands out the classes of this server's dialect.
+/// Makes objects of the MSOLAP dialect's classes.
 class MDX_API MSOLAP7QueryGenerator : public MDXQueryGenerator {
 public:
     MSOLAP7QueryGenerator(KelpString const & cubeName, bool flatHierarchyNames);

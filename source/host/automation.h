@@ -2,17 +2,17 @@
 #include "export.h"
 #include "variant.h"
 
-// The values of OLE automation. On Windows they are the system's own. Elsewhere they are defined here, with the
-// same names, layout and result codes, for the types that a condition can hold. The system's headers bring many
-// macros: include this in a source that looks into values, not in a header that others include. WIN32_LEAN_AND_MEAN and
-// NOMINMAX are the host's to define, before the first include that brings <windows.h>.
+// The values of OLE automation. On Windows the system defines them; on Linux this header and the support library
+// do, with the same names, layout and result codes. On Windows this header brings the many macros of <windows.h>,
+// so include it in a source that reads values, not in another header. Define WIN32_LEAN_AND_MEAN or NOMINMAX, if
+// wanted, before the first header that includes <windows.h>.
 #if defined(_WIN32)
 
 #include <windows.h>
 
 #include <oleauto.h>
 
-// Windows has a type of its own for 16-bit characters: from char16_t to it, and back.
+/// Converts between char16_t and the system's type for 16-bit characters.
 inline OLECHAR const * ole_characters(char16_t const * text) noexcept
 {
     return reinterpret_cast<OLECHAR const *>(text);
@@ -27,14 +27,14 @@ inline char16_t const * plain_characters(OLECHAR const * text) noexcept
 #include <cstdint>
 
 using OLECHAR = char16_t;
-using BSTR = OLECHAR *; // a length stands before the characters, a zero after them; null is the empty text
+using BSTR = OLECHAR *; ///< a length precedes the characters and a zero follows them; null is the empty text
 using HRESULT = std::int32_t;
 using VARTYPE = std::uint16_t;
-using VARIANT_BOOL = std::int16_t; // -1 for true, 0 for false
-using DATE = double;               // days since 1899-12-30; the fraction is the time of day
+using VARIANT_BOOL = std::int16_t; ///< -1 for true, 0 for false
+using DATE = double;               ///< days since 1899-12-30; the fraction is the time of day
 
 union CY {
-    std::int64_t int64; // ten-thousandths
+    std::int64_t int64; ///< ten-thousandths
 };
 
 enum VARENUM : VARTYPE {
@@ -71,17 +71,17 @@ struct VARIANT_RECORD {
     void * pRecInfo;
 };
 
-// A whole number of 96 bits, divided by a power of ten: 10 to the `scale`, which is 0 to 28.
+/// A whole number of 96 bits, divided by 10 to the power of `scale`.
 struct DECIMAL {
-    std::uint16_t wReserved; // the type, in a VARIANT
-    std::uint8_t scale;
-    std::uint8_t sign; // 0 or DECIMAL_NEG
+    std::uint16_t wReserved; ///< in a VARIANT, the type
+    std::uint8_t scale;      ///< 0 to 28
+    std::uint8_t sign;       ///< 0 or DECIMAL_NEG
     std::uint32_t Hi32;
     std::uint64_t Lo64;
 };
 
 struct VARIANT {
-    __extension__ union { // structures without a name are not in the language, but in its compilers
+    __extension__ union { // unnamed structures are an extension of the compilers
         struct {
             VARTYPE vt;
             std::uint16_t wReserved1;
@@ -109,7 +109,7 @@ struct VARIANT {
                 VARIANT_RECORD brecVal;
             };
         };
-        DECIMAL decVal; // which lies over all of the above
+        DECIMAL decVal; // overlaps all of the above
     };
 };
 static_assert(sizeof(DECIMAL) == 16 && sizeof(VARIANT) == 8 + 2 * sizeof(void *));
@@ -117,7 +117,6 @@ static_assert(sizeof(DECIMAL) == 16 && sizeof(VARIANT) == 8 + 2 * sizeof(void *)
 constexpr VARIANT_BOOL VARIANT_TRUE = -1;
 constexpr VARIANT_BOOL VARIANT_FALSE = 0;
 constexpr std::uint8_t DECIMAL_NEG = 0x80;
-constexpr std::uint16_t VARIANT_ALPHABOOL = 0x02;
 
 constexpr HRESULT S_OK = 0;
 constexpr HRESULT E_OUTOFMEMORY = static_cast<HRESULT>(0x8007000E);
@@ -128,34 +127,38 @@ constexpr HRESULT DISP_E_OVERFLOW = static_cast<HRESULT>(0x8002000A);
 
 extern "C" {
 
-// Copies a zero-ended text, or `length` characters. From a null text the first makes null, the second `length`
-// zeros. Null when memory runs out. The caller gives the copy back by SysFreeString, which takes null too.
+/// Copies a zero-terminated text. Null for a null text and if memory runs out. SysFreeString frees the copy.
 SUPPORT_API BSTR SysAllocString(char16_t const * text);
+
+/// Copies `length` characters; makes as many zeros from a null text. Null if memory runs out.
 SUPPORT_API BSTR SysAllocStringLen(char16_t const * text, unsigned length);
+
+/// Frees a text. Does nothing for null.
 SUPPORT_API void SysFreeString(BSTR text);
-// The length in characters; 0 for null.
+
+/// The length in characters; 0 for null.
 SUPPORT_API unsigned SysStringLen(BSTR text);
 
-// Sets an uninitialised value to VT_EMPTY.
+/// Sets an uninitialised value to VT_EMPTY.
 SUPPORT_API void VariantInit(VARIANT * value);
 
-// Gives back what the value owns and sets it to VT_EMPTY. For an unknown type does nothing and returns
-// DISP_E_BADVARTYPE.
+/// Frees what the value owns and sets it to VT_EMPTY. For an unknown type, does nothing and returns
+/// DISP_E_BADVARTYPE.
 SUPPORT_API HRESULT VariantClear(VARIANT * value);
 
-// Converts `source` to `type`: VT_I4, VT_R8, VT_BOOL, VT_BSTR, VT_EMPTY, VT_NULL, or the type that it has already.
-// The result replaces what `destination` held; the two may be one. Texts follow the conventions of US English. A
-// real or a decimal is rounded to the nearest whole number, a half to the even one. With the flag
-// VARIANT_ALPHABOOL, a bool as text is "True" or "False", not a number.
-//
-// A result other than S_OK leaves `destination` alone:
-// - DISP_E_TYPEMISMATCH: a null value, an object, a null pointer, a `type` other than these, or a text that does
-//   not read as `type`.
-// - DISP_E_OVERFLOW: a number that does not fit.
-// - DISP_E_BADVARTYPE: an unknown type.
-// - E_INVALIDARG: a null argument, a date outside the years 100 to 9999 as text, or a decimal with a scale over 28
-//   or another sign than the two.
-// - E_OUTOFMEMORY: memory ran out.
+/// Converts `source`, or the value that it points to, to `type`: VT_R8 or VT_BOOL, which conditions need. The
+/// system's own function on Windows converts to more types. Texts are read by the conventions of US English;
+/// docs/numbers.md has a table. The result replaces what `destination` held; `source` may be the same object.
+/// `flags` is not used.
+///
+/// For any result but S_OK, `destination` is unchanged:
+/// - DISP_E_TYPEMISMATCH: another `type`, a value that has no number, a null pointer, or a text that is not a
+///   number.
+/// - DISP_E_OVERFLOW: a number in a text that is too large.
+/// - DISP_E_BADVARTYPE: an unknown type in `source` or `destination`.
+/// - E_INVALIDARG: a null argument, a pointer to a pointer to a value, or a decimal with a scale above 28 or an
+///   undefined sign.
+/// - E_OUTOFMEMORY: memory ran out.
 SUPPORT_API HRESULT VariantChangeType(
     VARIANT * destination, VARIANT const * source, std::uint16_t flags, VARTYPE type);
 }

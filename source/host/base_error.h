@@ -7,15 +7,15 @@
 
 namespace BRIM_o {
 
-// A text that goes into an error's message.
+/// A text that is inserted into an error's message.
 class SUPPORT_API AnyErrorInsert {
 public:
     virtual ~AnyErrorInsert();
     virtual KelpString const & getText() const = 0;
 };
 
-// What a host can ask any error. Errors are thrown by value and caught by reference. What makes a text, and log(),
-// throw std::bad_alloc when memory runs out.
+/// What a host can ask of any error. Errors are thrown by value; catch them by reference. getText() and log() throw
+/// std::bad_alloc if memory runs out.
 class SUPPORT_API AnyError {
 public:
     enum Severity : std::int32_t { SeverityError = 1 };
@@ -23,34 +23,36 @@ public:
 
     virtual ~AnyError();
 
-    // The number of the error, its severity, and whether the operation was completed all the same.
+    /// The error's number. The module's numbers are listed in error_codes.h.
     virtual std::uint32_t code() const = 0;
+
     virtual Severity level() const = 0;
+
+    /// Whether the operation was completed in spite of the error.
     virtual Completed status() const = 0;
 
-    // The module that raised the error.
+    /// The module that raised the error.
     virtual KelpString const & module() const = 0;
 
-    // The code as a failed OLE result.
+    /// The code as a failed HRESULT.
     virtual std::int32_t hResult() const = 0;
 
-    // The message for a reader, with the inserts put in.
+    /// The message for a reader, with its inserts.
     virtual KelpString getText() const = 0;
 
-    // The number of inserts, and the one with that index, counted from 0. Null for an index out of range. An insert
-    // belongs to its error.
     virtual std::int32_t numInserts() const = 0;
+
+    /// The insert at `index`, which counts from 0. Null if the index is out of range. The error owns the insert.
     virtual AnyErrorInsert const * getInsert(std::int32_t index) const = 0;
 
-    // Writes the message to the process's log, under the error's module.
+    /// Writes the message to the process's log, under the error's module.
     virtual void log() const = 0;
 };
 
 }
 
-// An error as the support library makes it: the code leads to its message; the inserts stand in the order in which
-// they were added. When memory runs out, std::bad_alloc passes through: an assignment and addInsert leave the error
-// as it was then.
+/// An error with a message from the support library's table. If memory runs out, the functions throw
+/// std::bad_alloc; an assignment and addInsert() leave the error unchanged then.
 class SUPPORT_API BaseError : public BRIM_o::AnyError {
 public:
     BaseError(std::uint32_t code, char const * module, Severity severity, Completed completed);
@@ -58,6 +60,7 @@ public:
     BaseError & operator=(BaseError const &);
     ~BaseError() override;
 
+    /// Adds an insert after the others.
     void addInsert(KelpString const & text);
 
     std::uint32_t code() const override;

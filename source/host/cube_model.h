@@ -5,21 +5,22 @@
 #include <map>
 #include <vector>
 
-// The host's cube model, as far as the module looks at it. The host implements these classes. The module calls them
-// during the host's own calls, on the same thread and with no lock held. It keeps no pointer to them and deletes
-// none. Names go into MDX unchanged. What these classes throw passes through to the host.
+/// \file
+/// The host's cube model, as far as the module reads it. The host implements these classes. The module calls them
+/// during the host's own calls, on the same thread and with no lock held. It keeps no pointer to them and deletes
+/// none. Names are inserted into MDX unchanged. What these classes throw passes through to the host.
 namespace BRIM_o {
 
 class Calculation;
 
-using CalculationId = std::int32_t; // the host's own number for a calculated member
+using CalculationId = std::int32_t; ///< the host's own number for a calculated member
 
-class Cube; // handed to the generator, never looked at
+class Cube; ///< passed to the generator and never read
 
 class Dimension {
 public:
-    virtual KelpString const & getName() const = 0;       // short, without brackets
-    virtual KelpString const & getUniqueName() const = 0; // as MDX spells it
+    virtual KelpString const & getName() const = 0;       ///< the short name, without brackets
+    virtual KelpString const & getUniqueName() const = 0; ///< as MDX spells it
 
 protected:
     ~Dimension() = default;
@@ -33,29 +34,29 @@ protected:
     ~Level() = default;
 };
 
-// What a hierarchy says about itself.
+/// What a hierarchy contains.
 class HierarchyContents {
 public:
-    // The short name, without brackets; empty if the hierarchy has the name of its dimension.
+    /// The short name, without brackets. Empty if the hierarchy has the name of its dimension.
     virtual KelpString const & getName() const = 0;
     virtual KelpString const & getUniqueName() const = 0;
 
-    // The level with that ordinal, counted from 0 at the top; null beyond the deepest.
+    /// The level with that ordinal, counted from 0 at the top; null below the deepest level.
     virtual Level * getLevel(std::int32_t index) const = 0;
 
-    // The number of levels; the deepest level's ordinal is one less.
+    /// The number of levels, including the "(All)" level if the hierarchy has one.
     virtual std::int32_t getLevelCount() = 0;
 
-    // Fills `ids`, which is empty before, with the hierarchy's calculated members, in the order in which a text is to
-    // list them.
+    /// Fills `ids`, which is empty, with the hierarchy's calculated members, in the order in which a text lists
+    /// them.
     virtual void getCalculationIds(std::vector<CalculationId> & ids) const = 0;
 
-    // Sets `calculation` to the calculated member with that id; not to null for an id from getCalculationIds. The
-    // result is not read.
+    /// Sets `calculation` to the calculated member with that id. For an id from getCalculationIds it may not be
+    /// null. The result is not read.
     virtual bool getCalculation(CalculationId id, Calculation *& calculation) const = 0;
 
-    // Fills the map, which is empty before, with the hierarchy's calculated members. A text lists them by id; a null
-    // is left out.
+    /// Fills the map, which is empty, with the hierarchy's calculated members. A text lists them by id and skips
+    /// nulls.
     virtual void getCalculations(std::map<CalculationId, Calculation *> & calculations) = 0;
 
 protected:
@@ -64,7 +65,7 @@ protected:
 
 class DimensionChild {
 public:
-    virtual Dimension const * getDimension() const = 0; // never null
+    virtual Dimension const * getDimension() const = 0; ///< never null
 
 protected:
     ~DimensionChild() = default;
@@ -83,12 +84,12 @@ protected:
     ~Member() = default;
 };
 
-// A calculated member that the host defines.
+/// A calculated member that the host defines.
 class Calculation {
 public:
     virtual Hierarchy const * getHierarchy() const = 0;
-    virtual KelpString getUniqueName() const = 0;       // fit to stand in a list of members
-    virtual KelpString getParentUniqueName() const = 0; // empty directly under the hierarchy
+    virtual KelpString getUniqueName() const = 0;       ///< as a list of members names it
+    virtual KelpString getParentUniqueName() const = 0; ///< empty directly below the hierarchy
 
 protected:
     ~Calculation() = default;

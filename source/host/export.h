@@ -1,22 +1,17 @@
 #pragma once
 
-// MDX_API stands on what a host links to in the module, SUPPORT_API on what the module and the host link to in the
-// support library. ODBOMODULE_BUILD and SUPPORT_DLL_BUILD are defined while that library itself is built.
-// SUPPORT_TYPE stands on a class that derives from one of the standard library, and SUPPORT_API then on its
-// functions: if a DLL exported the whole class, it would export the standard library's too, of which a host has its
-// own.
+// MDX_API marks what a host links to in the module, SUPPORT_API what a host and the module link to in the support
+// library. ODBOMODULE_BUILD and SUPPORT_DLL_BUILD are defined while the library of that name is built. SUPPORT_TYPE
+// marks a class that derives from a class of the standard library; its functions have SUPPORT_API. A DLL that
+// exported the whole class would export the base class too, of which a host has its own copy.
 #if defined(_WIN32)
 #define MDX_EXPORT __declspec(dllexport)
 #define MDX_IMPORT __declspec(dllimport)
 #define SUPPORT_TYPE
-#elif defined(__GNUC__) // and clang
+#else
 #define MDX_EXPORT __attribute__((visibility("default")))
 #define MDX_IMPORT __attribute__((visibility("default")))
 #define SUPPORT_TYPE __attribute__((visibility("default")))
-#else
-#define MDX_EXPORT
-#define MDX_IMPORT
-#define SUPPORT_TYPE
 #endif
 
 #if defined(ODBOMODULE_BUILD)

@@ -5,20 +5,30 @@
 #include <filesystem>
 #include <memory>
 
-// Where a file is: its name, with or without a folder.
+namespace support_dll {
+class OpenFile;
+}
+
+#if defined(_MSC_VER)
+#pragma warning(push)
+#pragma warning(disable : 4251) // as in odbomodule.h
+#endif
+
+/// Where a file is: its name, with or without a folder.
 class SUPPORT_API FileLocator {
 public:
     explicit FileLocator(KelpString const & path);
 
-    // Whether the name comes with a folder.
+    /// Whether the name has a folder.
     bool isLocationSet() const;
 
-    // Chooses the folder for temporary files. The file keeps its bare name.
+    /// Moves the location to the folder for temporary files; the file keeps its bare name. If the system names no
+    /// such folder, the path becomes empty, and the file cannot be opened.
     void setLocationToTemp();
 
     std::filesystem::path const & path() const { return fPath; }
 
-    // True after setLocationToTemp: other users may write to the temporary folder.
+    /// True after setLocationToTemp(): other users may write to the folder for temporary files.
     bool inSharedFolder() const { return fShared; }
 
 private:
@@ -26,8 +36,8 @@ private:
     bool fShared = false;
 };
 
-// A text file in UTF-8. The destructor closes it. When memory runs out, std::bad_alloc passes through; no file is
-// left open then by open(), and nothing is written by writeLine().
+/// A text file in UTF-8 that grows by lines. The destructor closes it. If memory runs out, open() throws
+/// std::bad_alloc and leaves no file open, and writeLine() throws it and writes nothing.
 class SUPPORT_API File {
 public:
     explicit File(FileLocator const & location);
@@ -35,26 +45,29 @@ public:
     File(File const &) = delete;
     File & operator=(File const &) = delete;
 
-    // Opens the file for writing at its end, and makes it if it is missing. The only mode is "a+". Other programs
-    // may write to the file at the same time. A new file can be read by its owner alone; on Windows the folder
-    // decides who can read it. Returns false for another mode, for what is not a regular file, and when the system
-    // refuses.
-    //
-    // In a folder that other users may write to, a link or a file of theirs could stand in the file's place. So it
-    // also returns false there for a symbolic link, for a file with several names, and for another user's file.
-    // Such a folder is the temporary one, and any that all users may write to. Windows knows the temporary one
-    // alone, and does not look at the file's owner.
+    /// Opens the file for appending and reading, and creates it if it is missing. The only mode is "a+". Other
+    /// programs may write to the file at the same time. On Linux only its owner can read a new file; on Windows the
+    /// folder decides. Returns false for another mode, for anything but a regular file, and if the system refuses.
+    ///
+    /// In a folder that other users may write to, they could have put a link or a file of their own in this place.
+    /// There, open() also returns false for a symbolic link, for a file with several names and for another user's
+    /// file. Such a folder is the one for temporary files and, on Linux, any folder that all users may write to. On
+    /// Windows the owner is not checked.
     bool open(char const * mode);
 
-    // Appends the text and a line end. Lines of two processes do not mix. On Windows a line ends in "\r\n", and so
-    // does each line within the text. Does nothing when no file is open. A failure to write is not reported, and
-    // what is missing then is not written later; the next line of this object starts on a line of its own all the
-    // same. On Windows, a process that hangs while it writes is waited for two seconds. Elsewhere a limit of the
-    // file's size is a failure like any other: its signal, SIGXFSZ, does not reach the process.
+    /// Appends the text and a line end. Does nothing if no file is open. On Windows lines end in "\r\n", also those
+    /// within the text. Lines of two processes do not mix: the call waits for another process that is writing, for
+    /// up to two seconds. If the file ends within a line, the text starts on a new line.
+    ///
+    /// A failure to write is not reported, and the rest of the line is lost. On Linux the process gets no SIGXFSZ
+    /// when the file reaches its size limit.
     void writeLine(KelpString const & text);
 
 private:
-    struct Handle;
     FileLocator fLocation;
-    std::unique_ptr<Handle> fHandle;
+    std::unique_ptr<support_dll::OpenFile> fFile;
 };
+
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#endif

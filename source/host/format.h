@@ -7,8 +7,8 @@
 #include <string_view>
 #include <type_traits>
 
-// One argument of a printf-style format. It knows its kind: under a conversion that does not fit it, it is written
-// as what it is. Texts are borrowed.
+/// One argument of a printf-style format. It knows its type, so a conversion for another type cannot misread it.
+/// Texts are not copied.
 class FormatArgument {
 public:
     enum Kind : std::uint8_t { Signed, Unsigned, Real, Wide, Narrow };
@@ -36,7 +36,7 @@ public:
     FormatArgument(std::u16string const & text) noexcept : fKind(Wide), fWide(text) {}
 
     Kind fKind;
-    unsigned fBits = 64; // the width of a signed number, for its unsigned and hexadecimal forms
+    unsigned fBits = 64; ///< the width of a signed number, for its unsigned and hexadecimal forms
     union {
         std::int64_t fSigned;
         std::uint64_t fUnsigned;
@@ -46,10 +46,10 @@ public:
     std::u16string_view fWide{};
 };
 
-// The text of `format` with its arguments put in. Conversions: %d %i %u %x %X %c %s %f %%, with the flags "-" and
-// "0", a width and a precision. Length modifiers are skipped. An address is a number, for %x. An unknown
-// conversion, and one without an argument, stays in the text as it is. Narrow text is UTF-8, that of `format` too. The
-// decimal point is "." in every locale.
+/// Formats as printf does, the same in every locale: %d %i %u %x %X %c %s %f %%, with the flags "-" and "0", a
+/// width and a precision. Length modifiers are skipped. An argument under a conversion for another type is written
+/// in its own way. A conversion that is unknown or has no argument is copied to the text. Narrow texts are UTF-8; a
+/// null text counts as empty.
 SUPPORT_API std::u16string format_text(char const * format, FormatArgument const * arguments, std::size_t count);
 
 template <class... Arguments>
@@ -59,13 +59,16 @@ std::u16string format_text(char const * format, Arguments const &... arguments)
     return format_text(format, list, sizeof...(arguments));
 }
 
-// Writes the text and a closing zero into `buffer`, which has room for `size` characters, and cuts what does not
-// fit. Returns the number of characters written, without the zero. For a null buffer or a size of 0 writes nothing.
-SUPPORT_API std::int32_t write_cut(char16_t * buffer, std::size_t size, std::u16string_view text) noexcept;
+/// Formats as format_text does and writes the text and a closing zero to `buffer`, which has room for `size`
+/// characters. A longer text is cut. Returns the number of characters written, without the zero. Writes nothing and
+/// returns 0 if `buffer` is null or `size` is 0; writes an empty text if memory runs out.
+SUPPORT_API std::int32_t format_cut(char16_t * buffer, std::size_t size, char const * format,
+    FormatArgument const * arguments, std::size_t count) noexcept;
 
-// Formats by format_text, then writes as write_cut does.
 template <class... Arguments>
-std::int32_t suprintf(char16_t * buffer, std::size_t size, char const * format, Arguments const &... arguments)
+std::int32_t suprintf(
+    char16_t * buffer, std::size_t size, char const * format, Arguments const &... arguments) noexcept
 {
-    return write_cut(buffer, size, format_text(format, arguments...));
+    FormatArgument const list[] = { FormatArgument(arguments)..., FormatArgument(0) };
+    return format_cut(buffer, size, format, list, sizeof...(arguments));
 }

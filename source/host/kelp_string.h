@@ -9,9 +9,9 @@
 #include <type_traits>
 #include <utility>
 
-// The string type of the module and its host: text in 16-bit characters, UTF-16 by convention, never checked.
-// Narrow text is UTF-8; what is ill-formed in it becomes U+FFFD, and so does a single `char` beyond ASCII. A null
-// pointer counts as the empty text.
+/// The string type of the module and its hosts: UTF-16 in 16-bit characters, which is never validated. Functions
+/// that take `char const *` read UTF-8, in which each ill-formed sequence becomes U+FFFD. A null pointer counts as
+/// the empty text.
 class SUPPORT_TYPE KelpString : public std::u16string {
 public:
     using Base = std::u16string;
@@ -22,7 +22,7 @@ public:
     KelpString(Base const & text) : Base(text) {}
     KelpString(Base && text) noexcept : Base(std::move(text)) {}
     SUPPORT_API KelpString(char const * text);
-    // From a char16_t const *. A template, so that a bare 0 or nullptr does not fit both.
+    /// From a char16_t const *. It is a template so that 0 and nullptr are not ambiguous.
     template <class Character, std::enable_if_t<std::is_same_v<Character, char16_t>, int> = 0>
     KelpString(Character const * text) : Base(text == nullptr ? u"" : text)
     {}
@@ -38,7 +38,7 @@ public:
     SUPPORT_API KelpString & operator+=(char const * text);
     SUPPORT_API KelpString & operator+=(char16_t const * text);
     SUPPORT_API KelpString & operator+=(char16_t character);
-    // From a char. A template, so that a number fits a char16_t alone.
+    /// Appends a char; U+FFFD if it is not ASCII. It is a template so that a number is taken as a char16_t.
     template <class Character, std::enable_if_t<std::is_same_v<Character, char>, int> = 0>
     KelpString & operator+=(Character character)
     {
@@ -47,24 +47,25 @@ public:
     }
 
     using Base::find;
-    // The index of the first `character` from `position` on, or npos, as for a `character` beyond ASCII.
+    /// The index of the first `character` at or after `position`; npos if there is none or `character` is not
+    /// ASCII.
     SUPPORT_API size_type find(char character, size_type position = 0) const noexcept;
 
-    // Compares with narrow text: 0 on a match, below 0 if this text sorts before the other by its 16-bit characters,
-    // above 0 if it sorts after it. With `ignoreCase`, ASCII letters match in either case.
+    /// Compares by 16-bit characters: 0 if the texts are equal, below 0 if this text sorts first, above 0 if the
+    /// other does. With `ignoreCase`, ASCII letters match in either case.
     SUPPORT_API std::int32_t strcmp(char const * text, bool ignoreCase) const noexcept;
 
-    // Sets the text to `format` with its arguments put in, as format_text does.
+    /// Replaces the text with what format_text makes.
     template <class... Arguments>
     void build(char const * format, Arguments const &... arguments)
     {
         *this = format_text(format, arguments...);
     }
 
-    // From and to UTF-8. Ill-formed UTF-8 and lone surrogates become U+FFFD.
+    /// Converts from and to UTF-8. Ill-formed sequences and lone surrogates become U+FFFD.
     SUPPORT_API static KelpString fromUTF8(std::string_view text);
     SUPPORT_API std::string toUTF8() const;
 };
 
-// Writes the text as UTF-8.
+/// Writes the text as UTF-8.
 SUPPORT_API std::ostream & operator<<(std::ostream & out, KelpString const & text);

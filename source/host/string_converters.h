@@ -4,17 +4,17 @@
 
 #include <cstdint>
 
-// Numbers to text, the same in every locale.
+/// Writes numbers as text, the same in every locale.
 class SUPPORT_API StringConverters {
 public:
-    // The digits of `value`, with a "-" before them when it is negative. Letters are small. A radix outside 2 to 36
-    // counts as 10.
+    /// Writes the digits of `value`, after a "-" if it is negative. Letters are in lower case. A radix outside 2 to
+    /// 36 counts as 10.
     static void convertIntegerToString(std::int32_t value, KelpString & out, std::int32_t radix);
 
-    // The shortest decimal number that reads back as `value`; where that has more than `digits` significant digits
-    // (1 to 17), `value` is rounded to so many. No trailing zeros; the separator is ".". Numbers from 1e`digits` on
-    // and below 0.0001 take the exponent form, as in 1e+20; with `alwaysExponent` all do. `radix` is not read.
-    // Infinities and not-a-number give "inf", "-inf" and "nan".
+    /// Writes the shortest decimal number that reads back as `value`, rounded to `digits` significant digits (1 to
+    /// 17) if it has more, without trailing zeros. The separator is ".". Numbers from 1e`digits` on and below
+    /// 0.0001 have an exponent, as in 1e+20; with `alwaysExponent` all numbers do. Infinities and not-a-number are
+    /// written as "inf", "-inf" and "nan". `radix` is not used.
     static void convertRealToString(
         double value, KelpString & out, std::int32_t radix, std::int32_t digits, bool alwaysExponent);
 };

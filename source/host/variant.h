@@ -1,7 +1,7 @@
 #pragma once
 
-// Declares VARIANT, the value of OLE automation, without the system's headers: their macros would reach a host. Its
-// fields stand in odbomodule/host/automation.h.
+// Declares VARIANT, the value of OLE automation, without the system's headers and their macros. automation.h has
+// its fields.
 #if defined(_WIN32)
 struct tagVARIANT;
 using VARIANT = tagVARIANT;

@@ -3,7 +3,7 @@
 
 #include <mutex>
 
-// A plain mutex. It is not recursive; the thread that locked it unlocks it.
+/// A mutex that is not recursive. The thread that locked it must unlock it.
 class WirralMutex {
 public:
     void lock() { fMutex.lock(); }
@@ -13,7 +13,7 @@ private:
     std::mutex fMutex;
 };
 
-// Holds a mutex for the length of a scope.
+/// Locks a mutex for the length of a scope.
 class WirralSynchronized {
 public:
     explicit WirralSynchronized(WirralMutex & mutex) : fGuard(mutex) {}

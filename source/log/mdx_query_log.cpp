@@ -7,7 +7,7 @@
 #include <chrono>
 #include <utility>
 
-// Time passed, and not the processor time that the C library's clock counts on some platforms.
+// Elapsed time: the C library's clock counts processor time on some platforms.
 static std::int64_t ticks()
 {
     using namespace std::chrono;
@@ -63,6 +63,7 @@ void MDXQueryLog::logQuery(MDXQuery const * query, MDXQueryTimer * timer)
     if (timer != nullptr)
         entry += format_text(
             "\nQuery duration: %.3f seconds", static_cast<double>(ticks() - timer->fStartTicks) * 0.001);
-    fFile->writeLine(entry); // whole or not at all, so that a host that tries again does not write it twice
+    fFile->writeLine(
+        entry); // in one call, so that a host that tries again after an error does not write part of it twice
     delete timer;
 }

@@ -1,12 +1,14 @@
 #include "mdx_set.h"
 
-#include "../object_class.h"
-#include "../text.h"
 #include "../expressions/mdx_field.h"
 #include "../expressions/mdx_tuple.h"
 #include "../host/cube_model.h"
+#include "../object_class.h"
+#include "../text.h"
 
 #include <utility>
+
+using namespace mdx_text;
 
 static constinit support::ObjectClass gClass{ u"MDXSet" };
 
@@ -142,8 +144,8 @@ MDXSet * MDXSet::Delimit()
 
 MDXSet * MDXSet::Extract(KelpString const & set, BRIM_o::Hierarchy const * hierarchy)
 {
-    KelpString const given = set;                  // which may be the very text that is written over
-    rewrite<u" { Extract( $1, ">(this, { given }); // what stays should the host throw
+    KelpString const given = set;                  // `set` may be the string that is overwritten
+    rewrite<u" { Extract( $1, ">(this, { given }); // the text if the host throws
     return rewrite<u" { Extract( $1, $2 ) } ">(this, { given, hierarchy->getUniqueName() });
 }
 

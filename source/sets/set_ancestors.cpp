@@ -1,23 +1,25 @@
 #include "set_ancestors.h"
 
-#include "../text.h"
 #include "../host/cube_model.h"
 #include "mdx_set.h"
+#include "../text.h"
 
 #include <algorithm>
 #include <string_view>
 #include <utility>
 
+using namespace mdx_text;
+
 namespace {
 
-// The way down from the count-th ancestor of a member to the member itself, as "a.Parent.Parent, a.Parent, a".
-// The way from a nearer ancestor is the tail of it, so that one text serves them all.
+// The ancestors of a member from the count-th one down to the member itself: "a.Parent.Parent, a.Parent, a". The
+// chain from a nearer ancestor is the end of this text, so one text serves all of them.
 class AncestorChain {
 public:
     AncestorChain(KelpString const & member, std::u16string_view step, std::int64_t count)
         : fMember(member.size()), fStep(step.size())
     {
-        fText.reserve(length(count)); // no text can hold the longest chains: std::length_error
+        fText.reserve(length(count)); // throws std::length_error at once if the chain is too long
         KelpString ancestor = member;
         for (std::int64_t i = 0; i < count; ++i)
             ancestor.append(step);
@@ -31,30 +33,30 @@ public:
         return std::u16string_view(fText).substr(fText.size() - length(count));
     }
 
-    // The length of all chains from `count` down to the member, with room for `around` characters beside each.
-    std::size_t length_of_all(std::int64_t count, std::size_t around) const
-    {
-        std::size_t const n = generations(count);
-        return (n + 1) * around + (n + 1) * (n + 2) / 2 * fMember + n * (n + 1) * (n + 2) / 6 * fStep + n * (n + 1);
-    }
-
-private:
-    static std::size_t generations(std::int64_t count)
-    {
-        return static_cast<std::size_t>(std::max<std::int64_t>(count, 0));
-    }
+    // The length of the chain from the count-th ancestor: n + 1 members, 0 + 1 + ... + n steps and n commas.
     std::size_t length(std::int64_t count) const
     {
-        std::size_t const n = generations(count);
+        auto const n = static_cast<std::size_t>(std::max<std::int64_t>(count, 0));
         return (n + 1) * fMember + n * (n + 1) / 2 * fStep + n * 2;
     }
 
+private:
     KelpString fText;
     std::size_t fMember;
     std::size_t fStep;
 };
 
-// What stands around a chain, beside the member or hierarchy; an estimate will do.
+// Reserves room for all chains from `count` down to the member, with `around` more characters for each. Throws at
+// once if the text is too long, before it fills the memory of the machine.
+void reserve_chains(KelpString & text, AncestorChain const & chain, std::int64_t count, std::size_t around)
+{
+    std::size_t length = 0;
+    for (std::int64_t k = 0; k <= count; ++k)
+        length += chain.length(k) + around;
+    text.reserve(length);
+}
+
+// More than what surrounds a chain, apart from the member or hierarchy.
 constexpr std::size_t kAroundChain = 80;
 
 }
@@ -64,7 +66,7 @@ MDXSet * MDXSet::TakeAncestorsOfMember(KelpString const & member, bool all, std:
     AncestorChain const chain(member, u".Parent", count);
     KelpString text;
     if (all)
-        text.reserve(chain.length_of_all(count, member.size() + kAroundChain));
+        reserve_chains(text, chain, count, member.size() + kAroundChain);
     append<u" { Ancestor( $1, {$2}.Item(0).Item(0).Level )">(text, { member, chain.from(count) });
     for (std::int64_t k = std::int64_t{ count } - 1; all && k >= 0; --k)
         append<u", Ancestor( $1, {$2}.Item(0).Item(0).Level )">(text, { member, chain.from(k) });
@@ -94,7 +96,7 @@ KelpString counted_ancestors(
             { set, h, chain.from(count) });
 
     KelpString text;
-    text.reserve(set.size() + chain.length_of_all(count, h.size() + kAroundChain));
+    reserve_chains(text, chain, count, h.size() + kAroundChain);
     append<u" GENERATE( $1 , { ">(text, { set });
     for (std::int64_t k = count; k >= 0; --k) {
         append<u"{ ANCESTOR( $1.CURRENTMEMBER.PARENT, { $2}.ITEM(0).ITEM(0).LEVEL ) }">(text, { h, chain.from(k) });

@@ -1,11 +1,13 @@
 #include "mdx_set.h"
 
-#include "../text.h"
 #include "../expressions/mdx_field.h"
 #include "../host/cube_model.h"
+#include "../text.h"
 
 #include <map>
 #include <vector>
+
+using namespace mdx_text;
 
 MDXSet * MDXSet::TakeChildren(MDXField const * field)
 {
@@ -17,7 +19,7 @@ MDXSet * MDXSet::TakeSiblings(MDXField const * field, BRIM_o::Dimension const *)
     return rewrite<u"$1.SIBLINGS ">(this, { field->getText() });
 }
 
-// The field is asked at each of its places, as elsewhere where it stands twice.
+// The field is asked once for each occurrence in the text.
 MDXSet * MDXSet::TakeDescendants(MDXField const * field, bool withSelf)
 {
     if (withSelf)
@@ -58,7 +60,7 @@ MDXSet * MDXSet::TakeChildren(
         this, { s, h, decimal(depth) });
 }
 
-// Asks for the calculated members when the leaves are written: these stay should the host throw.
+// Two steps: if the host throws when asked for the calculated members, the text is the leaves.
 MDXSet * MDXSet::TakeLeafNodes(BRIM_o::Hierarchy * hierarchy)
 {
     Decimal const deepest = decimal(std::int64_t{ hierarchy->getLevelCount() } - 1);

@@ -1,9 +1,11 @@
 #include "mdx_set.h"
 
-#include "../text.h"
 #include "../host/cube_model.h"
+#include "../text.h"
 
-// Two blanks before the brace; only the forms on a set brace without blanks, or not at all.
+using namespace mdx_text;
+
+// The forms on a name have two blanks before the brace. Those on a set have one or no brace.
 MDXSet * MDXSet::DrillDown(BRIM_o::Hierarchy const * hierarchy, KelpString const & given, bool recursive)
 {
     if (recursive)

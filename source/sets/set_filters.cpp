@@ -1,13 +1,14 @@
 #include "mdx_set.h"
 
-#include "../frame/bad_enum.h"
-#include "../frame/mdx_error.h"
-#include "../text.h"
 #include "../expressions/mdx_tuple.h"
 #include "../expressions/mdx_value.h"
+#include "../frame/mdx_error.h"
+#include "../text.h"
 
 #include <string_view>
 #include <utility>
+
+using namespace mdx_text;
 
 MDXSet * MDXSet::TakeFilter(MDXValue * condition)
 {

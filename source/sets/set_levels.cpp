@@ -1,11 +1,13 @@
 #include "mdx_set.h"
 
-#include "../text.h"
 #include "../host/cube_model.h"
+#include "../text.h"
+
+using namespace mdx_text;
 
 MDXSet * MDXSet::TakeTopLevel(BRIM_o::Hierarchy const * hierarchy)
 {
-    rewrite<u" { ">(this); // what stays should the host throw
+    rewrite<u" { ">(this); // the text if the host throws
     BRIM_o::Level const * const top = hierarchy != nullptr ? hierarchy->getLevel(0) : nullptr;
     if (top == nullptr)
         return rewrite<u" {  } ">(this);

@@ -1,10 +1,12 @@
 #include "mdx_set.h"
 
-#include "../text.h"
 #include "../expressions/mdx_field.h"
 #include "../expressions/mdx_tuple.h"
+#include "../text.h"
 
 #include <algorithm>
+
+using namespace mdx_text;
 
 MDXSet * MDXSet::TakeSubset(std::int32_t start, std::int32_t count)
 {
@@ -13,8 +15,7 @@ MDXSet * MDXSet::TakeSubset(std::int32_t start, std::int32_t count)
     return rewrite<u"SUBSET( $1, $2 ) ">(this, { fText, decimal(start) });
 }
 
-// The start is the lower rank less 1, the count the difference of the ranks plus 1. The rank is spelled in three
-// ways.
+// The start is the lower rank minus 1, the count is the difference of the ranks plus 1. RANK has three spellings.
 MDXSet * MDXSet::TakeSubset(MDXTuple const * first, MDXTuple const * second)
 {
     return rewrite<u"SUBSET( $1"
@@ -24,9 +25,9 @@ MDXSet * MDXSet::TakeSubset(MDXTuple const * first, MDXTuple const * second)
         this, { fText, first->getText(), second->getText() });
 }
 
-// From the lower offset to the higher, counted in ranks from the anchor's: `start` is held at the first member of
-// the level where the lower one goes beyond it, and `end` less `start` is the count. The three IIF forms of `start`
-// differ in their blanks.
+// The subset goes from the lower offset to the higher one, counted from the rank of the anchor. If the lower one is
+// before the first member of the level, `start` is that member. The count is `end` minus `start`. The three IIF
+// forms of `start` differ in their blanks.
 MDXSet * MDXSet::TakeSubset(MDXTuple const * anchor, std::int32_t offset1, std::int32_t offset2)
 {
     std::int64_t const low = std::min(offset1, offset2);

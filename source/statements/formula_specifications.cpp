@@ -1,10 +1,12 @@
 #include "formula_specifications.h"
 
-#include "../text.h"
 #include "../expressions/mdx_field.h"
 #include "../expressions/mdx_value.h"
 #include "../sets/mdx_set.h"
 #include "member_clauses.h"
+#include "../text.h"
+
+using namespace mdx_text;
 
 MDXSingleFormulaSpecification::MDXSingleFormulaSpecification(KelpString const & cubeName) : fCubeName(cubeName) {}
 

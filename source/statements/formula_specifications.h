@@ -1,7 +1,7 @@
 #pragma once
-#include "../ref_ptr.h"
 #include "../host/export.h"
 #include "../host/kelp_string.h"
+#include "../ref_ptr.h"
 
 #include <cstdint>
 #include <vector>
@@ -9,9 +9,9 @@ class MDXField;
 class MDXSet;
 class MDXValue;
 
-// The definition of a calculated member or a named set, as it stands in a WITH clause or after CREATE. Made and
-// owned by a statement. `qualified` puts the cube's name and a dot before the defined name. What a formula holds is
-// asked for its text whenever the formula is, and may not be null then.
+/// The definition of a calculated member or a named set, for a WITH clause or a CREATE statement, which makes and
+/// owns it. `qualified` puts the cube's name and a dot before the defined name. A formula asks what it holds for
+/// its text each time the formula's text is needed; it may not hold null then.
 class MDX_API MDXSingleFormulaSpecification {
 public:
     explicit MDXSingleFormulaSpecification(KelpString const & cubeName);
@@ -19,16 +19,16 @@ public:
     MDXSingleFormulaSpecification(MDXSingleFormulaSpecification const &) = delete;
     MDXSingleFormulaSpecification & operator=(MDXSingleFormulaSpecification const &) = delete;
 
-    // The formula, with a blank at its end.
+    /// The formula, which ends in a blank.
     virtual KelpString getText() = 0;
-    // Assigns what getText gives to `out`.
+    /// Assigns getText() to `out`.
     virtual void writeText(KelpString & out) = 0;
 
 protected:
     KelpString fCubeName;
 };
 
-// SET name AS set. Takes a reference on the set.
+/// SET name AS set. Takes a reference to the set.
 class MDX_API MDXSetSpecification : public MDXSingleFormulaSpecification {
 public:
     MDXSetSpecification(KelpString const & name, MDXSet * set, bool qualified, KelpString const & cubeName);
@@ -43,8 +43,9 @@ protected:
     bool fQualified;
 };
 
-// MEMBER member AS value, SOLVE_ORDER = number, name = property. A solve order below 0 is left out. Property values
-// are MDX and go in unchanged: a text brings its own quotes. Takes a reference on the member and the value.
+/// MEMBER member AS value, SOLVE_ORDER = number, name = property. A negative solve order is left out. Property
+/// values are MDX and inserted unchanged: a text constant must include its quotes. Takes references to the member
+/// and the value.
 class MDX_API MDXMemberSpecification : public MDXSingleFormulaSpecification {
 public:
     MDXMemberSpecification(MDXField * member, MDXValue * value, std::int32_t solveOrder,
@@ -52,7 +53,7 @@ public:
         bool qualified, KelpString const & cubeName);
     ~MDXMemberSpecification() override;
 
-    // Throws MDX_ERR_PROPERTY_COUNT_MISMATCH when there are more or fewer values than names.
+    /// Throws MDX_ERR_PROPERTY_COUNT_MISMATCH if the numbers of property names and values differ.
     KelpString getText() override;
     void writeText(KelpString & out) override;
 

@@ -10,6 +10,7 @@ MDXCreateQuery::MDXCreateQuery(KelpString const & cubeName) : MDXQuery(cubeName)
 
 MDXCreateQuery::~MDXCreateQuery()
 {
+    // Hosts see the order in which references are given back, and a vector may destroy its elements in any order.
     for (auto & formula : fFormulas)
         formula.reset();
 }

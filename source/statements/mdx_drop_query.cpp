@@ -3,6 +3,8 @@
 #include "../frame/mdx_error.h"
 #include "../text.h"
 
+using namespace mdx_text;
+
 MDXDropQuery::MDXDropQuery(KelpString const & cubeName) : MDXQuery(cubeName)
 {
     fQueryType = QT_DROP;

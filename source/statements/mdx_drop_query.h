@@ -6,28 +6,29 @@
 #include <cstdint>
 #include <vector>
 
-// DROP: calculated members, or named sets, of the cube; the first name added decides which. Names go in unchanged,
-// each after the cube's name and a dot.
+/// DROP: removes calculated members or named sets of the cube. The first name that is added decides which of the
+/// two. Names are inserted unchanged, each after the cube's name and a dot.
 class MDX_API MDXDropQuery : public MDXQuery {
 public:
     explicit MDXDropQuery(KelpString const & cubeName);
 
-    // There is one form; `multiLine` is not read. Throws MDX_ERR_NOTHING_TO_DROP without a name.
+    /// The statement has one form: `multiLine` is not read. Throws MDX_ERR_NOTHING_TO_DROP if there is no name.
     KelpString getText(bool multiLine) const override;
     void writeText(KelpString & out) const override;
 
-    // Add a name and return true. Throw MDX_ERR_MIXED_DROP when the statement drops the other kind; nothing
-    // changes.
+    /// Adds a name and returns true. Throws MDX_ERR_MIXED_DROP if the statement drops sets; nothing changes.
     bool AddMemberToDrop(KelpString const & name);
+    /// Adds a name and returns true. Throws MDX_ERR_MIXED_DROP if the statement drops members; nothing changes.
     bool AddSetToDrop(KelpString const & name);
 
 protected:
-    ~MDXDropQuery() override;
-
-private:
     enum DropKind : std::int32_t { None = 0, Members = 1, Sets = 2 };
-    bool add(DropKind kind, KelpString const & name);
+
+    ~MDXDropQuery() override;
 
     DropKind fDropKind = None;
     std::vector<KelpString> fDropNames;
+
+private:
+    bool add(DropKind kind, KelpString const & name);
 };

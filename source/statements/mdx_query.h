@@ -1,14 +1,13 @@
 #pragma once
-#include "../refcount.h"
 #include "../host/export.h"
 #include "../host/kelp_string.h"
+#include "../refcount.h"
 
 #include <cstdint>
 
-// A statement. It holds objects, not text: each getText makes the text anew, from the current texts of what it
-// holds. Used from one thread at a time. Besides MDXError, a call may throw std::bad_alloc, and std::length_error for
-// a text; the statement is as it was then. Born with one reference; the last unuse() deletes it and gives back what
-// it holds.
+/// A statement. It holds objects, not text: each getText makes the text from the current texts of what the
+/// statement holds. The last unuse() gives back these objects. Besides MDXError, a call may throw std::bad_alloc
+/// and std::length_error; the statement is then unchanged.
 class MDX_API MDXQuery : public support::RefCount {
 public:
     enum QueryType : std::int32_t { QT_SELECT = 0, QT_CREATE = 1, QT_DROP = 2 };
@@ -16,13 +15,13 @@ public:
     MDXQuery(MDXQuery const &) = delete;
     MDXQuery & operator=(MDXQuery const &) = delete;
 
-    // The statement, on one line or on several; the two differ in white space alone.
+    /// The statement, on one line or on several. The two forms differ only in white space.
     virtual KelpString getText(bool multiLine) const = 0;
-    // Assigns the statement on one line to `out`.
+    /// Assigns the statement on one line to `out`.
     virtual void writeText(KelpString & out) const = 0;
 
 protected:
-    explicit MDXQuery(KelpString const & cubeName); // the concrete statement sets its type
+    explicit MDXQuery(KelpString const & cubeName); // the derived class sets fQueryType
     ~MDXQuery() override;
 
     QueryType fQueryType = QT_SELECT;

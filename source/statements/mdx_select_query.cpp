@@ -1,13 +1,16 @@
 #include "mdx_select_query.h"
 
-#include "../frame/mdx_error.h"
-#include "../text.h"
 #include "../expressions/mdx_tuple.h"
+#include "../frame/mdx_error.h"
 #include "../sets/mdx_set.h"
 #include "formula_specifications.h"
+#include "../text.h"
 
 #include <iterator>
+#include <string_view>
 #include <utility>
+
+using namespace mdx_text;
 
 MDXSelectQuery::MDXAxisSpecification::MDXAxisSpecification(
     std::int32_t axis, MDXSet * set, std::vector<KelpString> const & properties, bool nonEmpty)
@@ -16,34 +19,31 @@ MDXSelectQuery::MDXAxisSpecification::MDXAxisSpecification(
 
 MDXSelectQuery::MDXAxisSpecification::~MDXAxisSpecification() = default;
 
-// A statement appends its axes to its own text, without a text for each.
-struct AxisText {
-    static void append_to(KelpString & text, MDXSelectQuery::MDXAxisSpecification const & axis)
-    {
-        if (axis.fNonEmpty)
-            append<u"NON EMPTY ">(text);
-        text += axis.fSet->getText();
-        if (!axis.fProperties.empty())
-            append<u" DIMENSION PROPERTIES $1">(text, { join(axis.fProperties, u", ") });
-        if (axis.fAxisNumber == 0)
-            append<u" ON COLUMNS ">(text);
-        else if (axis.fAxisNumber == 1)
-            append<u" ON ROWS ">(text);
-        else
-            append<u" ON AXIS($1) ">(text, { decimal(axis.fAxisNumber) });
-    }
-};
-
 KelpString MDXSelectQuery::MDXAxisSpecification::getText()
 {
     KelpString text;
-    AxisText::append_to(text, *this);
+    append_to(text);
     return text;
 }
 
 void MDXSelectQuery::MDXAxisSpecification::writeText(KelpString & out)
 {
     out = getText();
+}
+
+void MDXSelectQuery::MDXAxisSpecification::append_to(KelpString & text) const
+{
+    if (fNonEmpty)
+        append<u"NON EMPTY ">(text);
+    append<u"$1">(text, { fSet->getText() });
+    if (!fProperties.empty())
+        append<u" DIMENSION PROPERTIES $1">(text, { join(fProperties, u", ") });
+    if (fAxisNumber == 0)
+        append<u" ON COLUMNS ">(text);
+    else if (fAxisNumber == 1)
+        append<u" ON ROWS ">(text);
+    else
+        append<u" ON AXIS($1) ">(text, { decimal(fAxisNumber) });
 }
 
 MDXSelectQuery::MDXSelectQuery(KelpString const & cubeName) : MDXQuery(cubeName)
@@ -53,23 +53,24 @@ MDXSelectQuery::MDXSelectQuery(KelpString const & cubeName) : MDXQuery(cubeName)
 
 MDXSelectQuery::~MDXSelectQuery()
 {
+    // Hosts see the order in which references are given back, and a vector may destroy its elements in any order.
     for (auto & formula : fFormulas)
         formula.reset();
     for (auto & axis : fAxes)
         axis.reset();
 }
 
-// Room for an axis, and for all other parts together: a guess that most texts fit into.
-static constexpr std::size_t kUsual = 512;
+namespace {
 
-// Appends the row as it stands on one line, or as it stands on several.
-template <compiled::Literal onOneLine, compiled::Literal onSeveral, std::size_t Count>
-static void append_form(KelpString & text, bool multiLine, Text const (&texts)[Count])
-{
-    if (multiLine)
-        append<onSeveral>(text, texts);
-    else
-        append<onOneLine>(text, texts);
+// What precedes each part of a statement.
+struct Layout {
+    std::u16string_view firstFormula, nextFormula, firstAxis, nextAxis, cube, slicer;
+};
+
+constexpr Layout kOneLine{ u"WITH ", u" ", u"SELECT ", u", ", u"FROM ", u"WHERE " };
+constexpr Layout kSeveralLines{ u"WITH \n       ", u"\n       ", u"\nSELECT \n       ", u",\n       ", u"\nFROM ",
+    u"\nWHERE \n      " };
+
 }
 
 KelpString MDXSelectQuery::getText(bool multiLine) const
@@ -79,26 +80,25 @@ KelpString MDXSelectQuery::getText(bool multiLine) const
     if (fAxes.empty())
         throw MDXError(MDX_ERR_NO_AXES);
 
+    Layout const & before = multiLine ? kSeveralLines : kOneLine;
+    constexpr std::size_t kUsualLength = 512; // of an axis, and of all other parts together
     KelpString text;
-    text.reserve(kUsual * (fAxes.size() + 1));
+    text.reserve(kUsualLength * (fAxes.size() + 1));
     for (auto const & formula : fFormulas) {
         if (formula == fFormulas.front())
-            append_form<u"WITH $1", u"WITH \n       $1">(text, multiLine, { formula->getText() });
+            append<u"$1$2">(text, { before.firstFormula, formula->getText() });
         else
-            append_form<u" $1 ", u"\n       $1 ">(text, multiLine, { formula->getText() });
+            append<u"$1$2 ">(text, { before.nextFormula, formula->getText() });
     }
     if (fDrillThrough)
         append<u"DRILLTHROUGH ">(text);
     for (auto const & axis : fAxes) {
-        if (axis == fAxes.front())
-            text.append(multiLine ? u"\nSELECT \n       " : u"SELECT ");
-        else
-            text.append(multiLine ? u",\n       " : u", ");
-        AxisText::append_to(text, *axis);
+        append<u"$1">(text, { axis == fAxes.front() ? before.firstAxis : before.nextAxis });
+        axis->append_to(text);
     }
-    append_form<u"FROM $1 ", u"\nFROM $1 ">(text, multiLine, { fCubeName });
+    append<u"$1$2 ">(text, { before.cube, fCubeName });
     if (fSlicer)
-        append_form<u"WHERE $1 ", u"\nWHERE \n      $1 ">(text, multiLine, { fSlicer->getText() });
+        append<u"$1$2 ">(text, { before.slicer, fSlicer->getText() });
     if (!fCellProperties.empty())
         append<u" CELL PROPERTIES $1">(text, { join(fCellProperties, u", ") });
     return text;
@@ -147,7 +147,7 @@ void MDXSelectQuery::AddCellProperty(KelpString const & name)
 
 void MDXSelectQuery::AddCellProperties(std::vector<KelpString> const & names)
 {
-    // Copied first: what fails while the list grows would lose what it had.
+    // A failure while moving into a growing list would lose elements, so copy first.
     std::vector<KelpString> added = names;
     fCellProperties.insert(
         fCellProperties.end(), std::make_move_iterator(added.begin()), std::make_move_iterator(added.end()));

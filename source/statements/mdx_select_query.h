@@ -1,7 +1,7 @@
 #pragma once
-#include "../ref_ptr.h"
 #include "../host/export.h"
 #include "../host/kelp_string.h"
+#include "../ref_ptr.h"
 #include "mdx_query.h"
 
 #include <cstdint>
@@ -13,15 +13,15 @@ class MDXSingleFormulaSpecification;
 class MDXTuple;
 class MDXValue;
 
-// SELECT: axes, and a WITH clause, a slicer and cell properties where they are added. Axes are added by number,
-// other parts in any order, also after a text was asked for. The statement takes references on the sets, fields and
-// values it is given, which may not be null; the caller keeps its own. Names and texts go in unchanged and
-// unchecked.
+/// SELECT: axes and, if they are added, a WITH clause, a slicer and cell properties. Axes are added in the order of
+/// their numbers, other parts in any order, even after the text has been asked for. The statement takes references
+/// to the sets, fields and values that are added, which may not be null; the caller keeps its own references. Names
+/// and texts are inserted unchanged and not checked.
 class MDX_API MDXSelectQuery : public MDXQuery {
 public:
     enum NonEmptyStatus : std::int32_t { NES_ALL = 0, NES_NON_EMPTY = 1 };
 
-    // One axis, owned by its statement. Takes a reference on the set.
+    /// One axis. It belongs to its statement and takes a reference to the set.
     class MDX_API MDXAxisSpecification {
     public:
         MDXAxisSpecification(
@@ -30,13 +30,16 @@ public:
         MDXAxisSpecification(MDXAxisSpecification const &) = delete;
         MDXAxisSpecification & operator=(MDXAxisSpecification const &) = delete;
 
-        // NON EMPTY set DIMENSION PROPERTIES names ON axis, with a blank at its end.
+        /// NON EMPTY set DIMENSION PROPERTIES names ON axis, which ends in a blank.
         virtual KelpString getText();
-        // Assigns what getText gives to `out`.
+        /// Assigns getText() to `out`.
         virtual void writeText(KelpString & out);
 
     private:
-        friend struct AxisText;
+        friend class MDXSelectQuery;
+
+        // The statement appends its axes to its own text, which spares a text for each.
+        void append_to(KelpString & text) const;
 
         bool fNonEmpty;
         RefPtr<MDXSet> fSet;
@@ -46,37 +49,38 @@ public:
 
     explicit MDXSelectQuery(KelpString const & cubeName);
 
-    // Throws MDX_ERR_NO_AXES without an axis, unless setQuery stored a text, and what the parts throw; the
-    // statement stays as it was.
+    /// Throws MDX_ERR_NO_AXES if there is no axis and no text from setQuery, and what the parts throw.
     KelpString getText(bool multiLine) const override;
     void writeText(KelpString & out) const override;
 
-    // A calculated member and a named set for the WITH clause; see MDXMemberSpecification. Lists of different
-    // lengths are an error only when the text is asked for.
+    /// Adds a calculated member to the WITH clause; see MDXMemberSpecification. If the numbers of property names
+    /// and values differ, getText throws.
     virtual void AddMemberFormula(MDXField * name, MDXValue * value, std::int32_t solveOrder,
         std::vector<KelpString> const & propertyNames, std::vector<KelpString> const & propertyValues);
+    /// Adds a named set to the WITH clause.
     virtual void AddSetFormula(KelpString const & name, MDXSet * set);
 
-    // Adds the next axis, counted from 0. Throws MDX_ERR_AXIS_OUT_OF_ORDER for another number; nothing changes
-    // then.
+    /// Adds the next axis. `axis` counts from 0. Throws MDX_ERR_AXIS_OUT_OF_ORDER for another number; nothing
+    /// changes.
     virtual void AddAxisSpecification(
         std::int32_t axis, MDXSet * set, std::vector<KelpString> const & properties, NonEmptyStatus status);
-    // Adds a member to the WHERE clause; several stand there as one tuple.
+    /// Adds a member to the WHERE clause, where several members form one tuple.
     virtual void AddSlicerSpecification(MDXField * field);
-    // Add names to the CELL PROPERTIES clause.
+    /// Adds a name to the CELL PROPERTIES clause.
     virtual void AddCellProperty(KelpString const & name);
+    /// Adds names to the CELL PROPERTIES clause.
     virtual void AddCellProperties(std::vector<KelpString> const & names);
-    // Puts DRILLTHROUGH before SELECT and returns true. A dialect without it does nothing and returns false.
+    /// Puts DRILLTHROUGH before SELECT and returns true. A dialect without drill-through does nothing and returns
+    /// false.
     virtual bool SpecifyDrillThrough();
-    // Stores a text, which is the whole statement from now on, whatever else is added. `text` is not changed.
+    /// Stores the whole statement as text. From now on that is the statement, whatever else is added. `text` is not
+    /// changed.
     virtual void setQuery(KelpString & text);
 
 protected:
     ~MDXSelectQuery() override;
 
     std::vector<std::unique_ptr<MDXSingleFormulaSpecification>> fFormulas;
-
-private:
     std::vector<std::unique_ptr<MDXAxisSpecification>> fAxes;
     RefPtr<MDXTuple> fSlicer;
     std::vector<KelpString> fCellProperties;

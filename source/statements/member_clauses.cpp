@@ -5,6 +5,8 @@
 
 #include <cstddef>
 
+using namespace mdx_text;
+
 KelpString member_clauses(std::int32_t solveOrder, std::vector<KelpString> const & propertyNames,
     std::vector<KelpString> const & propertyValues)
 {

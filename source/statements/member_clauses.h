@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-// What follows the definition of a calculated member: , SOLVE_ORDER = number, name = value. Throws
-// MDX_ERR_PROPERTY_COUNT_MISMATCH when there are more or fewer values than names.
+// The end of a calculated member's definition: , SOLVE_ORDER = number, name = value. A negative solve order is left
+// out. Throws MDX_ERR_PROPERTY_COUNT_MISMATCH if the numbers of names and values differ.
 KelpString member_clauses(std::int32_t solveOrder, std::vector<KelpString> const & propertyNames,
     std::vector<KelpString> const & propertyValues);

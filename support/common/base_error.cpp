@@ -14,7 +14,7 @@ BaseError::BaseError(std::uint32_t code, char const * module, Severity severity,
 BaseError::BaseError(BaseError const &) = default;
 BaseError & BaseError::operator=(BaseError const & other)
 {
-    BaseError copy(other); // may fail, while the old error still stands
+    BaseError copy(other); // if this throws, the error is unchanged
     fCode = copy.fCode;
     fSeverity = copy.fSeverity;
     fCompleted = copy.fCompleted;

@@ -19,25 +19,32 @@ std::atomic<support_dll::AssertionHandler> gAssertionHandler{ nullptr };
 
 }
 
-CoreLog::VerbosityType * CoreLog::getModuleVerbosity(char const * module, KelpString const & subModule)
+CoreLog::VerbosityType * CoreLog::getModuleVerbosity(char const * module, KelpString const & subModule) noexcept
 {
-    std::lock_guard<std::mutex> const guard(fLevelMutex);
-    return &fLevels[{ module, subModule }];
+    try {
+        std::lock_guard<std::mutex> const guard(fLevelMutex);
+        return &fLevels[{ module, subModule }];
+    } catch (...) {
+        return nullptr;
+    }
 }
 
 void CoreLog::log(std::uint32_t code, std::int32_t level, char const * module, KelpString const & subModule,
-    std::int32_t insertCount, char16_t const * const * inserts)
+    std::int32_t insertCount, char16_t const * const * inserts) noexcept
 {
-    KelpString line;
-    for (std::int32_t i = 0; i < insertCount; ++i) {
-        if (i > 0)
-            line += u' ';
-        line += inserts[i];
+    try {
+        KelpString line;
+        for (std::int32_t i = 0; i < insertCount; ++i) {
+            if (i > 0)
+                line += u' ';
+            line += inserts[i];
+        }
+        KelpString const moduleName(module);
+        std::lock_guard<std::mutex> const guard(fSinkMutex);
+        Sink const sink = fSink == nullptr ? write_to_standard_error : fSink;
+        sink(fContext, code, level, moduleName, subModule, line);
+    } catch (...) { // logging must not make its callers fail
     }
-    KelpString const moduleName(module);
-    std::lock_guard<std::mutex> const guard(fSinkMutex);
-    Sink const sink = fSink == nullptr ? write_to_standard_error : fSink;
-    sink(fContext, code, level, moduleName, subModule, line);
 }
 
 void CoreLog::setSink(Sink sink, void * context)
@@ -51,7 +58,7 @@ namespace support_dll {
 
 CoreLog * getLogObject()
 {
-    // Never deleted: an object that lives longer than the static objects of this library may still write to it.
+    // Never deleted: objects that outlive this library's static objects may still write to the log.
     static CoreLog * const log = new CoreLog;
     return log;
 }

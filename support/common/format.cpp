@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <exception>
 #include <iterator>
 
 namespace {
@@ -14,8 +15,8 @@ struct Conversion {
     bool left = false;
     bool zeros = false;
     std::size_t width = 0;
-    int precision = -1; // below 0: not given
-    char type = '\0';   // 0: an unknown conversion
+    int precision = -1; // negative if there is none
+    char type = '\0';   // zero for an unknown conversion
 };
 
 constexpr std::size_t kWidest = 4096;
@@ -33,7 +34,7 @@ std::size_t take_number(char const *& at)
     return number;
 }
 
-// Reads what comes after a "%" and moves `at` past it.
+// Reads what follows a "%" and moves `at` past it.
 Conversion take_conversion(char const *& at)
 {
     Conversion result;
@@ -53,7 +54,7 @@ Conversion take_conversion(char const *& at)
     return result;
 }
 
-// A number's text in two parts; zeros may go between them.
+// The text of a number in two parts. Zeros can be inserted between them.
 struct Number {
     std::string_view sign;
     std::string digits;
@@ -174,11 +175,16 @@ std::u16string format_text(char const * format, FormatArgument const * arguments
     }
 }
 
-std::int32_t write_cut(char16_t * buffer, std::size_t size, std::u16string_view text) noexcept
+std::int32_t format_cut(char16_t * buffer, std::size_t size, char const * format, FormatArgument const * arguments,
+    std::size_t count) noexcept
 {
     if (buffer == nullptr || size == 0)
         return 0;
-    std::size_t const length = text.copy(buffer, size - 1);
+    std::size_t length = 0;
+    try {
+        length = format_text(format, arguments, count).copy(buffer, size - 1);
+    } catch (std::exception const &) { // no memory for the whole text
+    }
     buffer[length] = u'\0';
     return static_cast<std::int32_t>(length);
 }

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Room for the longest text. An integer has at most 32 binary digits and a sign, a real fewer characters.
+// The longest text is a whole number of 32 binary digits and a sign.
 constexpr std::size_t kLongest = 40;
 
 void assign(KelpString & out, char const * begin, char const * end)
@@ -19,14 +19,14 @@ void assign(KelpString & out, char const * begin, char const * end)
     out.assign(wide, static_cast<std::size_t>(wideEnd - wide));
 }
 
-// A real: its significant digits, without a point and trailing zeros, and the power of ten of the first one.
+// The significant digits of a real, without trailing zeros, and the power of ten of the first digit.
 struct Digits {
     char digits[24];
     int count = 0;
     int exponent = 0;
 };
 
-// Takes apart what to_chars writes in its scientific form: "1.25e+20".
+// Reads the scientific form of to_chars: "1.25e+20".
 Digits digits_of(char const * at, char const * end)
 {
     Digits result;
@@ -35,7 +35,7 @@ Digits digits_of(char const * at, char const * end)
             result.digits[result.count++] = *at;
     while (result.count > 1 && result.digits[result.count - 1] == '0')
         --result.count;
-    at += at[1] == '+' ? 2 : 1; // from_chars takes a "-" and no "+"
+    at += at[1] == '+' ? 2 : 1; // from_chars reads a "-" but no "+"
     std::from_chars(at, end, result.exponent);
     return result;
 }
@@ -51,7 +51,7 @@ Digits digits_of(double magnitude, int limit)
     return digits_of(buffer, end);
 }
 
-// Both functions write to `out` and return the place after what they wrote.
+// Writes to `out` and returns the end of what it wrote.
 char * write_exponent_form(char * out, Digits const & number)
 {
     *out++ = number.digits[0];
@@ -66,6 +66,7 @@ char * write_exponent_form(char * out, Digits const & number)
     return std::to_chars(out, out + 3, size).ptr;
 }
 
+// Writes to `out` and returns the end of what it wrote.
 char * write_fixed_form(char * out, Digits const & number)
 {
     char const * const end = number.digits + number.count;

@@ -1,24 +1,20 @@
 #pragma once
 #include <unistd.h>
+#include <utility>
 
-// The number of an open file, which is closed at the end of a scope, or a number below 0.
+// Owns an open file by its number, which is below 0 if there is none.
 class Descriptor {
 public:
-    Descriptor() = default;
     explicit Descriptor(int number) noexcept : fNumber(number) {}
+    Descriptor(Descriptor && other) noexcept : fNumber(std::exchange(other.fNumber, -1)) {}
     ~Descriptor()
     {
         if (fNumber >= 0)
             ::close(fNumber);
     }
-    Descriptor(Descriptor const &) = delete;
-    Descriptor & operator=(Descriptor const &) = delete;
-
-    // Takes over what was opened. It had no open file before.
-    void take(int number) noexcept { fNumber = number; }
 
     int number() const noexcept { return fNumber; }
 
 private:
-    int fNumber = -1;
+    int fNumber;
 };

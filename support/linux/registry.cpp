@@ -15,8 +15,8 @@ namespace {
 
 constexpr std::size_t kLargestFile = 1024 * 1024; // in bytes
 
-// The folders that may hold settings, the most personal first. In a process that has more rights than the user who
-// started it, secure_getenv gives nothing: the user does not choose a folder then.
+// The folders that may hold settings, the user's before the machine's. In a process that has more rights than the
+// user who started it, secure_getenv returns null, so the user cannot choose a folder.
 std::vector<std::string> setting_folders()
 {
     std::vector<std::string> folders;
@@ -28,8 +28,7 @@ std::vector<std::string> setting_folders()
     return folders;
 }
 
-// The bytes of a settings file; none for a file that is missing, too large, not a regular file or not read to its
-// end.
+// The bytes of a settings file. None if the file is missing, too large, not a regular file or unreadable.
 std::string read_file(std::string const & path)
 {
     Descriptor const file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
@@ -50,7 +49,7 @@ std::string read_file(std::string const & path)
     return {};
 }
 
-// What the first file says that speaks of the value.
+// The value from the first file that has it.
 std::optional<RegistryValue> find_value(
     RegistryWrapper::RootKey root, KelpString const & key, KelpString const & name)
 {
@@ -59,7 +58,7 @@ std::optional<RegistryValue> find_value(
     KelpString fullKey("HKEY_LOCAL_MACHINE\\");
     fullKey += key;
     for (std::string const & folder : setting_folders()) {
-        KelpString const text = decode_registry_text(read_file(folder + "/odbomodule/registry.reg"));
+        KelpString const text = KelpString::fromUTF8(read_file(folder + "/odbomodule/registry.reg"));
         if (std::optional<RegistryValue> value = find_registry_value(text, fullKey, name))
             return value;
     }

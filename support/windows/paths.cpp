@@ -7,7 +7,7 @@
 std::filesystem::path native_path(KelpString const & text)
 {
     wchar_t const * const begin = ole_characters(text.data());
-    return std::filesystem::path(begin, begin + text.size()); // 16 bits throughout, lone surrogates included
+    return std::filesystem::path(begin, begin + text.size()); // which may have lone surrogates
 }
 
 std::filesystem::path temporary_folder()
@@ -15,6 +15,6 @@ std::filesystem::path temporary_folder()
     wchar_t folder[MAX_PATH + 1];
     DWORD const length = ::GetTempPathW(static_cast<DWORD>(std::size(folder)), folder);
     if (length == 0 || length >= std::size(folder))
-        return std::filesystem::current_path();
+        return {};
     return std::filesystem::path(folder, folder + length);
 }

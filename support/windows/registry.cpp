@@ -12,8 +12,8 @@ bool has_zero(KelpString const & text)
     return text.std::u16string::find(u'\0') != text.npos;
 }
 
-// Reads a value of the type that `flags` name into `out`, which has `size` bytes. A name with a zero character is
-// not found: no registry can hold it.
+// Reads a value of the type in `flags` into `out`, which has room for `size` bytes. The registry has no names with
+// a zero character; they are not found.
 LSTATUS read_value(RegistryWrapper::RootKey root, KelpString const & key, KelpString const & name, DWORD flags,
     void * out, DWORD & size)
 {
@@ -28,13 +28,13 @@ LSTATUS read_value(RegistryWrapper::RootKey root, KelpString const & key, KelpSt
 bool RegistryWrapper::readRegKeyValue(
     RootKey root, KelpString const & key, KelpString const & name, KelpString & out)
 {
-    // The value may grow between two calls. Variables in it come with their values put in.
+    // The value may grow between two calls. The system replaces environment variables in it.
     std::u16string text(256, u'\0');
     for (;;) {
         auto size = static_cast<DWORD>(text.size() * sizeof(char16_t));
         LSTATUS const status = read_value(root, key, name, RRF_RT_REG_SZ, text.data(), size);
         if (status == ERROR_MORE_DATA) {
-            text.resize(std::max(text.size() * 2, size / sizeof(char16_t) + 1));
+            text.resize(std::max<std::size_t>(text.size() * 2, size / sizeof(char16_t) + 1));
             continue;
         }
         if (status != ERROR_SUCCESS)
@@ -48,7 +48,7 @@ bool RegistryWrapper::readRegKeyValue(RootKey root, KelpString const & key, Kelp
 {
     DWORD number = 0;
     DWORD size = sizeof number;
-    // Wine would put the variables of a text into the number, and write past its end.
+    // RRF_NOEXPAND: Wine would replace variables in a text even here, and write past the number's end.
     if (read_value(root, key, name, RRF_RT_REG_DWORD | RRF_NOEXPAND, &number, size) != ERROR_SUCCESS)
         return false;
     out = number != 0;

@@ -1,11 +1,8 @@
 #!/usr/bin/env bash
-# exports_test.sh LIBRARY LIST [--update]: holds what the library exports against its list beside this script: the functions
-# and data by name, each class with a virtual table or type information as one line. --update writes the list, from a
-# library of Linux.
-# A DLL has the same list but for three things. OLE automation is the system's own there. A class within a class is not
-# exported with it. A size is an unsigned long long. Else nothing is left out: members that are written in a class are
-# not exported there either, and its classes show by their virtual tables, since each module has the type information
-# for itself.
+# exports_test.sh LIBRARY LIST [--update]: compares the library's exports with a list: functions and data by name, and one line for each
+# class with a virtual table or type information. --update writes the list from a library for Linux.
+# A DLL has the same list with three differences: OLE automation belongs to the system, a nested class is not exported with the outer
+# one, and std::size_t is unsigned long long.
 set -euo pipefail
 export LC_ALL=C
 library=$1
@@ -36,6 +33,6 @@ if [[ ${3:-} == --update && $library != *.dll ]]; then
     exported > "$list"
     echo "$(wc -l < "$list") lines written to $list"
 elif ! changes=$(difference); then
-    printf '%s\n' "$changes" "What is exported has changed. If that is meant, run: $0 $library $list --update" >&2
+    printf '%s\n' "$changes" "The exports have changed. If this is intended, run: $0 $library $list --update" >&2
     exit 1
 fi

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# layout_test.sh COMPILER [--update]: holds against tests/abi/layout.txt what a host links to by place or number, in the
-# headers that it includes: the size, bases, fields and virtual operations of each class, who may end an object, and the
-# enumerators of each enumeration. --update writes the file. All of it comes from g++'s debug information.
+# layout_test.sh COMPILER [--update]: compares the class layout in the public headers with tests/abi/layout.txt: the size, bases, fields,
+# virtual operations and destructor of each class, and the enumerators of each enumeration. --update writes the file. The layout comes
+# from g++'s debug information.
 #
-# A base and a field stand with their offset, a virtual operation with its place in the virtual table. An override has the
-# place of what it overrides. A virtual destructor has two places: those missing between the others.
+# The number of a base or field is its offset. The number of a virtual operation is its place in the virtual table; an override has the
+# place of the operation that it overrides. A virtual destructor has two places, which the list leaves out.
 set -euo pipefail
 export LC_ALL=C
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
@@ -16,10 +16,10 @@ mapfile -t headers < <(grep -rlw --include='*.h' MDX_API source | sort; ls sourc
 printf '#include "%s"\n' "${headers[@]}" | "$1" -std=c++17 -I . -c -o "$object" -gdwarf-5 -femit-class-debug-always \
     -fno-eliminate-unused-debug-types -x c++ -
 
-# Prints lines of: name of the class, number to sort by, line of the list.
+# Prints the lines of the list, each with the name of its class and a number for sorting.
 sections() {
     readelf --debug-dump=rawline --debug-dump=info "$object" | c++filt | awk '
-        # Files in a folder with a relative name are those of this tree.
+        # Only the files of this tree are in folders with relative names.
         /^ The (Directory|File Name) Table/ { table = $2 }
         /^  [0-9]+\t/ && table == "Directory" { relative[$1] = !/: \// }
         /^  [0-9]+\t/ && table == "File" { own[$1] = relative[$2] }
@@ -93,7 +93,7 @@ sections() {
                 if (!is_record(entry) && kind[entry] != "enumeration") continue
                 section = full_name(entry)
                 if (!own[value[entry, "decl_file"]] || value[entry, "declaration"]) continue
-                if (!value[entry, "name"] || section ~ /[<(]/) continue # no unnamed one, template or local one
+                if (!value[entry, "name"] || section ~ /[<(]/) continue # unnamed, a template or local
                 say(-3)
                 say(-2, section ": " kind[entry] " of " value[entry, "byte_size"] " bytes")
                 say_children(entry, 0)
@@ -101,8 +101,8 @@ sections() {
         }'
 }
 layout() {
-    echo "# What hosts link to by place or number. Written by tests/abi/layout_test.sh COMPILER --update"
-    # The templates of the standard library without their usual last arguments.
+    echo "# Class layout, written by tests/abi/layout_test.sh COMPILER --update"
+    # Templates of the standard library are shown without their default arguments.
     local nested='[^<>]*'
     for _ in 1 2 3 4; do nested="([^<>]|<$nested>)*"; done
     sections | sort -t $'\t' -s -k 1,1 -k 2,2n | cut -f 3 |
@@ -113,6 +113,6 @@ if [[ ${2:-} == --update ]]; then
     layout > "$list"
     echo "$(wc -l < "$list") lines written to $list"
 elif ! difference=$(layout | diff -u --label "$list" --label headers "$list" -); then
-    printf '%s\n' "$difference" "What hosts link to has changed. If that is meant, run: $0 $1 --update" >&2
+    printf '%s\n' "$difference" "The class layout has changed. If this is intended, run: $0 $1 --update" >&2
     exit 1
 fi

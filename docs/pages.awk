@@ -1,0 +1,29 @@
+# Doxygen reads each Markdown page through this filter, which writes code, tables and indented blocks as it needs
+# them.
+
+# Between single backticks, code would end at a quote; between double ones, at an odd number of double quotes.
+function code(text) {
+    if (text !~ /["%]/) return text == "" ? "" : "``" text "``"
+    gsub(/[\\@%#<>&*]|::|--/, "\\\\&", text)
+    gsub(/"/, "\\&quot;", text)
+    return "<code>" text "</code>"
+}
+
+/^```/ { in_block = !in_block }
+in_block || /^```/ { print; next }
+{
+    count = split($0, parts, "`") # text and code in turn
+    line = ""
+    columns = 0
+    for (i = 1; i <= count; ++i) {
+        if (i % 2) columns += gsub(/\|/, "|", parts[i])
+        line = line (i % 2 ? parts[i] : code(parts[i]))
+    }
+}
+# Doxygen takes a table for text if a row has fewer cells than the head.
+!/^\|/ { head = 0 }
+/^\|/ && !head { head = columns }
+/^\|/ { while (columns++ < head) line = line " |" }
+# It takes indented code for text unless an empty line is above.
+/^#/ { line = line "\n" }
+{ print line }

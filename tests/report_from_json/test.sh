@@ -1,0 +1,80 @@
+#!/usr/bin/env bash
+# test.sh PROGRAM [--update]: the program prints the texts beside this script for examples/sales.json and every_name.json,
+# every_name.json uses all names that the program knows, and a fault of a file is reported with its place. --update writes
+# the texts.
+set -euo pipefail
+program=$1
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+sample=$here/../../examples/sales.json
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+for file in "$sample" "$here/every_name.json"; do
+    text=$here/$(basename "$file" .json).txt
+    if [[ ${2:-} == --update ]]; then
+        "$program" "$file" --steps > "$text"
+    fi
+    "$program" "$file" --steps | diff -u "$text" -
+done
+
+guide=$here/../../docs/report_file.md
+awk '/^```/ { inside = $0 == "```json"; next } inside' "$guide" > "$work/guide.json"
+"$here/../document_test.sh" "$guide" "$program" "$work/guide.json"
+
+failed=0
+
+# expect_names TITLE PREFIX AXIS: the report with that title has each name that the program knows for the "?" of the axis.
+# PREFIX is what is before a name there.
+expect_names() {
+    local report names name
+    report=$(awk -v title="\"title\": \"$1\"" '/"title":/ { inside = index($0, title) } inside' "$here/every_name.json")
+    sed -e '/"reports": \[/q' "$here/every_name.json" > "$work/names.json"
+    printf '{ "title": "", "statement": "select", "axes": [%s] }]}\n' "$3" >> "$work/names.json"
+    names=$("$program" "$work/names.json" 2>&1 | sed -n 's/.*"?" is unknown here; known: //p' || true)
+    while read -r name; do
+        [[ $report == *"$2\"$name\""* ]] || { echo "every_name.json, $1: $2\"$name\" is missing" >&2; failed=1; }
+    done <<< "${names//, /$'\n'}"
+}
+expect_names 'Steps of a set' '[' '{ "steps": [["?"]] }'
+expect_names 'Steps of a member' '[' '{ "from": { "members": [{ "from": "[Store].[All]", "steps": [["?"]] }] } }'
+expect_names 'Steps of a value' '[' '{ "steps": [["OrderByValue", "ascending", { "steps": [["?"]] }]] }'
+expect_names 'Conditions' '[' '{ "steps": [["TakeFilter", ["?"]]] }'
+expect_names 'Steps of a set' '' '{ "steps": [["Order", "?", "[Store].[All]"]] }'
+expect_names 'Steps of a set' '' '{ "steps": [["TakeExtremity", "?", "Sum", 1]] }'
+expect_names 'Steps of a set' '' '{ "steps": [["TakeExtremity", "Top", "?", 1]] }'
+expect_names 'Steps of a set' '{ ' '{ "from": { "?": 1 } }'
+
+# fault TEXT OTHER MESSAGE: with OTHER in the place of TEXT, the file is rejected by a line that begins with the message.
+fault() {
+    local file status=0
+    file=$(< "$sample")
+    printf '%s\n' "${file//"$1"/$2}" > "$work/file.json"
+    "$program" "$work/file.json" > "$work/out" 2> "$work/err" || status=$?
+    if [[ $status != 1 || -s $work/out || $(< "$work/err") != "$work/file.json: $3"* ]]; then
+        printf '%s\n' "\"$1\" as \"$2\" was to tell: $3" "status $status and:" "$(< "$work/err")" >&2
+        failed=1
+    fi
+}
+fault '"TakeLeafNodes"' '"TakeLeaves"' 'reports[2].axes[1].steps[0][0]: "TakeLeaves" is unknown here; known: *=, +=, -=, AddCalculations,'
+fault '"TakeSubset", 0' '"TakeSubset", "first"' 'reports[2].axes[1].steps[1][1]: expected a whole number, found "first"'
+fault '"TakeSubset", 0, 20' '"TakeSubset", 0' 'reports[2].axes[1].steps[1]: TakeSubset takes 2 arguments, found 1'
+fault '["LoopLeft"]' '["LoopLeft", 2]' 'reports[2].axes[0].from.members[0].steps[0]: LoopLeft takes 0 arguments, found 1'
+fault '"level": "[Store].[City]"' '"level": "[Store].[Town]"' 'reports[1].axes[1].from.level: "[Store].[Town]" is unknown here; known: [Measures].'
+fault '["is null"' '["is nil"' 'reports[0].axes[1].steps[1][1][2][1][0]: "is nil" is unknown here; known: !=, *, +,'
+fault '"nonEmpty": true' '"nonEmtpy": true' 'reports[0].axes[1]: "nonEmtpy" is unknown here; known: from, nonEmpty, properties, steps'
+fault '"Count", 3, ["[Measures].[Store Sales]", "[Time].[Calendar].[2025]"]' '"Sum", 3' \
+    'reports[1].axes[1].steps[1]: A tuple is needed to measure by.'
+fault '"sets": ["[Home]"]' '"sets": []' 'reports[5]: '
+fault '"Store Cost", "Unit Sales"' '"Store Sales"' 'cube.dimensions[0]: The cube has [Measures].[Store Sales] already'
+fault '["TakeLeafNodes", "[Store]"]' '["TakeFilter", ["current"]]' 'reports[2].axes[1].steps[0]: The tuple is empty.'
+fault '["TakeLeafNodes", "[Store]"]' "$(printf '["not",%.0s' {1..200})" 'lists and objects are nested more than 200 levels deep'
+fault '["TakeLeafNodes", "[Store]"]' '["TakeAncestorsOfMember", "[Store].[Europe]", 2147483647]' \
+    'reports[2].axes[1].steps[0]: the text gets too long'
+fault '["[Measures].[Unit Sales]", "[Measures].[Store Sales]"]' 5 \
+    'reports[2].axes[0].steps[0][1]: expected MDX, a list of members or an object, found 5'
+fault '"slicer": ["[Time]' '"slicer": ["[Tmie]' \
+    'reports[0].slicer[0]: "[Tmie].[Calendar].[2025].[Q1]" is unknown here; known: [Measures].[Profit], [Store].[Europe], [M'
+fault '"solveOrder": 2' '"solveOrder": 1e400' "number overflow parsing '1e400'"
+fault '"cube": {' '"cube": [' 'parse error at line 3, column 15: '
+[[ $("$program" "$work" 2>&1) == "$work: the file cannot be read" ]] || failed=1
+exit "$failed"
