@@ -12,7 +12,7 @@
 
 namespace {
 
-using memory_cube::current, memory_cube::current_set, memory_cube::mdx;
+using memory_cube::mdx;
 
 ExpressionType const kUnknown{ 300 };
 
@@ -121,12 +121,6 @@ TEST_P(Nodes, AreWrittenByAServerThatIsAsked)
 }
 
 #include "documented_nodes.h"
-
-TEST(Condition, IsTheCurrentTupleOrSet)
-{
-    expect_operation(kBoth, { CALL(f.set->Filter(current().get(), f.tuple)), "( [F], [G] ) " });
-    expect_operation(kBoth, { CALL(f.set->TakeFilter(current_set().get(), nullptr)), "FILTER( {A}, {A})" });
-}
 
 TEST(Condition, NeedsTheValueOfATruth)
 {
