@@ -6,8 +6,8 @@
 
 namespace {
 
-// The levels and the paths of members have names from the top down. The members given are those at the bottom; those
-// above them follow from the paths.
+// Levels and paths list names from the top down. Only the lowest members have a row; their paths name the members
+// above.
 struct CalculationRow {
     char const * name;
     char const * parent; // the path of a member; empty directly under the hierarchy

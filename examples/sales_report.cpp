@@ -1,4 +1,4 @@
-// Composes the statements of a small sales report and prints them. Each function shows one of them.
+// Composes and prints the statements of a small sales report. Each function below shows one kind of statement.
 #include "retail_cube.h"
 #include <odbomodule/memory_cube.h>
 
@@ -18,12 +18,12 @@ namespace {
 enum Direction : std::int32_t { Ascending = 0, Descending = 1 };
 std::vector<KelpString> const kNone;
 
-// What every statement starts from: the host's cube, and a maker for it.
+// What all statements share: the host's cube and a maker for it.
 struct Report {
     memory_cube::Cube cube = retail_cube();
     memory_cube::Maker make{ cube };
 
-    // By their unique names.
+    // Both take unique names.
     RefPtr<MDXField> member(char const * name) { return make.member(cube.member(name)); }
     RefPtr<MDXField> calculated(char const * name) { return make.calculated(cube.calculation(name)); }
     RefPtr<MDXValue> sum(RefPtr<MDXSet> const & set)
@@ -43,7 +43,7 @@ void print(char const * heading, MDXQuery const & query)
     std::cout << "\n";
 }
 
-// Writes the statement to the query log, if this machine's settings ask for one. A host sends the statement to its
+// Writes the statement to the query log if this machine's settings ask for one. A host sends the statement to its
 // server between timeQuery and logQuery.
 void log_query(Report & report, MDXQuery const & query)
 {
@@ -54,9 +54,9 @@ void log_query(Report & report, MDXQuery const & query)
     }
     MDXQueryLog::MDXQueryTimer * timer = nullptr;
     log->timeQuery(&timer);
-    std::unique_ptr<MDXQueryLog::MDXQueryTimer> running(timer); // ours while the statement may still throw
+    std::unique_ptr<MDXQueryLog::MDXQueryTimer> running(timer); // deletes the timer if the statement throws
     log->logQuery(&query, running.get());
-    running.release(); // the log has ended it
+    running.release(); // the log has deleted it
     std::cout << "The statement was written to the query log.\n\n";
 }
 
@@ -74,8 +74,8 @@ void members_on_the_server(Report & report)
     print("Calculated members on the server", *create);
 }
 
-// The stores in the order of the cube, with two countries opened, the ones that sold little left out, and the
-// calculated member added after them.
+// The stores in the order of the cube, with two countries drilled down. Stores with low sales are filtered out, and
+// a calculated member follows the others.
 RefPtr<MDXSet> opened_stores(Report & report)
 {
     memory_cube::Hierarchy * const stores = report.cube.hierarchy("[Store]");
@@ -110,7 +110,7 @@ void filtered_report(Report & report)
     query->AddSlicerSpecification(report.member("[Time.Calendar].[2025].[Q1]").get());
     query->AddSlicerSpecification(report.member("[Product].[All Products].[Food].[Snacks ]]Salty[]").get());
     query->AddCellProperties({ "VALUE", "FORMATTED_VALUE" });
-    print("Stores with sales of 1000 or more, two countries opened", *query);
+    print("Stores with sales of 1000 or more, two countries drilled down", *query);
     log_query(report, *query);
 }
 
@@ -138,7 +138,7 @@ void best_products(Report & report)
     RefPtr const query = report.make.select();
     query->AddAxisSpecification(0, products.get(), kNone, MDXSelectQuery::NES_ALL);
     query->AddSlicerSpecification(report.member("[Measures].[Unit Sales]").get());
-    print("The ten products that sell best", *query);
+    print("The ten best-selling products", *query);
 }
 
 void stores_by_quarter(Report & report)
@@ -155,7 +155,7 @@ void stores_by_quarter(Report & report)
     RefPtr const query = report.make.select();
     query->AddAxisSpecification(0, columns.get(), kNone, MDXSelectQuery::NES_ALL);
     query->AddAxisSpecification(1, rows.get(), kNone, MDXSelectQuery::NES_ALL);
-    print("Two quarters beside each other, for chosen places", *query);
+    print("Two quarters side by side, for selected places", *query);
 }
 
 void around_a_month(Report & report)
@@ -185,11 +185,11 @@ void named_set(Report & report)
     RefPtr const query = report.make.select();
     RefPtr rows = report.make.set("[Flagship Places]");
     query->AddAxisSpecification(0, rows.get(), kNone, MDXSelectQuery::NES_ALL);
-    print("A statement that uses it", *query);
+    print("A statement that uses the named set", *query);
 
     RefPtr const drop = report.make.drop();
     drop->AddSetToDrop("[Flagship Places]");
-    print("The end of the named set", *drop);
+    print("Dropping the named set", *drop);
 }
 
 void end_of_the_members(Report & report)
@@ -197,7 +197,7 @@ void end_of_the_members(Report & report)
     RefPtr const drop = report.make.drop();
     for (char const * name : { "[Store].[Flagship Stores]", "[Store].[Rest of the World]" })
         drop->AddMemberToDrop(report.calculated(name)->getText());
-    print("The end of the calculated members", *drop);
+    print("Dropping the calculated members", *drop);
 }
 
 void refused_direction(Report & report)
@@ -208,7 +208,7 @@ void refused_direction(Report & report)
         cities->Order(4, report.make.tuple({ report.member("[Measures].[Store Sales]") }).get());
     } catch (MDXError const & error) {
         std::cout << error.module() << " 0x" << std::hex << error.code() << std::dec << ": " << error.getText()
-                  << "\nThe set is as it was: " << cities->getText() << "\n";
+                  << "\nThe set is unchanged: " << cities->getText() << "\n";
     }
 }
 

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-// -Weffc++ warns of pointers that are copied and of an && of one's own; both are meant here.
+// -Weffc++ objects to pointers that are copied and to overloads of && and ||. Both are intended here.
 #if defined(__GNUC__)
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Weffc++"
@@ -17,14 +17,14 @@
 
 namespace memory_cube {
 
-// A condition for MDXSet::TakeFilter: one node of a tree, with its operands. Conditions are values. They are made by
-// the functions below, combined by operators, copied and moved:
-//
-//     Condition enough = value(sales) >= 1000 && !is_null(current());
-//     rows->TakeFilter(enough.get(), key.get());
-//
-// The operators and functions put parentheses where MDX would read the text in another way. && and || always take
-// both operands.
+/// A condition for MDXSet::TakeFilter: one node of a tree, with its operands. A condition is a value, which can be
+/// copied and moved. The functions below make conditions, and operators combine them:
+///
+///     Condition enough = value(sales) >= 1000 && !is_null(current());
+///     rows->TakeFilter(enough.get(), key.get());
+///
+/// Operators and functions add the parentheses without which MDX would read the text differently. && and || always
+/// evaluate both operands.
 class Condition final : public BRIM_o::Expression {
     template <class Type>
     static constexpr bool is_number = std::is_arithmetic_v<Type> && !std::is_same_v<Type, char> &&
@@ -34,21 +34,21 @@ class Condition final : public BRIM_o::Expression {
 public:
     BRIM_o::ExpressionType fType;
     KelpString fText;
-    VARIANT fValue{}; // not cleared: what it points to is not the condition's
+    VARIANT fValue{}; // never cleared: the condition does not own what it points to
 
-    // A number, true or false; no character.
+    /// A number, true or false. Characters do not convert.
     template <class Number, class = std::enable_if_t<is_number<Number>>>
     Condition(Number number) : fType(std::is_same_v<Number, bool> ? BRIM_o::ET_BOOLVAL : BRIM_o::ET_VALUE)
     {
         fValue.vt = VT_R8;
         fValue.dblVal = static_cast<double>(number);
     }
-    // The text that a member, tuple, set or value has now.
+    /// The text that a member, tuple, set or value has now.
     template <class Object>
     Condition(RefPtr<Object> const & object) : Condition(BRIM_o::ET_STRING, object->getText())
     {}
 
-    // Any node, just as it is: no parentheses are added.
+    /// A node of any kind. No parentheses are added.
     explicit Condition(BRIM_o::ExpressionType type, std::vector<Condition> operands = {})
         : fType(type), fOperands(std::move(operands))
     {
@@ -65,12 +65,12 @@ public:
     {
         point_to_operands();
     }
-    Condition(Condition &&) = default; // operands that are moved stay in their place
+    Condition(Condition &&) = default; // moved operands keep their addresses
     Condition & operator=(Condition const & other) { return *this = Condition(other); }
     Condition & operator=(Condition &&) = default;
     ~Condition() = default;
 
-    // For a call of the library.
+    /// The argument for a call of the library.
     BRIM_o::Expression * get() { return this; }
 
     std::vector<BRIM_o::Expression *> const & getChildren() override { return fPointers; }
@@ -78,10 +78,10 @@ public:
     VARIANT const * getValue() override { return &fValue; }
     char16_t const * getString() override { return fText.c_str(); }
 
-    // How tightly a node's text holds together, from the loosest to the tightest.
+    /// How tightly the text of a node binds, from the loosest to the tightest.
     enum Binding { Or, And, Not, Comparison, Sum, Product, Whole };
 
-    // A node with its operands, of which those that hold less tightly than `least` are put in parentheses.
+    /// A node with its operands. Operands that bind less tightly than `least` are put in parentheses.
     template <class... Operands>
     static Condition of(BRIM_o::ExpressionType type, Binding least, Operands... operands)
     {
@@ -150,6 +150,7 @@ public:
 private:
     Binding binding() const
     {
+        // No default: a new kind has to be added here, or the compiler warns.
         switch (fType) {
         case BRIM_o::ET_OR:
         case BRIM_o::ET_OUTSIDE: return Or;
@@ -170,8 +171,29 @@ private:
         case BRIM_o::ET_TIMES:
         case BRIM_o::ET_DIVIDE:
         case BRIM_o::ET_INTDIVIDE: return Product;
-        default: return Whole;
+        case BRIM_o::ET_NEGATE:
+        case BRIM_o::ET_NATIVE:
+        case BRIM_o::ET_STRING:
+        case BRIM_o::ET_TEXT_193:
+        case BRIM_o::ET_TEXT_199:
+        case BRIM_o::ET_VALUE:
+        case BRIM_o::ET_CURRENT:
+        case BRIM_o::ET_CURRENTSET:
+        case BRIM_o::ET_TUPLE:
+        case BRIM_o::ET_TUPLE_VALUE:
+        case BRIM_o::ET_MEMBER_VALUE:
+        case BRIM_o::ET_FILTER:
+        case BRIM_o::ET_EXCEPT:
+        case BRIM_o::ET_TOPSUM:
+        case BRIM_o::ET_TOPPERCENT:
+        case BRIM_o::ET_TOPCOUNT:
+        case BRIM_o::ET_BOTTOMSUM:
+        case BRIM_o::ET_BOTTOMPERCENT:
+        case BRIM_o::ET_BOTTOMCOUNT:
+        case BRIM_o::ET_GROUP_190:
+        case BRIM_o::ET_GROUP_206: return Whole;
         }
+        return Whole; // a number that is not a kind, which the library rejects
     }
     void point_to_operands()
     {
@@ -180,55 +202,57 @@ private:
     }
 
     std::vector<Condition> fOperands;
-    std::vector<BRIM_o::Expression *> fPointers; // to them
+    std::vector<BRIM_o::Expression *> fPointers; // to fOperands
 };
 
-// MDX that goes in as it is. One that holds an operator brings its own parentheses.
+/// MDX, inserted unchanged. Text that holds an operator has to bring its own parentheses.
 inline Condition mdx(KelpString const & text)
 {
     return Condition(BRIM_o::ET_STRING, text);
 }
-// A text constant, with its quotes.
+/// A text constant. The quotes are added.
 inline Condition text(KelpString const & text)
 {
     return mdx(quoted(text));
 }
-// The tuple that is given to TakeFilter, and the set that is filtered.
+/// The tuple that is given to TakeFilter.
 inline Condition current()
 {
     return Condition(BRIM_o::ET_CURRENT);
 }
+/// The set that is filtered.
 inline Condition current_set()
 {
     return Condition(BRIM_o::ET_CURRENTSET);
 }
-// ( first, second ), of at least one member.
+/// ( first, second ), from one member or more.
 inline Condition tuple(std::vector<Condition> members)
 {
     return Condition(BRIM_o::ET_TUPLE, std::move(members));
 }
-// The value of a tuple, or of a member. A tuple's value alone stands in arithmetic without parentheses.
+/// The value of a tuple. In arithmetic it is the only operand that is written without parentheses.
 inline Condition value(Condition tuple)
 {
     return Condition::of(BRIM_o::ET_TUPLE_VALUE, Condition::Whole, std::move(tuple));
 }
+/// The value of a member.
 inline Condition member_value(Condition member)
 {
     return Condition::of(BRIM_o::ET_MEMBER_VALUE, Condition::Whole, std::move(member));
 }
-// Whether the cube has no value there.
+/// tuple = NULL
 inline Condition is_null(Condition tuple)
 {
     bool const isTuple = tuple.fType == BRIM_o::ET_TUPLE || tuple.fType == BRIM_o::ET_CURRENT;
     return Condition::of(BRIM_o::ET_TUPLE_IS_NULL, Condition::Or,
         isTuple ? std::move(tuple) : memory_cube::tuple({ std::move(tuple) }));
 }
-// x >= low AND x <= high
+/// x >= low AND x <= high
 inline Condition between(Condition x, Condition low, Condition high)
 {
     return Condition::of(BRIM_o::ET_BETWEEN, Condition::Sum, std::move(x), std::move(low), std::move(high));
 }
-// x < low OR x > high
+/// x < low OR x > high
 inline Condition outside(Condition x, Condition low, Condition high)
 {
     return Condition::of(BRIM_o::ET_OUTSIDE, Condition::Sum, std::move(x), std::move(low), std::move(high));

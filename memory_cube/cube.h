@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-// -Weffc++ warns of pointers that are copied and of an && of one's own; both are meant here.
+// -Weffc++ objects to structs that hold pointers and declare no copy functions. These pointers own nothing.
 #if defined(__GNUC__)
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Weffc++"
@@ -19,13 +19,15 @@
 
 namespace memory_cube {
 
-// A name in brackets, each "]" in it doubled; a text constant in single quotes, each of those in it doubled.
+/// [name], with each "]" in the name doubled.
 inline KelpString bracketed(KelpString const & name)
 {
     KelpString doubled;
     double_sqaure_brackets(doubled, name);
     return u"[" + doubled + u"]";
 }
+
+/// 'text', with each single quote in the text doubled.
 inline KelpString quoted(KelpString const & text)
 {
     KelpString doubled;
@@ -33,7 +35,8 @@ inline KelpString quoted(KelpString const & text)
     return u"'" + doubled + u"'";
 }
 
-// The parts of a cube, as plain structs. A short name is kept as it stands between brackets.
+/// The parts of a cube are plain structs. A host may derive from them to add what it knows about a part. `fName` is
+/// the name as MDX writes it between brackets: without the brackets, but with each "]" doubled.
 struct Dimension : BRIM_o::Dimension {
     KelpString fName;
     KelpString fUniqueName;
@@ -60,7 +63,7 @@ struct Member : BRIM_o::Member {
     KelpString const & getUniqueName() const override { return fUniqueName; }
 };
 
-// The name is for Maker::calculated alone.
+/// A calculated member. Only Maker::calculated reads `fName`.
 struct Calculation : BRIM_o::Calculation {
     BRIM_o::Hierarchy const * fHierarchy;
     KelpString fUniqueName;
@@ -79,7 +82,7 @@ struct Calculation : BRIM_o::Calculation {
 
 struct Hierarchy : BRIM_o::Hierarchy {
     Dimension const * fDimension;
-    KelpString fName; // empty if it has the name of its dimension
+    KelpString fName; // empty if the hierarchy has the name of its dimension
     KelpString fUniqueName;
     std::vector<Level *> fLevels;                                               // from the top down
     std::vector<std::pair<BRIM_o::CalculationId, Calculation *>> fCalculations; // in the order of the text
@@ -92,7 +95,7 @@ struct Hierarchy : BRIM_o::Hierarchy {
     KelpString const & getUniqueName() const override { return fUniqueName; }
     BRIM_o::Level * getLevel(std::int32_t index) const override
     {
-        auto const i = static_cast<std::size_t>(index); // a negative one is too large
+        auto const i = static_cast<std::size_t>(index); // a negative index becomes too large
         return i < fLevels.size() ? fLevels[i] : nullptr;
     }
     std::int32_t getLevelCount() override { return static_cast<std::int32_t>(fLevels.size()); }
@@ -119,19 +122,20 @@ struct Hierarchy : BRIM_o::Hierarchy {
     BRIM_o::Dimension const * getDimension() const override { return fDimension; }
 };
 
-// Owns the parts of a cube. The add_... functions take plain names and make the unique ones: brackets, and each "]"
-// of a name doubled. A part stays where it is as long as the cube lives, and is found by its unique name. A part that is
-// there already throws std::invalid_argument, an unknown name std::out_of_range.
+/// Owns the parts of a cube. The add_... functions take plain names and make the unique names: they add the
+/// brackets and double each "]" of a name. They throw std::invalid_argument if the cube already has that part. A
+/// part keeps its address until the cube ends. Parts are found by their unique names; an unknown name throws
+/// std::out_of_range.
 class Cube {
 public:
     template <class Part>
     using Parts = std::map<KelpString, Part>; // by unique name
 
-    // `name` is the cube's in MDX. `flatHierarchyNames` is what the generator is made with too: it tells the unique
-    // names [Time.Fiscal] from [Time].[Fiscal].
+    /// `name` is the cube's name in MDX, with its brackets. With `flatHierarchyNames` the unique name of a
+    /// hierarchy is [Time.Fiscal], otherwise [Time].[Fiscal]. The generator has to be made with the same flag.
     explicit Cube(KelpString const & name, bool flatHierarchyNames = false) : fName(name), fFlat(flatHierarchyNames)
     {}
-    Cube(Cube &&) = default; // a part stays where it is
+    Cube(Cube &&) = default; // parts keep their addresses
     Cube & operator=(Cube &&) = default;
 
     Dimension * add_dimension(KelpString const & name)
@@ -140,7 +144,7 @@ public:
         KelpString const uniqueName = u"[" + inner + u"]";
         return insert(fDimensions, uniqueName, inner, uniqueName);
     }
-    // Without a name the hierarchy has its dimension's.
+    /// Without a name the hierarchy has the name of its dimension.
     Hierarchy * add_hierarchy(Dimension const * dimension, KelpString const & name = {})
     {
         KelpString const inner = doubled(name);
@@ -150,7 +154,7 @@ public:
                                             : below(dimension->fUniqueName, name);
         return insert(fHierarchies, uniqueName, dimension, inner, uniqueName);
     }
-    // The next level down.
+    /// Adds the next level down.
     Level * add_level(Hierarchy * hierarchy, KelpString const & name)
     {
         KelpString const uniqueName = below(hierarchy->fUniqueName, name);
@@ -158,18 +162,19 @@ public:
         hierarchy->fLevels.push_back(level);
         return level;
     }
-    // A member of the top level, and one below another.
+    /// Adds a member of the top level.
     Member * add_member(Hierarchy const * hierarchy, KelpString const & name)
     {
         KelpString const uniqueName = below(hierarchy->fUniqueName, name);
         return insert(fMembers, uniqueName, uniqueName);
     }
+    /// Adds a child of another member.
     Member * add_member(Member const * parent, KelpString const & name)
     {
         KelpString const uniqueName = below(parent->fUniqueName, name);
         return insert(fMembers, uniqueName, uniqueName);
     }
-    // A calculated member, which a server knows by its hierarchy and its own name, wherever it hangs.
+    /// Adds a calculated member. Its unique name is the hierarchy's and its own name, even if it has a parent.
     Calculation * add_calculation(Hierarchy * hierarchy, KelpString const & name, Member const * parent = nullptr)
     {
         KelpString const uniqueName = below(hierarchy->fUniqueName, name);

@@ -11,7 +11,7 @@
 
 namespace memory_cube {
 
-// Makes expressions and statements, each with its reference in a RefPtr.
+/// Makes expressions and statements, as a generator does, but returns each in a RefPtr that holds its reference.
 class Maker {
 public:
     explicit Maker(std::unique_ptr<MDXQueryGenerator> generator) : fGenerator(std::move(generator)) {}
@@ -20,7 +20,7 @@ public:
     {}
     explicit Maker(Cube const & cube) : Maker(cube.name(), cube.flat_hierarchy_names()) {}
 
-    // What GenerateSet, GenerateField and GenerateValue make of the same arguments.
+    /// GenerateSet, GenerateField and GenerateValue with the same arguments.
     template <class... Arguments>
     RefPtr<MDXSet> set(Arguments const &... arguments) const
     {
@@ -35,11 +35,11 @@ public:
     RefPtr<MDXValue> value(Argument const & argument) const
     {
         static_assert(!std::is_integral_v<Argument> || sizeof(Argument) <= sizeof(std::int32_t),
-            "A number of more than 32 bits is cut: pass it as a text");
+            "GenerateValue takes numbers of 32 bits. Pass a longer one as text.");
         return RefPtr(fGenerator->GenerateValue(argument));
     }
 
-    // A calculated member by the name under which it is defined.
+    /// The calculated member, by its hierarchy and its own name. A CREATE defines it under this name.
     RefPtr<MDXField> calculated(Calculation const * calculation) const
     {
         return member(static_cast<BRIM_o::Calculation const *>(calculation), calculation->fName);
@@ -51,7 +51,7 @@ public:
             tuple->AddField(member.get());
         return tuple;
     }
-    // The set of these alone. For one of none, take set().
+    /// { first, second }. The empty set is set().
     RefPtr<MDXSet> list(std::vector<RefPtr<MDXField>> const & members) const { return set(pointers(members)); }
     RefPtr<MDXSet> list(std::vector<RefPtr<MDXTuple>> const & tuples) const { return set(pointers(tuples)); }
 

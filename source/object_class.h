@@ -7,9 +7,9 @@
 
 namespace support {
 
-// What the objects of one class share: their name, the number of the next one, and the levels that the log has for
-// them, which the first object looks up. Each class that derives from
-// RefCount itself has one, in its source file.
+// What the objects of a class share: its name, the id of the next object, and the log's levels for the class, which
+// the first object looks up. Each class that derives from RefCount directly has one ObjectClass, in its source
+// file.
 struct ObjectClass {
     std::u16string_view name;
     std::atomic<std::int32_t> nextId{ 0 };

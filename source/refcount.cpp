@@ -1,63 +1,17 @@
 #include "refcount.h"
 
 #include "frame/library_entry.h"
-#include "object_class.h"
 #include "host/wirral_mutex.h"
+#include "object_class.h"
 
 #include <iterator>
 
 namespace support {
 
-// A line of the log about an object. What cannot be found or written, for lack of memory or since the log throws,
-// is left out: it is no reason to fail a holder.
-struct LifeLine {
-    char const * module;
-    CoreLog::VerbosityType * RefCount::*level; // where an object keeps the module's level
-    std::int32_t lowest;                       // the level from which on the line is written
-    char const * format;                       // takes the name, the id, the address and the count
-
-    static LifeLine const kCreated, kDestroyed, kRaised, kLowered;
-
-    void write(RefCount & object) const noexcept
-    {
-        find_level(object);
-        std::int32_t const current = object.*level == nullptr ? 0 : (object.*level)->load();
-        if (current >= lowest)
-            write(object, current);
-    }
-    void find_level(RefCount & object) const noexcept
-    {
-        try {
-            if (object.*level == nullptr && gCoreLog != nullptr)
-                object.*level = gCoreLog->getModuleVerbosity(module, object.fName);
-        } catch (...) {
-        }
-    }
-    void write(RefCount & object, std::int32_t current) const noexcept
-    {
-        constexpr std::uint32_t kMessageCode = 0xC2011000;
-        try {
-            char16_t buffer[128];
-            void const * const address = &object;
-            suprintf(buffer, std::size(buffer), format, object.fName, object.fId, address, object.fRefCount);
-            char16_t const * const inserts[] = { buffer };
-            gCoreLog->log(kMessageCode, current, module, object.fName, 1, inserts);
-        } catch (...) {
-        }
-    }
-};
-
-LifeLine const LifeLine::kCreated{ "MEMORY", &RefCount::fMemoryVerbosity, 4, "%s(%03d) %x created" };
-LifeLine const LifeLine::kDestroyed{ "MEMORY", &RefCount::fMemoryVerbosity, 4, "%s(%03d) %x destroyed" };
-LifeLine const LifeLine::kRaised{ "INTERFACE", &RefCount::fInterfaceVerbosity, 5,
-    "%s(%03d) %x Refcount raised to %d" };
-LifeLine const LifeLine::kLowered{ "INTERFACE", &RefCount::fInterfaceVerbosity, 5,
-    "%s(%03d) %x Refcount lowered to %d" };
-
 RefCount::RefCount(KelpString const & name, std::int32_t id)
     : fMutex(std::make_unique<WirralMutex>()), fId(id), fName(name)
 {
-    LifeLine::kCreated.write(*this);
+    log_life("%s(%03d) %x created");
 }
 
 RefCount::RefCount(ObjectClass & objectClass)
@@ -68,12 +22,12 @@ RefCount::RefCount(ObjectClass & objectClass)
       fName(KelpString::Base(objectClass.name))
 {
     if (fMemoryVerbosity == nullptr) { // the first object of its class
-        LifeLine::kRaised.find_level(*this);
-        LifeLine::kCreated.find_level(*this);
+        find_level(fInterfaceVerbosity, "INTERFACE");
+        find_level(fMemoryVerbosity, "MEMORY");
         objectClass.interfaceVerbosity = fInterfaceVerbosity;
         objectClass.memoryVerbosity = fMemoryVerbosity;
     }
-    LifeLine::kCreated.write(*this);
+    log_life("%s(%03d) %x created");
 }
 
 RefCount::RefCount(RefCount const & other) : RefCount(other.fName, other.fId) {}
@@ -81,7 +35,7 @@ RefCount::RefCount(RefCount const & other) : RefCount(other.fName, other.fId) {}
 RefCount::~RefCount()
 {
     fMutex.reset();
-    LifeLine::kDestroyed.write(*this);
+    log_life("%s(%03d) %x destroyed");
 }
 
 RefCount & RefCount::operator=(RefCount const &)
@@ -94,7 +48,7 @@ std::int32_t RefCount::use()
 {
     WirralSynchronized const guard(*fMutex);
     ++fRefCount;
-    LifeLine::kRaised.write(*this);
+    log_count("%s(%03d) %x Refcount raised to %d");
     return fRefCount;
 }
 
@@ -107,15 +61,47 @@ std::int32_t RefCount::unuse()
         held = fRefCount > 0;
         if (held) {
             left = --fRefCount;
-            LifeLine::kLowered.write(*this);
+            log_count("%s(%03d) %x Refcount lowered to %d");
         }
     }
-    // The mutex is free before the object goes, since it goes with the object.
+    // The guard unlocks the mutex before the object is deleted, because the mutex is deleted with it.
     if (!held)
         support_dll::AssertionFailure("fRefCount > 0", ".\\source\\refcount");
     else if (left == 0)
         delete this;
     return left;
+}
+
+void RefCount::find_level(CoreLog::VerbosityType *& verbosity, char const * module) noexcept
+{
+    if (verbosity == nullptr && gCoreLog != nullptr)
+        verbosity = gCoreLog->getModuleVerbosity(module, fName);
+}
+
+void RefCount::log_life(char const * format) noexcept
+{
+    log("MEMORY", fMemoryVerbosity, 4, format);
+}
+
+void RefCount::log_count(char const * format) noexcept
+{
+    log("INTERFACE", fInterfaceVerbosity, 5, format);
+}
+
+void RefCount::log(
+    char const * module, CoreLog::VerbosityType *& verbosity, std::int32_t threshold, char const * format) noexcept
+{
+    constexpr std::uint32_t kMessageCode = 0xC2011000;
+    find_level(verbosity, module);
+    std::int32_t const level = verbosity == nullptr ? 0 : verbosity->load();
+    if (level < threshold)
+        return;
+    char16_t line[128];
+    void const * const address = this;
+    if (suprintf(line, std::size(line), format, fName, fId, address, fRefCount) == 0)
+        return;
+    char16_t const * const inserts[] = { line };
+    gCoreLog->log(kMessageCode, level, module, fName, 1, inserts);
 }
 
 }

@@ -9,32 +9,32 @@ class WirralMutex;
 
 namespace support {
 
-struct LifeLine;
 struct ObjectClass;
 
-// What every statement and expression is: an object that counts its holders. Born with one reference, which belongs
-// to whoever made it; the last unuse() deletes it. use() and unuse() may be called from any thread; everything else
-// on one object from one thread at a time. Objects may be made on several threads. A class of the host's own that
-// replaces use() or unuse() may not throw from them.
-//
-// The log gets a line when an object is created or destroyed, from level 4 of the module "MEMORY" on, and a line
-// when its count is raised or lowered, from level 5 of "INTERFACE" on. The sub-module is the class's name. A line that
-// the log cannot take, or for which memory runs out, is left out: it fails no holder.
+/// The base of every statement and expression: an object that counts its holders.
+///
+/// A new object has one reference, which belongs to whoever made it. The last unuse() deletes the object. Only
+/// use() and unuse() of one object may be called from several threads at once; different objects may be made and
+/// used on different threads. An override of use() or unuse() must not throw.
+///
+/// The log records when an object is created and destroyed (module "MEMORY", level 4 and above) and when its count
+/// changes (module "INTERFACE", level 5 and above). The sub-module is the name of the class. Logging never makes an
+/// operation fail: a line that cannot be written is dropped.
 class MDX_API RefCount {
 public:
     RefCount(KelpString const & name, std::int32_t id);
-    // A copy counts its own holders: it starts with one reference and has a mutex of its own.
+    /// A copy has its own mutex and one reference.
     RefCount(RefCount const & other);
 
 protected:
-    // For the module's own classes: takes name and number from what their objects share.
+    /// For the module's own classes, whose objects share a name and a counter.
     explicit RefCount(ObjectClass & objectClass);
     virtual ~RefCount();
 
 public:
-    // Counted objects are not meant to be assigned: reports an assertion failure and changes nothing. The
-    // assignment of a derived class comes here first, then copies the fields that the class adds. It takes that class
-    // alone, which hides this one on purpose.
+    /// Reports an assertion failure and changes nothing: counted objects are not meant to be assigned. The
+    /// assignment of a derived class calls this one first and then copies its own fields. It hides this one on
+    /// purpose, so the warning is off.
 #if defined(__GNUC__)
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Woverloaded-virtual"
@@ -44,15 +44,19 @@ public:
 #pragma GCC diagnostic pop
 #endif
 
-    // Takes a reference; returns the new count.
+    /// Takes a reference. Returns the new count.
     virtual std::int32_t use();
 
-    // Gives back a reference; returns the count that is left. At 0 the object is gone. If the count is 0 already,
-    // reports an assertion failure and changes nothing.
+    /// Gives back a reference. Returns the count that is left; at 0 the object no longer exists. If the count is 0
+    /// already, reports an assertion failure and changes nothing.
     virtual std::int32_t unuse();
 
 private:
-    friend struct LifeLine;
+    void find_level(CoreLog::VerbosityType *& verbosity, char const * module) noexcept;
+    void log_life(char const * format) noexcept;
+    void log_count(char const * format) noexcept;
+    void log(char const * module, CoreLog::VerbosityType *& verbosity, std::int32_t threshold,
+        char const * format) noexcept;
 
     std::unique_ptr<WirralMutex> fMutex;
     std::int32_t fId;

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# headers_test.sh COMPILER FOLDER HEADER...: each public header compiles by itself as C++17 without a warning. odbomodule.h defines no
-# macros but the library's and the standard library's. On Windows, host/automation.h changes nothing in <windows.h>.
+# headers_test.sh COMPILER FOLDER HEADER...: each public header compiles by itself as C++17 without a warning.
+# memory_cube/maker.h, which includes odbomodule.h, defines no macros but the library's and the standard library's.
+# On Windows, host/automation.h changes nothing in <windows.h>.
 set -euo pipefail
 export LC_ALL=C
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -28,17 +29,17 @@ printf '%s\n' "$@" | xargs -P "$(nproc)" -I '{}' bash -c 'compiles "$@"' - '{}' 
 macros() {
     "$compiler" -std=c++17 -I "$include" -x c++ -dM -E - | sed -E 's/^#define ([A-Za-z0-9_]+).*/\1/' | sort -u
 }
-all=$(macros <<< '#include <odbomodule/odbomodule.h>')
-standard=$(grep -rhE --include='*.h' '^#include <[a-z_]+>' "$root/source" | sort -u | macros)
+all=$(macros <<< '#include <odbomodule/memory_cube/maker.h>')
+standard=$(grep -rhE --include='*.h' '^#include <[a-z_]+>' "$root/source" "$root/memory_cube" | sort -u | macros)
 # Names that begin with "_" are reserved for the compiler and its library.
 ours=$(comm -13 <(printf '%s\n' "$standard") <(printf '%s\n' "$all") | grep -v '^_' | xargs)
 if [[ $ours != "MDX_API MDX_EXPORT MDX_IMPORT SUPPORT_API SUPPORT_TYPE" ]]; then
-    echo "odbomodule.h defines these macros: $ours" >&2
+    echo "maker.h defines these macros: $ours" >&2
     failed=1
 fi
 # Macros of system headers that break a host's own names.
 if grep -xE 'min|max|near|far|small|interface|ERROR|DELETE|IN|OUT|GetObject|GetMessage|CreateFile|Yield|_WINDOWS_' <<< "$all"; then
-    echo "odbomodule.h defines the macros above." >&2
+    echo "maker.h defines the macros above." >&2
     failed=1
 fi
 

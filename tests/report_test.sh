@@ -1,39 +1,36 @@
 #!/usr/bin/env bash
-# report_test.sh NATIVE_REPORT REPORT WINE...: the example for Windows, run by WINE..., prints byte for byte what the one for
-# this system prints, and writes the same query log when the registry asks for one, with the line ends of Windows.
+# report_test.sh REPORT [EMULATOR...]: the example sales_report, run by the emulator if there is one, prints
+# tests/sales_report.txt byte for byte. If the settings ask for a query log, it logs one of the statements. A report for
+# Windows, whose name ends in .exe, writes that log with Windows line ends.
 set -euo pipefail
-native=$1
-report=$2
-shift 2
-wine=("$@")
+report=$1
+emulator=("${@:2}")
+expected=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/sales_report.txt
 work=$(mktemp -d)
+export XDG_CONFIG_HOME=$work HOME=${HOME:-$work}
 place='Software\Quarry Lane\Fieldstone 11.0\Tideline\BRIM(o)\Log\Modules\ODBOMODULE'
-registry() { "${wine[@]}" reg "$@" > "$work/reg.log" 2>&1 < /dev/null; }
+registry() { "${emulator[@]}" reg "$1" "HKLM\\$place" "${@:2}" /f > "$work/reg.log" 2>&1 < /dev/null; }
 clean() {
-    registry delete "HKLM\\$place" /f || true
+    [[ $report != *.exe ]] || registry delete || true
     rm -rf "$work"
 }
 trap clean EXIT
-export XDG_CONFIG_HOME=$work/settings HOME=${HOME:-$work}
 
-# compare NAME: runs both and compares what they print.
-compare() {
-    "$native" > "$work/native-$1"
-    "${wine[@]}" "$report" > "$work/windows-$1" < /dev/null
-    cmp "$work/native-$1" "$work/windows-$1"
-}
-compare off
-grep -q 'The query log is off' "$work/windows-off"
+run() { "${emulator[@]}" "$report" < /dev/null; }
+run | diff -u "$expected" -
 
-mkdir -p "$XDG_CONFIG_HOME/odbomodule"
-printf '%s\n' "[HKEY_LOCAL_MACHINE\\$place]" "\"MDX Query Log\"=\"$work/native Zürich.log\"" \
-    > "$XDG_CONFIG_HOME/odbomodule/registry.reg"
-windows_log="Z:${work//\//\\}\\windows Zürich.log"
-registry add "HKLM\\$place" /v 'MDX Query Log' /t REG_SZ /d "$windows_log" /f || { cat "$work/reg.log" >&2; exit 1; }
-compare on
-grep -q 'was written to the query log' "$work/windows-on"
-sed 's/$/\r/' "$work/native Zürich.log" | cmp - "$work/windows Zürich.log"
-
-registry add "HKLM\\$place" /v 'MDX Query Clock' /t REG_DWORD /d 1 /f
-"${wine[@]}" "$report" > "$work/windows-clock" < /dev/null
-tail -n 1 "$work/windows Zürich.log" | grep -qE $'^Query duration: [0-9]+\\.[0-9]{3} seconds\r$'
+log=$work/Zürich.log
+if [[ $report != *.exe ]]; then
+    line_end=
+    mkdir "$work/odbomodule"
+    printf '%s\n' "[HKEY_LOCAL_MACHINE\\$place]" "\"MDX Query Log\"=\"$log\"" '"MDX Query Clock"=dword:00000001' \
+        > "$work/odbomodule/registry.reg"
+else
+    line_end='\r'
+    registry add /v 'MDX Query Log' /t REG_SZ /d "Z:${log//\//\\}" || { cat "$work/reg.log" >&2; exit 1; }
+    registry add /v 'MDX Query Clock' /t REG_DWORD /d 1
+fi
+run | diff -u <(sed 's/^The query log is off\.$/The statement was written to the query log./' "$expected") -
+logged=$(awk -v RS= '/^WITH \n/ { print "[Sales]: " $0 }' "$expected") # the form on several lines
+diff -u <(sed "s/\$/$line_end/" <<< "$logged") <(sed '$d' "$log")
+tail -n 1 "$log" | grep -qE $'^Query duration: [0-9]+\\.[0-9]{3} seconds\r?$'

@@ -59,13 +59,16 @@ std::u16string format_text(char const * format, Arguments const &... arguments)
     return format_text(format, list, sizeof...(arguments));
 }
 
-/// Writes the text and a closing zero to `buffer`, which has room for `size` characters. A longer text is cut.
-/// Returns the number of characters written, without the zero. Writes nothing if `buffer` is null or `size` is 0.
-SUPPORT_API std::int32_t write_cut(char16_t * buffer, std::size_t size, std::u16string_view text) noexcept;
+/// Formats as format_text does and writes the text and a closing zero to `buffer`, which has room for `size`
+/// characters. A longer text is cut. Returns the number of characters written, without the zero. Writes nothing and
+/// returns 0 if `buffer` is null or `size` is 0; writes an empty text if memory runs out.
+SUPPORT_API std::int32_t format_cut(char16_t * buffer, std::size_t size, char const * format,
+    FormatArgument const * arguments, std::size_t count) noexcept;
 
-/// Formats as format_text does and writes as write_cut does.
 template <class... Arguments>
-std::int32_t suprintf(char16_t * buffer, std::size_t size, char const * format, Arguments const &... arguments)
+std::int32_t suprintf(
+    char16_t * buffer, std::size_t size, char const * format, Arguments const &... arguments) noexcept
 {
-    return write_cut(buffer, size, format_text(format, arguments...));
+    FormatArgument const list[] = { FormatArgument(arguments)..., FormatArgument(0) };
+    return format_cut(buffer, size, format, list, sizeof...(arguments));
 }

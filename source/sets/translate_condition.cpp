@@ -238,10 +238,12 @@ constexpr Kind kKinds[] = {
     { ET_GROUP_206, kNotAsked, one_operand, template_of<u"( $1 )"> },
 };
 
+static_assert(std::ranges::is_sorted(kKinds, {}, &Kind::type));
+
 Kind const & kind_of(ExpressionType type)
 {
-    auto const * const found = std::ranges::find(kKinds, type, &Kind::type);
-    if (found == std::end(kKinds))
+    auto const * const found = std::ranges::lower_bound(kKinds, type, {}, &Kind::type);
+    if (found == std::end(kKinds) || found->type != type)
         reject();
     return *found;
 }

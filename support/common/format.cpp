@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <exception>
 #include <iterator>
 
 namespace {
@@ -174,11 +175,16 @@ std::u16string format_text(char const * format, FormatArgument const * arguments
     }
 }
 
-std::int32_t write_cut(char16_t * buffer, std::size_t size, std::u16string_view text) noexcept
+std::int32_t format_cut(char16_t * buffer, std::size_t size, char const * format, FormatArgument const * arguments,
+    std::size_t count) noexcept
 {
     if (buffer == nullptr || size == 0)
         return 0;
-    std::size_t const length = text.copy(buffer, size - 1);
+    std::size_t length = 0;
+    try {
+        length = format_text(format, arguments, count).copy(buffer, size - 1);
+    } catch (std::exception const &) { // no memory for the whole text
+    }
     buffer[length] = u'\0';
     return static_cast<std::int32_t>(length);
 }

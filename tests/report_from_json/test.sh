@@ -1,24 +1,50 @@
 #!/usr/bin/env bash
-# report_from_json_test.sh PROGRAM [--update]: the program prints for examples/sales.json what stands in report_from_json.txt,
-# which --update writes, and tells the faults of files.
+# test.sh PROGRAM [--update]: the program prints the texts beside this script for examples/sales.json and every_name.json,
+# every_name.json uses all names that the program knows, and a fault of a file is reported with its place. --update writes
+# the texts.
 set -euo pipefail
 program=$1
-tests=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-sample=$tests/../examples/sales.json
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+sample=$here/../../examples/sales.json
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-if [[ ${2:-} == --update ]]; then
-    "$program" "$sample" --steps > "$tests/report_from_json.txt"
-fi
-"$program" "$sample" --steps | diff -u "$tests/report_from_json.txt" -
+for file in "$sample" "$here/every_name.json"; do
+    text=$here/$(basename "$file" .json).txt
+    if [[ ${2:-} == --update ]]; then
+        "$program" "$file" --steps > "$text"
+    fi
+    "$program" "$file" --steps | diff -u "$text" -
+done
 
-guide=$tests/../docs/report_file.md
+guide=$here/../../docs/report_file.md
 awk '/^```/ { inside = $0 == "```json"; next } inside' "$guide" > "$work/guide.json"
-"$tests/document_test.sh" "$guide" "$program" "$work/guide.json"
+"$here/../document_test.sh" "$guide" "$program" "$work/guide.json"
+
+failed=0
+
+# expect_names TITLE PREFIX AXIS: the report with that title has each name that the program knows for the "?" of the axis.
+# PREFIX is what is before a name there.
+expect_names() {
+    local report names name
+    report=$(awk -v title="\"title\": \"$1\"" '/"title":/ { inside = index($0, title) } inside' "$here/every_name.json")
+    sed -e '/"reports": \[/q' "$here/every_name.json" > "$work/names.json"
+    printf '{ "title": "", "statement": "select", "axes": [%s] }]}\n' "$3" >> "$work/names.json"
+    names=$("$program" "$work/names.json" 2>&1 | sed -n 's/.*"?" is unknown here; known: //p' || true)
+    while read -r name; do
+        [[ $report == *"$2\"$name\""* ]] || { echo "every_name.json, $1: $2\"$name\" is missing" >&2; failed=1; }
+    done <<< "${names//, /$'\n'}"
+}
+expect_names 'Steps of a set' '[' '{ "steps": [["?"]] }'
+expect_names 'Steps of a member' '[' '{ "from": { "members": [{ "from": "[Store].[All]", "steps": [["?"]] }] } }'
+expect_names 'Steps of a value' '[' '{ "steps": [["OrderByValue", "ascending", { "steps": [["?"]] }]] }'
+expect_names 'Conditions' '[' '{ "steps": [["TakeFilter", ["?"]]] }'
+expect_names 'Steps of a set' '' '{ "steps": [["Order", "?", "[Store].[All]"]] }'
+expect_names 'Steps of a set' '' '{ "steps": [["TakeExtremity", "?", "Sum", 1]] }'
+expect_names 'Steps of a set' '' '{ "steps": [["TakeExtremity", "Top", "?", 1]] }'
+expect_names 'Steps of a set' '{ ' '{ "from": { "?": 1 } }'
 
 # fault TEXT OTHER MESSAGE: with OTHER in the place of TEXT, the file is rejected by a line that begins with the message.
-failed=0
 fault() {
     local file status=0
     file=$(< "$sample")
@@ -43,7 +69,7 @@ fault '"Store Cost", "Unit Sales"' '"Store Sales"' 'cube.dimensions[0]: The cube
 fault '["TakeLeafNodes", "[Store]"]' '["TakeFilter", ["current"]]' 'reports[2].axes[1].steps[0]: The tuple is empty.'
 fault '["TakeLeafNodes", "[Store]"]' "$(printf '["not",%.0s' {1..200})" 'lists and objects are nested more than 200 levels deep'
 fault '["TakeLeafNodes", "[Store]"]' '["TakeAncestorsOfMember", "[Store].[Europe]", 2147483647]' \
-    'reports[2].axes[1].steps[0]: the text grows too long'
+    'reports[2].axes[1].steps[0]: the text gets too long'
 fault '["[Measures].[Unit Sales]", "[Measures].[Store Sales]"]' 5 \
     'reports[2].axes[0].steps[0][1]: expected MDX, a list of members or an object, found 5'
 fault '"slicer": ["[Time]' '"slicer": ["[Tmie]' \

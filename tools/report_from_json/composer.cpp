@@ -1,0 +1,161 @@
+#include "composer.h"
+
+#include "steps.h"
+
+#include <map>
+#include <new>
+#include <stdexcept>
+
+using namespace memory_cube;
+
+namespace {
+
+template <class Part>
+Part * find(
+    Cube & cube, Cube::Parts<Part> const & parts, Part * (Cube::*lookup)(KelpString const &), Place const & place)
+{
+    place.find(parts, place.text());
+    return (cube.*lookup)(place.text());
+}
+
+}
+
+Hierarchy * Composer::hierarchy(Place const & place)
+{
+    return find(fCube, fCube.hierarchies(), &Cube::hierarchy, place);
+}
+
+Level * Composer::level(Place const & place)
+{
+    return find(fCube, fCube.levels(), &Cube::level, place);
+}
+
+Calculation * Composer::calculation(Place const & place)
+{
+    return find(fCube, fCube.calculations(), &Cube::calculation, place);
+}
+
+std::vector<BRIM_o::Calculation *> Composer::calculations(Place const & place)
+{
+    std::vector<BRIM_o::Calculation *> calculations;
+    for (Place const & item : place.items())
+        calculations.push_back(calculation(item));
+    return calculations;
+}
+
+std::vector<RefPtr<MDXField>> Composer::members(Place const & place)
+{
+    std::vector<RefPtr<MDXField>> members;
+    for (Place const & item : place.items())
+        members.push_back(member(item));
+    return members;
+}
+
+RefPtr<MDXTuple> Composer::tuple(Place const & place)
+{
+    return fMake.tuple(place.is_list() ? members(place) : std::vector{ member(place) });
+}
+
+std::vector<RefPtr<MDXTuple>> Composer::tuples(Place const & place)
+{
+    std::vector<RefPtr<MDXTuple>> tuples;
+    for (Place const & item : place.items())
+        tuples.push_back(tuple(item));
+    return tuples;
+}
+
+template <class Object, class Table>
+void Composer::take_steps(Object & object, Place const & place, Table const & table)
+{
+    if (!place.has("steps"))
+        return;
+    for (Place const & step : place.at("steps").items()) {
+        Arguments const arguments(*this, step);
+        try {
+            arguments.find_in(table)(object, arguments);
+        } catch (MDXError const & error) {
+            step.reject(error.getText().toUTF8());
+        } catch (std::length_error const &) {
+            step.reject("the text gets too long");
+        } catch (std::bad_alloc const &) {
+            step.reject("the text gets too long");
+        }
+        fSteps << step.name() << " " << arguments.name().utf8() << ":\n    " << object.getText() << "\n";
+    }
+}
+
+// A member's unique name, or { "from": name, "steps": [...] }.
+RefPtr<MDXField> Composer::member(Place const & place)
+{
+    if (place.is_object()) {
+        place.expect_keys({ "from", "steps" });
+        RefPtr<MDXField> const member = this->member(place.at("from"));
+        take_steps(*member, place, kMemberSteps);
+        return member;
+    }
+    if (!place.is_text())
+        place.reject_kind("a member's name or an object");
+    KelpString const name = place.text();
+    if (fCube.calculations().count(name) != 0)
+        return fMake.calculated(fCube.calculation(name));
+    if (fCube.members().count(name) == 0)
+        place.reject_name(name, fCube.calculations(), fCube.members());
+    return fMake.member(fCube.member(name));
+}
+
+// MDX, a list of members, or { "from": { kind: ... }, "steps": [...] }. Without "from" the set starts empty. An
+// axis is such an object with more entries.
+RefPtr<MDXSet> Composer::set(Place const & place)
+{
+    if (place.is_text())
+        return fMake.set(place.text());
+    if (place.is_list())
+        return fMake.list(members(place));
+    if (!place.is_object())
+        place.reject_kind("MDX, a list of members or an object");
+    RefPtr<MDXSet> set = fMake.set();
+    if (place.has("from")) {
+        Place const from = place.at("from");
+        std::map<std::string, RefPtr<MDXSet> (*)(Composer &, Place const &)> const kinds = {
+            { "hierarchy", [](Composer & c, Place const & p) { return c.make().set(c.hierarchy(p)); } },
+            { "level", [](Composer & c, Place const & p) { return c.make().set(c.level(p)); } },
+            { "members", [](Composer & c, Place const & p) { return c.make().list(c.members(p)); } },
+            { "tuples", [](Composer & c, Place const & p) { return c.make().list(c.tuples(p)); } },
+            { "mdx", [](Composer & c, Place const & p) { return c.make().set(p.text()); } },
+        };
+        if (from.entries().size() != 1)
+            from.reject("expected an object with one entry");
+        for (auto const & [kind, what] : from.entries())
+            set = from.find(kinds, kind.toUTF8())(*this, what);
+    }
+    take_steps(*set, place, kSetSteps);
+    return set;
+}
+
+// A whole number, MDX, or { "from": ..., "steps": [...] }.
+RefPtr<MDXValue> Composer::value(Place const & place)
+{
+    if (place.is_text())
+        return fMake.value(place.text());
+    if (place.is_number())
+        return fMake.value(place.number());
+    if (!place.is_object())
+        place.reject_kind("a whole number, MDX or an object");
+    place.expect_keys({ "from", "steps" });
+    RefPtr<MDXValue> const value = place.has("from") ? this->value(place.at("from")) : fMake.value(0);
+    take_steps(*value, place, kValueSteps);
+    return value;
+}
+
+// A number, true or false, a member's name, or [kind, operand...].
+Condition Composer::condition(Place const & place)
+{
+    if (place.is_flag())
+        return place.flag();
+    if (place.is_number())
+        return place.real();
+    if (!place.is_list())
+        return member(place);
+    Arguments const operands(*this, place);
+    return operands.find_in(kConditions)(operands);
+}
