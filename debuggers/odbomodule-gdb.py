@@ -208,7 +208,7 @@ ARITHMETIC = {"ADD": "+", "SUBTRACT": "-", "TIMES": "*", "DIVIDE": "/", "INTDIVI
 
 
 def condition_kind(value):
-    return enumerator("BRIM_o::ExpressionType", int(value["fType"])).removeprefix("ET_")
+    return enumerator("BRIM_o::ExpressionType", int(value["fNode"]["fType"])).removeprefix("ET_")
 
 
 def condition_text(value, depth=0):
@@ -216,12 +216,12 @@ def condition_text(value, depth=0):
         return "..."
     kind = condition_kind(value)
     if kind in ("VALUE", "BOOLVAL"):
-        number = float(value["fValue"]["dblVal"])
+        number = float(value["fNode"]["fValue"]["dblVal"])
         return f"{number:.16g}" if kind == "VALUE" else "true" if number else "false"
-    own = own_text(value)
+    own = own_text(value["fNode"])
     if own:
         return own
-    nodes = elements(value["fOperands"])
+    nodes = elements(value["fNode"]["fOperands"])
     operands = [condition_text(node, depth + 1) for node in nodes]
     if kind in ARITHMETIC:
         bare = [condition_kind(node) == "TUPLE_VALUE" for node in nodes]

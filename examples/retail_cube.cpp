@@ -55,7 +55,7 @@ memory_cube::Member * member_at(
     if (auto const found = known.find(path); found != known.end())
         return found->second;
     std::size_t const end = path.rfind('|');
-    KelpString const name = KelpString::fromUTF8(path.substr(end + 1)); // the whole path if there is no '|'
+    KelpString const name = path.substr(end + 1); // the whole path if there is no '|'
     return known[path] = end == path.npos
                              ? cube.add_member(hierarchy, name)
                              : cube.add_member(member_at(cube, hierarchy, known, path.substr(0, end)), name);

@@ -10,7 +10,8 @@
 namespace {
 
 using namespace BRIM_o;
-using memory_cube::Condition, memory_cube::current, memory_cube::current_set, memory_cube::mdx;
+using namespace memory_cube::conditions;
+using memory_cube::Condition;
 
 MDXSet * filter_without_value(Fixture & f)
 {

@@ -38,6 +38,7 @@ void inspect()
 {
     Report report;
     using namespace memory_cube;
+    using namespace memory_cube::conditions;
     Condition const condition = (value(mdx("a")) + 2) * mdx("b") >= 10 && !is_null(current());
     stop();
 }

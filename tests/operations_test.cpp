@@ -16,14 +16,15 @@ thread_local std::function<void()> gAsked;
 namespace {
 
 using namespace BRIM_o;
+using namespace memory_cube::conditions;
 using memory_cube::Condition;
+namespace conditions = memory_cube::conditions;
 
 // The fixture with the names and texts of the documents.
 struct Documented : Fixture {
     bool const fGeneralStatements;
     KelpString text = "c";
-    Condition const a = memory_cube::mdx("a"), b = memory_cube::mdx("b"), c = memory_cube::mdx("c"),
-                    p = memory_cube::value(memory_cube::mdx("p"));
+    Condition const a = mdx("a"), b = mdx("b"), c = mdx("c"), p = conditions::value(mdx("p"));
     Condition greater = a > b;
     AskedNode tree{ greater };
     RefPtr<MDXSelectQuery> const select = statement<MDXSelectQuery>(MDXQuery::QT_SELECT);
@@ -213,10 +214,10 @@ void operation(char const * row, Call const & call, char const * want, char cons
 Condition text_value(char16_t const * text, ExpressionType kind = ET_VALUE)
 {
     static std::vector<std::shared_ptr<OLECHAR>> texts;
-    Condition value(kind);
-    value.fValue.vt = VT_BSTR;
-    value.fValue.bstrVal = texts.emplace_back(SysAllocString(ole_characters(text)), SysFreeString).get();
-    return value;
+    VARIANT value{};
+    value.vt = VT_BSTR;
+    value.bstrVal = texts.emplace_back(SysAllocString(ole_characters(text)), SysFreeString).get();
+    return Condition(value, kind);
 }
 
 // What is refused leaves all as it was; a row of several calls does so from the second on.
@@ -323,26 +324,26 @@ void condition(char const * row, std::function<Condition(Documented &)> const & 
         Masked<MDXSet *> masked;
         EXPECT_EQ(want, mdx_of(*filter(masked))) << row;
         survives_faults(row, classes, filter);
-        EXPECT_EQ(number, std::to_string(tree.fType)) << row;
-        gKinds.insert(tree.fType);
+        EXPECT_EQ(number, std::to_string(tree.getType())) << row;
+        gKinds.insert(tree.getType());
 
         std::size_t const count = tree.getChildren().size();
         std::size_t const needed = operands == "none" ? 0 : operands == "all" ? 1 : static_cast<std::size_t>(operands[0] - '0');
         ASSERT_GE(count, needed) << row;
         if (needed > 0) {
-            Condition few(tree.fType, std::vector<Condition>(needed - 1, f.a));
+            Condition few(tree.getType(), std::vector<Condition>(needed - 1, f.a));
             f.set->SetExpression("s");
             EXPECT_THROW(f.set->Filter(few.get(), f.single), std::out_of_range) << row;
             EXPECT_EQ("s", mdx_of(*f.set)) << row;
         }
 
         Condition test(ET_TUPLE_IS_NULL, { tree });
-        bool const isTuple = tree.fType == ET_TUPLE || tree.fType == ET_CURRENT;
+        bool const isTuple = tree.getType() == ET_TUPLE || tree.getType() == ET_CURRENT;
         EXPECT_EQ(isTuple ? "" : raises(MDX_ERR_BAD_EXPRESSION), error_of([&] { f.set->Filter(test.get(), f.single); })) << row;
 
         RefPtr<Writing>(new Writing(nullptr, f.single))->Filter(tree.get(), f.single);
         if (asked == "yes")
-            tree = Condition(tree.fType, std::vector<Condition>(count, Condition(ExpressionType{ 300 })));
+            tree = Condition(tree.getType(), std::vector<Condition>(count, Condition(ExpressionType{ 300 })));
         RefPtr<Writing> const set(new Writing(tree.get(), f.single));
         set->Filter(tree.get(), f.single);
         EXPECT_EQ(asked == "yes" ? "the server's" : want, mdx_of(*set)) << row;
