@@ -1,5 +1,5 @@
 """show.py < STATEMENTS: shows statements, as the library's programs print them, each with its result.
-show.py --fits FILE: says what in the cube of a report file the engine's cube does not have, and fails if there is any."""
+show.py --fits FILE: says what in the cube of a report file the cube of tests/engine does not have, and fails if there is any."""
 
 import collections
 import json
@@ -9,6 +9,9 @@ import typing
 
 from cube import LEVELS, Member, members
 from engine import Engine, Session, respell, table
+
+
+AFTER = {"CREATE": "define the same in a WITH clause", "DROP": "do not define it any more"}
 
 
 class Statement(typing.NamedTuple):
@@ -43,7 +46,7 @@ def statements(text, page=""):
 
 
 def misfits(cube):
-    """What the engine's cube does not have of the cube of a report file."""
+    """What the cube of tests/engine does not have of the cube of a report file."""
     if cube["name"] != "[Sales]":
         yield f"the cube {cube['name']}; it is [Sales]"
     for dimension in cube["dimensions"]:
@@ -76,7 +79,7 @@ def main():
         except (AttributeError, KeyError, OSError, TypeError, ValueError):
             found = []  # report_from_json tells faults of the file
         for misfit in found:
-            print(f"{sys.argv[2]}: the engine's cube does not have {misfit}")
+            print(f"{sys.argv[2]}: the cube of tests/engine does not have {misfit}")
         sys.exit(1 if found else 0)
     with Engine(flat=False) as engine:
         session = Session(engine)
@@ -84,11 +87,12 @@ def main():
             run = session.run(respell(forms[0], False))
             print(f"== {title} ==", forms[-1].strip("\n"), "", sep="\n")
             if run.lacking:
-                print(f"(The engine lacks {', '.join(run.lacking)}. This is the result of other words.)")
+                print(f"(Mondrian has no {', '.join(run.lacking)}. This is the result of other words.)")
             elif run.keeps:
-                print("(The engine lacks it. The statements below have WITH clauses instead.)")
+                word = forms[0].split()[0]
+                print(f"(Mondrian has no {word}. The statements after this one {AFTER[word]}.)")
             elif run.result is None:
-                print(f"(The engine rejects it: {run.reason})")
+                print(f"(Mondrian rejects it: {run.reason})")
             print(*(table(run.result) if run.result else []), "", sep="\n")
 
 
