@@ -40,8 +40,7 @@ FOOD, SNACKS = product("Food"), product("Food", "Snacks ]Salty[")
 MONTHS = level("Time.Calendar", "Month")
 Y2024, Y2025 = period("2024"), period("2025")
 Q1, Q2 = period("2025", "Q1"), period("2025", "Q2")
-MANAGERS = {Member("Store", tuple(filter(None, (row["Country"], row["City"])))): row["Manager"]
-            for row in ROWS["store"]}
+MANAGERS = {store(row["Country"], row["City"]): row["Manager"] for row in ROWS["store"] if row["City"]}
 
 
 @dataclasses.dataclass
