@@ -1,12 +1,17 @@
 #pragma once
 #include <cstddef>
+#include <functional>
 
-// Every allocation that a test makes on its thread can be counted and can fail: also those of the libraries, except on Windows,
-// where a DLL brings its own.
+// The operator new of this program counts the allocations of a thread, and lets one fail. The libraries use it too, except on Windows,
+// where a DLL has its own.
 extern thread_local std::size_t gAllocations;
-extern thread_local std::size_t gFailAt; // 1 fails the next one, 0 none
+extern thread_local std::size_t gFailAt; // 1 is the next allocation, 0 is none
 #if defined(_WIN32)
 inline constexpr bool kAllocationsFail = false;
 #else
 inline constexpr bool kAllocationsFail = true;
 #endif
+
+// Run `work`, the second one with its nth allocation failing. Return whether it threw std::bad_alloc.
+bool runs_out_of_memory(std::function<void()> const & work);
+bool fails_at_allocation(std::size_t nth, std::function<void()> const & work);

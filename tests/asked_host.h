@@ -1,16 +1,15 @@
 #pragma once
 #include <odbomodule/memory_cube.h>
 
+#include <cstddef>
 #include <functional>
 #include <gtest/gtest.h>
 #include <list>
 #include <set>
 
-// The host's objects, which tell whenever the library asks them for something.
-
+// Objects of the host. Each question of the library to one of them calls this first.
 extern thread_local std::function<void()> gAsked;
 
-// The answer, after having told that it was asked for.
 template <class Answer>
 Answer && answer(Answer && given)
 {
@@ -18,6 +17,9 @@ Answer && answer(Answer && given)
         gAsked();
     return std::forward<Answer>(given);
 }
+
+// Runs `work` with the nth question throwing std::bad_alloc. Returns whether it came to that.
+bool fails_at_question(std::size_t nth, std::function<void()> const & work);
 
 struct AskedDimension final : memory_cube::Dimension {
     using Dimension::Dimension;
@@ -85,12 +87,13 @@ struct AskedNode final : BRIM_o::Expression {
     }
 };
 
-// A set, member or value as a host could derive it. It may say another text than it holds.
+// An expression of a class that a host derives from a general one. It may say another text than it holds.
 template <class Base>
 struct HostText final : Base {
     using Base::Base;
     char const * fSays = nullptr;
 
+    void hold(KelpString const & text) { this->fText = text; }
     KelpString getText() const override { return answer(fSays != nullptr ? KelpString(fSays) : Base::getText()); }
     KelpString getQuotedText() override { return answer(fSays != nullptr ? KelpString(fSays) : Base::getQuotedText()); }
 };

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <initializer_list>
 #include <string>
 #include <type_traits>
 
@@ -205,7 +206,7 @@ TEST(VariantChangeType, RefusesUnknownDestinations)
     EXPECT_EQ(VariantChangeType(&unknown, &one, 0, VT_R8), DISP_E_BADVARTYPE);
     EXPECT_EQ(VariantClear(&unknown), DISP_E_BADVARTYPE);
     if (kLinux) {
-        for (VARTYPE const type : { VT_I4, VT_BSTR, VT_EMPTY, VARENUM{ 77 } })
+        for (VARTYPE const type : std::initializer_list<VARTYPE>{ VT_I4, VT_BSTR, VT_EMPTY, 77 })
             expect_conversion(variant(VT_I4, 1), type, "!mismatch");
         expect_number(variant(VT_DISPATCH, &one), "!mismatch"); // the object is not asked for its value
         EXPECT_EQ(VariantChangeType(nullptr, &one, 0, VT_R8), E_INVALIDARG);

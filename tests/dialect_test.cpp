@@ -23,8 +23,9 @@ RefPtr<HostText<Base>> saying(char const * text)
     return object;
 }
 
-// What the reference of the operations does not show, here and in the tests below.
-TEST(Dialect, Properties)
+// What docs/operations.md does not show of the dialect.
+
+TEST(MSOLAP7MemberProperty, BracketsItsName)
 {
     Fixture const f(kDialect);
     RefPtr<MDXMemberProperty> const property(f.generator->GenerateMemberProperty("[D]", "Size]"));
@@ -32,7 +33,7 @@ TEST(Dialect, Properties)
     EXPECT_EQ("[D].own", mdx_of(OwnProperty("[D]", "Size")));
 }
 
-TEST(Dialect, SpellsHierarchies)
+TEST(MSOLAP7Field, KeepsTheSpellingOfItsGenerator)
 {
     for (bool const flat : { false, true }) {
         Fixture f(flat ? kFlatDialect : kDialect);
@@ -44,7 +45,6 @@ TEST(Dialect, SpellsHierarchies)
         memory_cube::Calculation const homeless(nullptr, "[C]", "[P]"); // stays as the general class writes it
         EXPECT_EQ("[P].[x]", text_of_new(g.GenerateField(&homeless, "x")));
         EXPECT_EQ(flat ? 0 : 4, g.GetServerType());
-        // Each field keeps the spelling that it was made with.
         MDXField * const fields[] = { g.GenerateField("A", "B"), g.GenerateField(f.field), g.GenerateField(&f.city, "x"),
             g.GenerateField(&f.calculation, "x"), g.GenerateField(&f.dimension), g.GenerateField(&f.member), g.GenerateField("x"),
             g.GenerateField(&f.h, "x"), g.GenerateField(&f.h) };
@@ -53,36 +53,46 @@ TEST(Dialect, SpellsHierarchies)
     }
 }
 
-TEST(Dialect, Operations)
+TEST(MSOLAP7Field, TakesTheParentOfACalculation)
 {
-    expect_operations<MDXField, kFlatDialect>({
-        { CALL(f.field->TakeParentOfCalculation(&f.child)), "[S].[G]]", GIVEN(f.dimension.fName = "S]"; f.h.fName = "[G]") },
-    });
-    expect_operations<MDXField, kDialect>({
-        { CALL(f.field->TakeParentOfCalculation(&f.child)), "[F]", GIVEN(f.child.fHierarchy = nullptr) },
-    });
-    expect_operations<MDXValue, kDialect>({
-        { CALL(f.value->TakeProperty(saying<MDXField>("[M]").get(), "cAPTION")), "[M].Name" },
-    });
-    auto const with_south = GIVEN(f.h.fCalculations = { { 1, &f.child } });
-    auto const with_north_and_south = GIVEN(f.h.fCalculations = { { 7, &f.calculation }, { -3, &f.child } });
-    expect_operations<MDXSet, kDialect>({
-        { CALL(f.set->StripCalculations(&f.h, true)), "{A}" },
-        { CALL(f.set->StripCalculations(&f.h, true)), "EXCEPT( {A}, { [H].[North], [H].[Japan].[South] } ) ", with_north_and_south },
-        { CALL(f.set->Hierarchize(true, &f.h, true, { &f.child, &f.calculation })),
-            "UNION( HIERARCHIZE( EXCEPT( {A}, { [H].[Japan].[South] } )  ) , { [H].[Japan].[South], [H].[North] } )", with_south },
-        { CALL(f.set->Hierarchize(true, &f.h, true, {})), "UNION( HIERARCHIZE( {A} ) , {  } )" },
-        { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, -1, -1)),
-            " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " },
-        { CALL(f.set->TakeChildren(f.set, &f.h, true, 0, "")), "GENERATE( {A}, [H].CURRENTMEMBER.CHILDREN )+{A}" },
-        { CALL(f.set->TakeChildren(saying<MDXSet>("{M}").get(), &f.h, true, 0, "")), "GENERATE( {M}, [H].CURRENTMEMBER.CHILDREN )+{M}" },
-        { CALL(f.set->TakeSiblings(saying<MDXField>("[M]").get(), nullptr)),
-            "STRTOSET( IIF( [M].LEVEL.UNIQUENAME = [M].HIERARCHY.LEVELS(0).UNIQUENAME, \"[M].HIERARCHY.LEVELS(0).MEMBERS\", "
-            "\"[M].PARENT.CHILDREN\" ) ) " },
-    });
+    expect_operation({ kFlatDialect },
+        { CALL(f.field->TakeParentOfCalculation(&f.child)), "[S].[G]]", GIVEN(f.dimension.fName = "S]"; f.h.fName = "[G]") });
+    expect_operation({ kDialect }, { CALL(f.field->TakeParentOfCalculation(&f.child)), "[F]", GIVEN(f.child.fHierarchy = nullptr) });
 }
 
-TEST(Dialect, Statements)
+TEST(Dialect, ReadsWhatArgumentsSay)
+{
+    expect_operation({ kDialect }, { CALL(f.value->TakeProperty(saying<MDXField>("[M]").get(), "cAPTION")), "[M].Name" });
+    expect_operation({ kDialect },
+        { CALL(f.set->TakeChildren(saying<MDXSet>("{M}").get(), &f.h, true, 0, "")), "GENERATE( {M}, [H].CURRENTMEMBER.CHILDREN )+{M}" });
+    expect_operation(
+        { kDialect }, { CALL(f.set->TakeSiblings(saying<MDXField>("[M]").get(), nullptr)),
+                          "STRTOSET( IIF( [M].LEVEL.UNIQUENAME = [M].HIERARCHY.LEVELS(0).UNIQUENAME, \"[M].HIERARCHY.LEVELS(0).MEMBERS\", "
+                          "\"[M].PARENT.CHILDREN\" ) ) " });
+}
+
+TEST(MSOLAP7Set, WritesCalculationsInTheirOrder)
+{
+    expect_operation({ kDialect }, { CALL(f.set->StripCalculations(&f.h, true)), "{A}" });
+    expect_operation({ kDialect }, { CALL(f.set->StripCalculations(&f.h, true)), "EXCEPT( {A}, { [H].[North], [H].[Japan].[South] } ) ",
+                                       GIVEN(f.h.fCalculations = { { 7, &f.calculation }, { -3, &f.child } }) });
+    expect_operation(
+        { kDialect }, { CALL(f.set->Hierarchize(true, &f.h, true, { &f.child, &f.calculation })),
+                          "UNION( HIERARCHIZE( EXCEPT( {A}, { [H].[Japan].[South] } )  ) , { [H].[Japan].[South], [H].[North] } )",
+                          GIVEN(f.h.fCalculations = { { 1, &f.child } }) });
+    expect_operation({ kDialect }, { CALL(f.set->Hierarchize(true, &f.h, true, {})), "UNION( HIERARCHIZE( {A} ) , {  } )" });
+}
+
+TEST(MSOLAP7Set, TakesAtLeastOneGeneration)
+{
+    expect_operation(
+        { kDialect }, { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, -1, -1)),
+                          " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " });
+    expect_operation(
+        { kDialect }, { CALL(f.set->TakeChildren(f.set, &f.h, true, 0, "")), "GENERATE( {A}, [H].CURRENTMEMBER.CHILDREN )+{A}" });
+}
+
+TEST(Dialect, QuotesDefinitionsInStatements)
 {
     Fixture f(kFlatDialect);
     auto const make = [&](MDXQuery::QueryType type) { return f.generator->GenerateQuery(type, nullptr); };

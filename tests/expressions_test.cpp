@@ -3,8 +3,10 @@
 
 #include <stdexcept>
 
-// What the dialect's classes replace; its factories show the constructors that they share.
-TEST(Expressions, GeneralConstructors)
+// What docs/operations.md and docs/general_classes.md do not show of members, values, tuples and properties.
+
+// The generator makes objects of the dialect only, which has other forms of these.
+TEST(Expressions, HaveGeneralConstructors)
 {
     Fixture f;
     memory_cube::Calculation const nested(nullptr, "[N]", "[H].[Japan]"); // its hierarchy is not asked for
@@ -17,7 +19,7 @@ TEST(Expressions, GeneralConstructors)
     EXPECT_EQ("Size]", property.getPropertyUniqueName().toUTF8());
 }
 
-TEST(MDXField, Delimits)
+TEST(MDXField, DelimitsItsNameOnce)
 {
     for (auto const & [bare, delimited] : std::initializer_list<std::pair<char const *, char const *>>{ { "a'b", "[a'b]" },
              { "  a b ", "[a b]" }, { "\tabc", "[\tabc]" }, { "[a", "[[a]" }, { "]", "]" }, { " [a].[b] ", " [a].[b] " } }) {
@@ -40,7 +42,7 @@ TEST(MDXField, Delimits)
     }
 }
 
-TEST(MemberNames, DoubledCharacters)
+TEST(MemberNames, DoubleOneCharacter)
 {
     KelpString text("stale");
     quote_member_name(text, "'a]''");
@@ -49,13 +51,10 @@ TEST(MemberNames, DoubledCharacters)
     EXPECT_EQ("''a]]''''", text.toUTF8());
 }
 
-// A value that is its own argument reads what has been written so far.
-TEST(MDXValue, Operations)
+TEST(MDXValue, ReadsWhatIsWrittenSoFarIfItIsItsOwnArgument)
 {
-    expect_operations<MDXValue, kBoth>({
-        { CALL(f.value->TakeLinRegPoint(f.value, f.set, f.weight, f.value)),
-            "LINREGPOINT(LINREGPOINT(, {A}, W, LINREGPOINT(LINREGPOINT(, {A}, W,  ) " },
-    });
+    expect_operation(kBoth, { CALL(f.value->TakeLinRegPoint(f.value, f.set, f.weight, f.value)),
+                                "LINREGPOINT(LINREGPOINT(, {A}, W, LINREGPOINT(LINREGPOINT(, {A}, W,  ) " });
 }
 
 TEST(MDXTuple, WritesAndHoldsItsFields)
@@ -84,10 +83,13 @@ TEST(MDXTuple, WritesAndHoldsItsFields)
     EXPECT_EQ("( N.PARENT, [G] ) ", mdx_of(*copy));
     MDXTuple::unuseVector({ copy });
     EXPECT_EQ(3, count_of(*quoted));
+
+    EXPECT_EQ(kAllocationsFail, fails_at_allocation(1, [&] { f.single->AddField(f.second); }));
+    EXPECT_EQ(kAllocationsFail ? 1 : 2, f.single->FieldCount());
+    EXPECT_EQ(kAllocationsFail ? 3 : 4, count_of(*f.second));
 }
 
-// Assignment is reported, then copies what the class adds, and leaves the count.
-TEST(Expressions, Assignment)
+TEST(Expressions, AreAssignedWithoutTheCountAndReportIt)
 {
     Assertions assertions;
     Fixture f;
@@ -122,11 +124,7 @@ TEST(Expressions, AssignmentIsOfTheWholeOrOfNothing)
     char const * const text = "'a text that is longer than its own room'";
     for (std::size_t nth = 1; nth <= 10; ++nth) {
         Fixture f(kGeneral, { "{A}", text, "[F]", text, "V", text });
-        auto const assign = [nth](auto & target, auto const & source) {
-            gFailAt = kAllocationsFail ? nth : 0;
-            error_of([&] { target = source; });
-            gFailAt = 0;
-        };
+        auto const assign = [nth](auto & target, auto const & source) { fails_at_allocation(nth, [&] { target = source; }); };
         auto const expect_whole = [&](auto & target, auto & source) {
             EXPECT_NE(source.getQuotedText(), target.getQuotedText());
             assign(target, source);

@@ -5,13 +5,30 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
+
+// How the next calls of write() go: "H" writes half of the bytes, "I" is interrupted by a signal.
+static thread_local char const * gWrites = "";
+
+// A program's functions take precedence over the C library's, also for the support library.
+extern "C" ssize_t write(int file, void const * bytes, std::size_t size)
+{
+    char const kind = *gWrites;
+    gWrites += kind != '\0';
+    if (kind == 'I') {
+        errno = EINTR;
+        return -1;
+    }
+    return ::syscall(SYS_write, file, bytes, kind == 'H' ? size / 2 : size);
+}
 
 namespace {
 
@@ -58,12 +75,36 @@ TEST(File, RefusesAnotherUsersFile)
     EXPECT_TRUE(File(locate(shared.path())).open("a+")) << "in a folder of the user's own";
 }
 
+TEST(File, RefusesAFileThatItMayNotRead)
+{
+    Machine const machine;
+    fs::path const path = machine.fFolder / "log.txt";
+    std::ofstream(path) << "one\n";
+    fs::permissions(path, fs::perms(0222));
+    auto const open_as_nobody = [&] { // root may read everything
+        bool const isNobody = ::geteuid() != 0 || ::seteuid(65534) == 0;
+        std::_Exit(isNobody && File(locate(path)).open("a+") ? 1 : 0);
+    };
+    EXPECT_EXIT(open_as_nobody(), testing::ExitedWithCode(0), "");
+}
+
 TEST(File, RefusesDevicesAndPipes)
 {
     Machine const machine;
     EXPECT_FALSE(File(FileLocator("/dev/null")).open("a+"));
     ASSERT_EQ(::mkfifo((machine.fFolder / "pipe").c_str(), 0600), 0);
     EXPECT_FALSE(File(locate(machine.fFolder / "pipe")).open("a+")); // and does not wait for a reader
+}
+
+TEST(File, CompletesALineAfterAnInterruption)
+{
+    Machine const machine;
+    File file(locate(machine.fFolder / "log.txt"));
+    ASSERT_TRUE(file.open("a+"));
+    gWrites = "HI";
+    file.writeLine("a line that is written in two parts");
+    EXPECT_STREQ(gWrites, "");
+    EXPECT_EQ(text_of_file(machine.fFolder / "log.txt"), "a line that is written in two parts\n");
 }
 
 TEST(File, StartsANewLineAfterTheSizeLimitOfTheProcess)

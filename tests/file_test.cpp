@@ -31,6 +31,19 @@ TEST(File, AppendsWholeLines)
     EXPECT_EQ(text_of_file(machine.fFolder / name), "one\nzw\xC3\xB6lf\n\nthree\n" + std::string(100001, 'x') + '\n');
 }
 
+TEST(File, StartsANewLineAfterACutLine)
+{
+    Machine const machine;
+    std::ofstream(machine.fFolder / "log.txt") << "cut";
+    File file(in_folder(machine, u"log.txt"));
+    ASSERT_TRUE(file.open("a+"));
+    file.writeLine("one");
+    std::ofstream(machine.fFolder / "log.txt", std::ios::app) << "cut again"; // by another process
+    file.writeLine("two");
+    file.writeLine("three");
+    EXPECT_EQ(text_of_file(machine.fFolder / "log.txt"), "cut\none\ncut again\ntwo\nthree\n");
+}
+
 TEST(File, NeedsAModeANameAndAFolder)
 {
     Machine const machine;
@@ -68,10 +81,10 @@ TEST(File, KeepsLinesOfTwoWritersApart)
     write_lines('b');
     other.join();
     std::istringstream text(text_of_file(machine.fFolder / "log.txt"));
-    int whole = 0;
-    for (std::string line; std::getline(text, line);)
-        whole += line == std::string(length, 'a') || line == std::string(length, 'b');
-    EXPECT_EQ(whole, 600);
+    int lines = 0;
+    for (std::string line; std::getline(text, line); ++lines)
+        ASSERT_TRUE(line == std::string(length, 'a') || line == std::string(length, 'b')) << line.substr(0, 20);
+    EXPECT_EQ(lines, 600);
 }
 
 }

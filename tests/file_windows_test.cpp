@@ -37,6 +37,16 @@ TEST(File, RefusesADevice)
     EXPECT_FALSE(File(FileLocator("NUL")).open("a+"));
 }
 
+TEST(FileLocator, HasNoPathWithoutATemporaryFolder)
+{
+    Machine const machine;
+    ::SetEnvironmentVariableW(L"TMP", std::wstring(300, L'x').c_str()); // too long for the system
+    FileLocator locator("log.txt");
+    locator.setLocationToTemp();
+    EXPECT_EQ(locator.path(), "");
+    EXPECT_FALSE(File(locator).open("a+"));
+}
+
 TEST(FileLocator, TakesAnyName)
 {
     EXPECT_TRUE(FileLocator("C:log.txt").isLocationSet());

@@ -7,18 +7,6 @@
 
 namespace {
 
-// Sets a level for the length of a scope.
-struct ScopedLevel {
-    CoreLog::VerbosityType & fLevel;
-
-    ScopedLevel(char const * module, KelpString const & part, std::int32_t level)
-        : fLevel(*support_dll::getLogObject()->getModuleVerbosity(module, part))
-    {
-        fLevel = level;
-    }
-    ~ScopedLevel() { fLevel = 0; }
-};
-
 struct Thing final : support::RefCount {
     std::function<void(Thing &)> fAtEnd = [](Thing &) {};
 
@@ -30,47 +18,6 @@ std::string address_of(support::RefCount const * object)
 {
     return KelpString(format_text("%x", reinterpret_cast<std::uintptr_t>(object))).toUTF8();
 }
-
-// What the log was told of the first two objects of each class in this process, which are made before any test.
-struct FirstLives {
-    Strings fWant, fHave;
-
-    FirstLives()
-    {
-        std::unique_ptr<MDXQueryGenerator> const g(createMSOLAP7QueryGenerator("[Sales]", false));
-        add(
-            "MDXField", [] { return new General<MDXField>(KelpString("F")); }, [&] { return g->GenerateField("F"); });
-        add(
-            "MDXSet", [] { return new General<MDXSet>; }, [&] { return g->GenerateSet(); });
-        add(
-            "MDXValue", [] { return new General<MDXValue>(1); }, [&] { return g->GenerateValue(1); });
-        add(
-            "MDXTuple", [] { return new General<MDXTuple>; }, [&] { return g->GenerateTuple(); });
-        add(
-            "MDXMemberProperty", [] { return new MDXMemberProperty("a", "b"); }, [&] { return g->GenerateMemberProperty("a", "b"); });
-        add(
-            "MDXQuery", [&] { return g->GenerateQuery(MDXQuery::QT_SELECT, nullptr); },
-            [&] { return g->GenerateQuery(MDXQuery::QT_DROP, nullptr); });
-    }
-    void add(std::string const & name, std::function<support::RefCount *()> const & makeFirst,
-        std::function<support::RefCount *()> const & makeSecond)
-    {
-        LogLines lines;
-        ScopedLevel const memory("MEMORY", name.c_str(), 4), counts("INTERFACE", name.c_str(), 5);
-        for (auto const & [number, make] : { std::pair("000", makeFirst), std::pair("001", makeSecond) }) {
-            support::RefCount * const object = make();
-            std::string const who = "/" + name + ": " + name + "(" + number + ") " + address_of(object);
-            count_of(*object);
-            object->unuse();
-            for (char const * const line : { "4 MEMORY | created", "5 INTERFACE | Refcount raised to 2",
-                     "5 INTERFACE | Refcount lowered to 1", "5 INTERFACE | Refcount lowered to 0", "4 MEMORY | destroyed" }) {
-                std::string const text = line;
-                fWant.push_back("c2011000 " + text.substr(0, text.find(' ', 2)) + who + text.substr(text.find('|') + 1));
-            }
-        }
-        fHave.insert(fHave.end(), lines.fAll.begin(), lines.fAll.end());
-    }
-} const kFirstLives;
 
 void on_eight_threads(std::function<void()> const & body)
 {
@@ -168,13 +115,6 @@ TEST(RefCount, WritesItsLifeToTheLog)
     ScopedLevel const namedMemory("MEMORY", name.c_str(), 4);
     (new Thing(name.c_str()))->unuse();
     EXPECT_EQ(Strings(2, "c2011000 4 MEMORY/" + name + ": " + std::string(127, 'N')), lines.take());
-}
-
-// One counter for a general class and its dialect class; statements share one. Each starts at 0.
-TEST(RefCount, NumbersTheObjectsOfAClass)
-{
-    ASSERT_EQ(6u * 2 * 5, kFirstLives.fWant.size());
-    EXPECT_EQ(kFirstLives.fWant, kFirstLives.fHave);
 }
 
 // The base is made before the host is asked: an object that fails then was there, and its number is used up.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -77,7 +78,11 @@ TEST_F(SettingsFile, IsARegularFileUpToASize)
     EXPECT_EQ(read_setting("Name"), "none");
     fs::remove(fFirst);
     ASSERT_EQ(::mkfifo(fFirst.c_str(), 0600), 0);
-    EXPECT_EQ(read_setting("Name"), "none"); // and does not wait for a writer
+    EXPECT_EQ(read_setting("Name"), "none");                          // and does not wait for a writer
+    int const reader = ::open(fFirst.c_str(), O_RDONLY | O_NONBLOCK); // keeps in the pipe what the writer leaves there
+    write(fFirst, kSection + "\"Name\"=\"yes\"\n");
+    EXPECT_EQ(read_setting("Name"), "none");
+    ::close(reader);
     fs::remove(fFirst);
     fs::create_symlink("/proc/self/mem", fFirst);
     EXPECT_EQ(read_setting("Name"), "none") << "a file that cannot be read";

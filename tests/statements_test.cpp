@@ -30,7 +30,9 @@ struct Saying final : Base {
 
 }
 
-// What is written goes through the virtual getText. A class that derives sees the type.
+// What docs/operations.md does not show of statements.
+
+// writeText goes through the virtual getText. A class that derives sees the type.
 TEST(Statements, WriteWhatTheySay)
 {
     Fixture f;
@@ -47,8 +49,7 @@ TEST(Statements, WriteWhatTheySay)
     EXPECT_EQ("said", mdx_of(Saying<MDXSelectQuery::MDXAxisSpecification>(0, f.set, {}, false)));
 }
 
-// All else stands in the reference of the operations.
-TEST(MDXSelectQuery, DrillsThroughInGeneral)
+TEST(GeneralSelectQuery, DrillsThrough)
 {
     Fixture f;
     RefPtr const query(new General<MDXSelectQuery>("[Sales]"));
@@ -58,47 +59,35 @@ TEST(MDXSelectQuery, DrillsThroughInGeneral)
     EXPECT_EQ("DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] ", query->getText(true).toUTF8());
 }
 
-TEST(MDXSelectQuery, KeepsItsCellPropertiesWhenMemoryRunsOut)
-{
-    Fixture f;
-    std::string const name = "a name too long for a string's own room";
-    bool failed = kAllocationsFail;
-    for (std::size_t nth = 1; failed; ++nth) {
-        RefPtr const query(new General<MDXSelectQuery>("[Sales]"));
-        query->AddAxisSpecification(0, f.set, {}, kAll);
-        query->AddCellProperty(KelpString(name.c_str()));
-        std::vector<KelpString> const more(2, name.c_str());
-        gFailAt = nth;
-        failed = error_of([&] { query->AddCellProperties(more); }) == kNoMemory;
-        gFailAt = 0;
-        EXPECT_EQ(
-            "SELECT {A} ON COLUMNS FROM [Sales]  CELL PROPERTIES " + name + (failed ? "" : ", " + name + ", " + name), mdx_of(*query));
-    }
-}
-
-TEST(Statements, Refusals)
+TEST(MDXSelectQuery, MissesItsAxesFirstAndThenPropertyValues)
 {
     Fixture f;
     RefPtr const query(new General<MDXSelectQuery>("[Sales]"));
-    query->AddMemberFormula(nullptr, nullptr, -1, { "no value" }, {}); // told before a text is asked for, and after a missing axis
+    query->AddMemberFormula(nullptr, nullptr, -1, { "no value" }, {}); // whose text is not asked for
     EXPECT_EQ(raises(MDX_ERR_NO_AXES), error_of([&] { query->getText(true); }));
     query->AddAxisSpecification(0, f.set, {}, kAll);
     EXPECT_EQ(raises(MDX_ERR_PROPERTY_COUNT_MISMATCH), error_of([&] { query->getText(true); }));
-    KelpString stored = " stored\n", none; // which stand for all else, even without an axis
-    query->setQuery(stored);
+}
+
+TEST(MDXSelectQuery, IsItsStoredTextAndNothingElse)
+{
+    RefPtr const query(new General<MDXSelectQuery>("[Sales]"));
+    KelpString stored = "a text too long for a string's own room", other = " stored\n", none;
+    if (fails_at_allocation(1, [&] { query->setQuery(stored); })) {
+        EXPECT_EQ(raises(MDX_ERR_NO_AXES), error_of([&] { query->getText(true); }));
+    }
+    query->setQuery(other);
     query->AddCellProperty("more");
-    EXPECT_EQ(stored, query->getText(true));
-    RefPtr const bare(new General<MDXSelectQuery>("[Sales]"));
-    stored = "a text too long for a string's own room";
-    gFailAt = kAllocationsFail ? 1 : 0;
-    error_of([&] { bare->setQuery(stored); });
-    EXPECT_EQ(kAllocationsFail ? raises(MDX_ERR_NO_AXES) : "", error_of([&] { bare->getText(true); }));
-    bare->setQuery(none);
-    EXPECT_EQ(none, bare->getText(true));
+    EXPECT_EQ(other, query->getText(true));
+    query->setQuery(none);
+    EXPECT_EQ(none, query->getText(true));
+}
+
+TEST(MDXDropQuery, DropsSetsIfNoMemberCouldBeAdded)
+{
     RefPtr const drop(new General<MDXDropQuery>("[Sales]"));
-    gFailAt = kAllocationsFail ? 1 : 0;
-    error_of([&] { drop->AddMemberToDrop("m"); });
-    EXPECT_EQ(kAllocationsFail ? "" : raises(MDX_ERR_MIXED_DROP), error_of([&] { drop->AddSetToDrop("[Team]"); }));
+    bool const failed = fails_at_allocation(1, [&] { drop->AddMemberToDrop("m"); });
+    EXPECT_EQ(failed ? "" : raises(MDX_ERR_MIXED_DROP), error_of([&] { drop->AddSetToDrop("[Team]"); }));
 }
 
 TEST(Statements, PartsByThemselves)

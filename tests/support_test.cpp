@@ -61,8 +61,8 @@ TEST(KelpString, ComparesWithNarrowTexts)
 
 TEST(KelpString, ReadsAndWritesUTF8)
 {
-    char const * const all = "\U00010001a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF"; // one to four bytes
-    EXPECT_EQ(KelpString(all), u"\U00010001a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF");
+    char const * const all = "\U00010000\U00010001a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF"; // one to four bytes
+    EXPECT_EQ(KelpString(all), u"\U00010000\U00010001a\u0080\u07FF\u0800\u4e2d\uD7FF\uE000\uFFFF\U0010FFFF");
     std::pair<std::string, std::string> const rows[] = {
         // the bytes that are read, those that are written then
         { all, all },

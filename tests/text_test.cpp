@@ -3,28 +3,6 @@
 
 #include <odbomodule/text.h>
 
-#include <cstdlib>
-#include <new>
-
-thread_local std::size_t gAllocations = 0;
-thread_local std::size_t gFailAt = 0;
-
-[[gnu::noinline]] void * operator new(std::size_t size) // since gcc takes an inlined pair for a mismatch
-{
-    ++gAllocations;
-    bool const fails = gFailAt > 0 && --gFailAt == 0;
-    void * const memory = fails ? nullptr : std::malloc(size + (size == 0));
-    return memory != nullptr ? memory : throw std::bad_alloc();
-}
-[[gnu::noinline]] void operator delete(void * memory) noexcept
-{
-    std::free(memory);
-}
-[[gnu::noinline]] void operator delete(void * memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
-
 using namespace mdx_text;
 
 static std::size_t allocations_of(std::function<void()> const & work)

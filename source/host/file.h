@@ -22,7 +22,8 @@ public:
     /// Whether the name has a folder.
     bool isLocationSet() const;
 
-    /// Moves the location to the folder for temporary files; the file keeps its bare name.
+    /// Moves the location to the folder for temporary files; the file keeps its bare name. If the system names no
+    /// such folder, the path becomes empty, and the file cannot be opened.
     void setLocationToTemp();
 
     std::filesystem::path const & path() const { return fPath; }
@@ -44,9 +45,9 @@ public:
     File(File const &) = delete;
     File & operator=(File const &) = delete;
 
-    /// Opens the file for appending and creates it if it is missing. The only mode is "a+". Other programs may
-    /// write to the file at the same time. On Linux only its owner can read a new file; on Windows the folder
-    /// decides. Returns false for another mode, for anything but a regular file, and if the system refuses.
+    /// Opens the file for appending and reading, and creates it if it is missing. The only mode is "a+". Other
+    /// programs may write to the file at the same time. On Linux only its owner can read a new file; on Windows the
+    /// folder decides. Returns false for another mode, for anything but a regular file, and if the system refuses.
     ///
     /// In a folder that other users may write to, they could have put a link or a file of their own in this place.
     /// There, open() also returns false for a symbolic link, for a file with several names and for another user's
@@ -55,10 +56,11 @@ public:
     bool open(char const * mode);
 
     /// Appends the text and a line end. Does nothing if no file is open. On Windows lines end in "\r\n", also those
-    /// within the text. Lines of two processes do not mix; on Windows, the call waits up to two seconds for another
-    /// process that is writing. A failure to write is not reported: the rest of the line is lost, and the next line
-    /// of this object starts on a new line. On Linux a file at the process's size limit is such a failure; the
-    /// process does not get its signal, SIGXFSZ.
+    /// within the text. Lines of two processes do not mix: the call waits for another process that is writing, for
+    /// up to two seconds. If the file ends within a line, the text starts on a new line.
+    ///
+    /// A failure to write is not reported, and the rest of the line is lost. On Linux the process gets no SIGXFSZ
+    /// when the file reaches its size limit.
     void writeLine(KelpString const & text);
 
 private:

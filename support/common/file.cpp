@@ -39,7 +39,8 @@ bool FileLocator::isLocationSet() const
 
 void FileLocator::setLocationToTemp()
 {
-    fPath = temporary_folder() / fPath.filename();
+    std::filesystem::path const folder = temporary_folder();
+    fPath = folder.empty() ? folder : folder / fPath.filename(); // a file with an empty path cannot be opened
     fShared = true;
 }
 
@@ -63,14 +64,13 @@ void File::writeLine(KelpString const & text)
     if (!fFile)
         return;
     std::string line = support_dll::OpenFile::line_of(text);
-    if (fFile->fCut)
-        line.insert(0, support_dll::OpenFile::line_of({}));
     WriteLock const lock(*fFile);
+    if (fFile->ends_within_line())
+        line.insert(0, support_dll::OpenFile::line_of({}));
     for (std::string_view rest = line; !rest.empty();) {
         std::size_t const count = fFile->append(rest);
         if (count == 0)
             return;
-        fFile->fCut = rest[count - 1] != '\n';
         rest.remove_prefix(count);
     }
 }

@@ -24,10 +24,11 @@ public:
     virtual bool lock() noexcept = 0;
     virtual void unlock() noexcept = 0;
 
+    // Whether the file ends within a line, as it does after a write that failed.
+    virtual bool ends_within_line() noexcept = 0;
+
     // Writes bytes to the end of the file. Returns how many were written, or 0 on failure.
     virtual std::size_t append(std::string_view bytes) noexcept = 0;
-
-    bool fCut = false; // whether the last write ended within a line
 };
 
 }

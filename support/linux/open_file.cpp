@@ -6,6 +6,7 @@
 #include <ctime>
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -45,8 +46,19 @@ class LinuxFile final : public support_dll::OpenFile {
 public:
     explicit LinuxFile(Descriptor file) noexcept : fFile(std::move(file)) {}
 
-    bool lock() noexcept override { return true; } // appending writes a line in one piece
-    void unlock() noexcept override {}
+    bool lock() noexcept override
+    {
+        return ::flock(fFile.number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    }
+    void unlock() noexcept override { ::flock(fFile.number(), LOCK_UN); }
+
+    bool ends_within_line() noexcept override
+    {
+        struct ::stat state;
+        char last = '\n';
+        return ::fstat(fFile.number(), &state) == 0 && state.st_size > 0 &&
+               ::pread(fFile.number(), &last, 1, state.st_size - 1) == 1 && last != '\n';
+    }
 
     std::size_t append(std::string_view bytes) noexcept override
     {
@@ -75,8 +87,8 @@ std::unique_ptr<support_dll::OpenFile> support_dll::OpenFile::open(FileLocator c
         return nullptr;
     bool const shared = location.inSharedFolder() || (state.st_mode & S_IWOTH) != 0;
 
-    // O_NONBLOCK: opening a pipe must not wait for its reader.
-    int const flags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK | (shared ? O_NOFOLLOW : 0);
+    // O_NONBLOCK: opening a pipe or a device must not wait.
+    int const flags = O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK | (shared ? O_NOFOLLOW : 0);
     std::filesystem::path const name = location.path().filename();
     Descriptor file(::openat(folder.number(), name.c_str(), flags, S_IRUSR | S_IWUSR));
     if (::fstat(file.number(), &state) != 0 || !S_ISREG(state.st_mode))

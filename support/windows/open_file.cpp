@@ -15,13 +15,26 @@ public:
     WindowsFile(WindowsFile const &) = delete;
     WindowsFile & operator=(WindowsFile const &) = delete;
 
-    // The system's own file systems append one write in one piece, but not all others do.
     bool lock() noexcept override
     {
         DWORD const flags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
         return ::LockFileEx(fFile, flags, 0, 1, 0, &fLockedByte) || ::GetLastError() != ERROR_LOCK_VIOLATION;
     }
     void unlock() noexcept override { ::UnlockFileEx(fFile, 0, 1, 0, &fLockedByte); }
+
+    bool ends_within_line() noexcept override
+    {
+        LARGE_INTEGER size;
+        if (!::GetFileSizeEx(fFile, &size) || size.QuadPart == 0)
+            return false;
+        size.QuadPart -= 1;
+        OVERLAPPED place{};
+        place.Offset = size.LowPart;
+        place.OffsetHigh = static_cast<DWORD>(size.HighPart);
+        char last = '\n';
+        DWORD count = 0;
+        return ::ReadFile(fFile, &last, 1, &count, &place) && last != '\n';
+    }
 
     std::size_t append(std::string_view bytes) noexcept override
     {

@@ -15,6 +15,6 @@ std::filesystem::path temporary_folder()
     wchar_t folder[MAX_PATH + 1];
     DWORD const length = ::GetTempPathW(static_cast<DWORD>(std::size(folder)), folder);
     if (length == 0 || length >= std::size(folder))
-        return std::filesystem::current_path();
+        return {};
     return std::filesystem::path(folder, folder + length);
 }

@@ -34,7 +34,7 @@ bool RegistryWrapper::readRegKeyValue(
         auto size = static_cast<DWORD>(text.size() * sizeof(char16_t));
         LSTATUS const status = read_value(root, key, name, RRF_RT_REG_SZ, text.data(), size);
         if (status == ERROR_MORE_DATA) {
-            text.resize(std::max(text.size() * 2, size / sizeof(char16_t) + 1));
+            text.resize(std::max<std::size_t>(text.size() * 2, size / sizeof(char16_t) + 1));
             continue;
         }
         if (status != ERROR_SUCCESS)

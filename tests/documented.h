@@ -1,0 +1,199 @@
+#pragma once
+#include "allocations.h"
+#include "fixture.h"
+
+#include <cmath>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// The tables of the documents as tests; see documented_rows.cmake.
+
+using namespace BRIM_o;
+using memory_cube::Condition;
+namespace conditions = memory_cube::conditions;
+
+// A value that is a text, which is kept.
+inline Condition text_value(char16_t const * text, ExpressionType kind = ET_VALUE)
+{
+    static std::vector<std::shared_ptr<OLECHAR>> texts;
+    VARIANT value{};
+    value.vt = VT_BSTR;
+    value.bstrVal = texts.emplace_back(SysAllocString(ole_characters(text)), SysFreeString).get();
+    return Condition(value, kind);
+}
+
+// The fixture with the names and texts of the documents.
+struct Documented : Fixture {
+    Condition fGreater = conditions::mdx("a") > conditions::mdx("b");
+    AskedNode fTree{ fGreater };
+    struct Names {
+        MDXQueryGenerator * generator;
+        BRIM_o::Dimension * dimension;
+        BRIM_o::Hierarchy * hierarchy;
+        BRIM_o::Level * level;
+        BRIM_o::Member * member;
+        BRIM_o::Calculation *calculation, *nested;
+        MDXSet *s, *t;
+        MDXField *m, *n;
+        MDXValue *x, *v, *w;
+        MDXTuple *k, *pair, *none;
+        BRIM_o::Expression * tree;
+        RefPtr<MDXSelectQuery> select;
+        RefPtr<MDXCreateQuery> create;
+        RefPtr<MDXDropQuery> drop;
+        KelpString text = "c";
+        Condition a = conditions::mdx("a"), b = conditions::mdx("b"), c = conditions::mdx("c");
+        Condition p = conditions::value(conditions::mdx("p"));
+    } names{ generator.get(), &dimension, &h, &country, &member, &calculation, &child, set, other, field, second, value, weight, third,
+        single, tuple, empty, &fTree, statement<MDXSelectQuery>(MDXQuery::QT_SELECT), statement<MDXCreateQuery>(MDXQuery::QT_CREATE),
+        statement<MDXDropQuery>(MDXQuery::QT_DROP) };
+
+    explicit Documented(Classes classes) : Fixture(classes, { "s", "t", "m", "n", "x", "v", "w" })
+    {
+        dimension.fName = "Store";
+        dimension.fUniqueName = "[Store]";
+        h.fName = "Geo";
+        h.fUniqueName = "[Store].[Geo]";
+        country.fUniqueName = "[Store].[Geo].[Country]";
+        member.fUniqueName = "[Store].[Geo].[Japan]";
+        calculation.fUniqueName = "[Store].[Geo].[North]";
+        child.fUniqueName = "[Store].[Geo].[South]";
+        child.fParentUniqueName = member.fUniqueName;
+        h.fCalculations = { { 1, &calculation } };
+        names.select->AddAxisSpecification(0, RefPtr(makeSet("s")).get(), {}, MDXSelectQuery::NES_ALL);
+    }
+    template <class Statement>
+    RefPtr<Statement> statement(MDXQuery::QueryType type) const
+    {
+        return RefPtr<Statement>(
+            fGeneral ? new General<Statement>("[Sales]") : static_cast<Statement *>(generator->GenerateQuery(type, nullptr)));
+    }
+    State state() const
+    {
+        State state = Fixture::state();
+        for (MDXQuery const * const each :
+            std::initializer_list<MDXQuery const *>{ names.select.get(), names.create.get(), names.drop.get() })
+            state["statements"] += error_of([&] { state["statements"] += mdx_of(*each); }) + "; ";
+        return state;
+    }
+
+    // Lets the objects, which must be general, say another text than they hold. An operation reads what its own object holds and what its
+    // arguments say.
+    void disguise(std::string const & own)
+    {
+        auto const disguise = [&own]<class Base>(char const * name, Base & object, char const * text) {
+            auto & host = static_cast<HostText<Base> &>(object);
+            host.fSays = own == name ? "said" : text;
+            if (own != name)
+                host.hold("held");
+        };
+        disguise("set", *set, "s"), disguise("other", *other, "t");
+        disguise("field", *field, "m"), disguise("second", *second, "n");
+        disguise("value", *value, "x"), disguise("weight", *weight, "v"), disguise("third", *third, "w");
+        for (auto const & [object, text] : { std::pair(tuple, "( m, n ) "), std::pair(single, "m") })
+            static_cast<HostText<MDXTuple> *>(object->AddField(second))->fSays = text;
+    }
+
+    // The texts of what a call returned. Its type says what has changed: an own object; a tuple or a statement, and the holders of its
+    // parts; nothing, if an object is new. By a condition, a set is filtered.
+    template <class Own>
+    Strings told(Own * own)
+    {
+        return { text_of_own(own) };
+    }
+    Strings told(MDXTuple * own) { return (changed = "several"), Strings{ mdx_of(*own) }; }
+    Strings told(MDXQuery const & own) { return (changed = "several"), Strings{ own.getText(false).toUTF8(), own.getText(true).toUTF8() }; }
+    template <class New>
+    Strings told(RefPtr<New> const & made)
+    {
+        changed = "nothing";
+        EXPECT_EQ(1, count_of(*made));
+        return { mdx_of(*made) };
+    }
+    Strings told(Condition tree)
+    {
+        AskedNode node(tree);
+        return told(set->Filter(&node, single));
+    }
+};
+
+// The code of a row, in which the names of the documents are known.
+#define WITH_NAMES(...)                                                                                                                    \
+    [](Documented & f) {                                                                                                                   \
+        [[maybe_unused]] auto & [generator, dimension, hierarchy, level, member, calculation, nested, s, t, m, n, x, v, w, k, pair, none,  \
+            tree, select, create, drop, text, a, b, c, p] = f.names;                                                                       \
+        return __VA_ARGS__;                                                                                                                \
+    }
+
+// A row: what its code tells, and what it tells of other classes or with flat names. Texts at the end may be missing.
+struct Row {
+    char const * row;
+    std::function<Strings(Documented &)> code;
+    Strings texts;
+    Strings others{};
+
+    // What the code tells, or the number and the message of the error that it raises.
+    Strings run(Documented & f) const
+    {
+        try {
+            return code(f);
+        } catch (BRIM_o::AnyError const & error) {
+            EXPECT_EQ(u"ODBOMODULE 1 2", format_text("%s %d %d", error.module(), +error.level(), +error.status())) << row;
+            return { std::to_string(error.code()), error.getText().toUTF8() };
+        }
+    }
+    void expect_texts(Documented & f, Classes classes) const
+    {
+        Strings const & want = classes == kDialect || others.empty() ? texts : others;
+        Strings have = run(f);
+        have.resize(want.size());
+        EXPECT_EQ(want, have) << row;
+    }
+};
+
+// Checks the texts with objects of these classes, and that nothing else changes.
+inline void expect_call(Row const & row, std::initializer_list<Classes> classes)
+{
+    for (Classes const each : classes) {
+        Documented f(each);
+        Fixture::State before = f.state();
+        row.expect_texts(f, each);
+        Fixture::State after = f.state();
+        before[f.changed] = after[f.changed];
+        EXPECT_TRUE(f.changed == "several" || before == after) << row.row;
+    }
+}
+
+// Has each question to the host fail in turn, and then each allocation. Everything is as it was afterwards, and the call does what it
+// should when it is repeated. An operation that goes by steps may leave its own object with the text of a step.
+inline void expect_no_trace_of_faults(Row const & row, std::initializer_list<Classes> classes, bool bySteps = false)
+{
+    for (Classes const each : classes) {
+        Documented done(each);
+        row.run(done);
+        for (auto const fails : { fails_at_question, fails_at_allocation }) {
+            for (std::size_t nth = 1;; ++nth) {
+                Documented f(each);
+                Fixture::State const before = f.state();
+                if (!fails(nth, [&] { row.run(f); }) || !f.changed.empty()) // the call was over when it failed
+                    break;
+                EXPECT_TRUE(before == f.state() || bySteps) << row.row;
+                row.run(f);
+                EXPECT_TRUE(done.state() == f.state() || bySteps) << row.row;
+            }
+        }
+    }
+}
+
+// A table, which GoogleTest shows by the place of its first row.
+template <class Row>
+struct Table : std::vector<Row> {
+    using std::vector<Row>::vector;
+    friend void PrintTo(Table const & table, std::ostream * out)
+    {
+        std::string_view const row = table.front().row;
+        *out << row.substr(0, row.find(": "));
+    }
+};
