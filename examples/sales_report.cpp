@@ -55,8 +55,8 @@ void members_on_the_server(Report & report)
 {
     RefPtr const create = report.make.create();
     RefPtr const flagships = report.sum(
-        report.make.list({ report.member("[Store].[All Stores].[Ireland].[Leinster].[Dublin].[O'Brien's Corner]"),
-            report.member("[Store].[All Stores].[Japan].[東京都].[東京].[銀座 Store 7]") }));
+        report.make.list({ report.member("[Store].[All Stores].[Ireland].[Dublin].[O'Brien's Corner]"),
+            report.member("[Store].[All Stores].[Japan].[東京].[銀座 Store 7]") }));
     add_formula(create, report.calculated("[Store].[Flagship Stores]"), flagships, {}, 1);
     RefPtr const rest = report.sum(report.make.list(
         { report.member("[Store].[All Stores].[Brazil]"), report.member("[Store].[All Stores].[Japan]") }));
@@ -136,8 +136,8 @@ void stores_by_quarter(Report & report)
     *columns *= *report.make.list(
         { report.member("[Measures].[Unit Sales]"), report.member("[Measures].[Customer Count]") });
     RefPtr const rows = report.make.list({ report.member("[Store].[All Stores].[Brazil].[São Paulo]"),
-        report.member("[Store].[All Stores].[Japan].[東京都]"),
-        report.member("[Store].[All Stores].[Ireland].[Leinster].[Dublin].[O'Brien's Corner]") });
+        report.member("[Store].[All Stores].[Japan].[東京]"),
+        report.member("[Store].[All Stores].[Ireland].[Dublin].[O'Brien's Corner]") });
     *rows += *report.member("[Store].[All Stores].[Switzerland].[Zürich]");
 
     RefPtr const query = report.make.select(columns, rows);
@@ -162,8 +162,8 @@ void named_set(Report & report)
 {
     RefPtr const create = report.make.create();
     RefPtr const places = report.make.list(
-        { report.member("[Store].[All Stores].[Ireland].[Leinster].[Dublin].[O'Brien's Corner]"),
-            report.member("[Store].[All Stores].[Switzerland].[Zürich].[Zürich]") });
+        { report.member("[Store].[All Stores].[Ireland].[Dublin].[O'Brien's Corner]"),
+            report.member("[Store].[All Stores].[Switzerland].[Zürich]") });
     create->AddSetFormula("[Flagship Places]", places.get());
     print("A named set on the server", *create);
 
