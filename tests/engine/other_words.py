@@ -10,10 +10,8 @@ HIERARCHIES = {f"[{name}]" for name in cube.LEVELS} | {
 
 
 def call(text, function):
-    """The first call of a function in the text: what is before it, its arguments, and what follows; None without one."""
+    """The first call of a function in the text: what is before it, its arguments, and what follows."""
     found = re.search(r"\b" + function + r"\(", text, re.IGNORECASE)
-    if not found:
-        return None
     arguments, depth, start = [], 0, found.end()
     for token in re.compile(NAME + r'|"[^"]*"|.', re.DOTALL).finditer(text, found.end()):
         if depth == 0 and token[0] in (",", ")"):
@@ -22,7 +20,7 @@ def call(text, function):
             if token[0] == ")":
                 return text[:found.start()], arguments, text[start:]
         depth += (token[0] in ("(", "{")) - (token[0] in (")", "}"))
-    return None
+    raise ValueError(f"{function} has no end in {text}")
 
 
 def hierarchy_of(text):
@@ -52,11 +50,11 @@ def set_of_text(text):
 
 def level_count(text):
     def count(found):
-        return str(len(cube.LEVELS[found[1].strip("[]").replace("].[", ".")]))
+        return str(len(cube.LEVELS.get(found[1].strip("[]").replace("].[", "."), ())))
     return re.sub(rf"({NAME}(?:\.{NAME})?)\.LEVELS\.COUNT", count, text)
 
 
-# The word as the list of the engine's refusals has it, how to find it, and the text without it.
+# A word, how to find it, and what makes the text without its first use.
 WORDS = [
     ("DRILLUPMEMBER", r"\bDRILLUPMEMBER\(", drill_up),
     ("set + set", r"\bGENERATE\(.*\)\s*\+\s*\S", sum_of_sets),
@@ -73,13 +71,15 @@ def rewritten(text):
     """The text in words that the engine has, and the words that it lacks."""
     lacking = []
     for word, pattern, rewrite in WORDS:
-        if re.search(pattern, text, re.IGNORECASE):
+        while re.search(pattern, text, re.IGNORECASE):
             text = rewrite(text)
-            lacking.append(word)
+            if word not in lacking:
+                lacking.append(word)
     return text, lacking
 
 
-DEFINITION = re.compile(rf"(MEMBER|SET) \[Sales\]\.({NAME}(?:\.{NAME})*) AS ('(?:[^']|'')*'(?: , SOLVE_ORDER = -?\d+)?)")
+DEFINITION = re.compile(
+    rf"(MEMBER|SET) \[Sales\]\.({NAME}(?:\.{NAME})*) AS (.*?)(?= (?:MEMBER|SET) \[Sales\]\.|\s*$)", re.DOTALL)
 
 
 def keep(statement, kept):
@@ -90,7 +90,7 @@ def keep(statement, kept):
         return True
     if statement.startswith("DROP "):
         for name in re.findall(rf"\[Sales\]\.({NAME}(?:\.{NAME})*)", statement):
-            kept.pop(name)
+            kept.pop(name, None)
         return True
     return False
 
