@@ -1,7 +1,7 @@
 #include "sales.h"
 
 using memory_cube::Condition;
-namespace mc = memory_cube;
+namespace mc = memory_cube::conditions;
 using namespace BRIM_o; // the kinds of nodes
 
 void uses_of_conditions(Sales & u)
@@ -19,9 +19,9 @@ void uses_of_conditions(Sales & u)
     keeps("condition: MDX as it is", Condition(ET_NATIVE, "[Measures].[Store Sales] < 1000"));
     keeps("condition: = NULL, which holds for nothing here", mc::is_null(mc::current()));
     keeps("condition: NOT( = NULL ), which holds for all here", !mc::is_null(mc::current()));
-    keeps("condition: empty", mc::mdx("IsEmpty( [Measures].[Store Sales] )"));
-    keeps("condition: not empty", !mc::mdx("IsEmpty( [Measures].[Store Sales] )"));
-    keeps("condition: an empty tuple", mc::mdx(KelpString("IsEmpty( ") + u.tuple({ u.cost(), u.period(".[2024]") })->getText() + u" )"));
+    keeps("condition: empty", mc::is_empty(salesField));
+    keeps("condition: not empty", !mc::is_empty(salesField));
+    keeps("condition: an empty tuple", mc::is_empty(RefPtr(hold(u.tuple({ u.cost(), u.period(".[2024]") })))));
     keeps("condition: equal", units == 604);
     keeps("condition: not equal", units != 604);
     keeps("condition: less", sales < 2000);

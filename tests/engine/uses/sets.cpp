@@ -1,6 +1,7 @@
 #include "sales.h"
 
 using memory_cube::Condition;
+using namespace memory_cube::conditions;
 
 namespace {
 
@@ -166,9 +167,9 @@ void filters(Sales & u)
     u.rows("TakeFilter: a value", u.cities()->TakeFilter(u.value("[Measures].[Store Sales] > 6000")));
     KelpString text = "[Store].CURRENTMEMBER.NAME = '東京'";
     u.rows("TakeFilter: a text", u.cities()->TakeFilter(text));
-    Condition large = value(memory_cube::current()) > 6000;
+    Condition large = value(current()) > 6000;
     u.rows("TakeFilter: a tree", u.cities()->TakeFilter(large.get(), u.bySales()));
-    Condition largeIn2024 = memory_cube::value(memory_cube::current()) >= 3000;
+    Condition largeIn2024 = value(current()) >= 3000;
     u.rows("TakeFilter: by another year", u.cities()->TakeFilter(largeIn2024.get(), u.tuple({ u.sales(), u.period(".[2024]") })));
     u.rows("Order: ascending within each parent", u.cities()->Order(0, u.bySales()));
     u.rows("Order: descending within each parent", u.cities()->Order(1, u.bySales()));
