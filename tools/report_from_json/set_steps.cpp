@@ -69,7 +69,8 @@ Steps<MDXSet> const kSetSteps = {
     { "TakeAncestorsOfMember", { 2, 3, [](MDXSet & s, A & a) {
         s.TakeAncestorsOfMember(a.member(0)->getText(), a.flag(2), a.levels(1)); } } },
     { "TakeAncestorsOfSet", { 3, 5, [](MDXSet & s, A & a) {
-        s.TakeAncestorsOfSet(a.set(0)->getText(), a.hierarchy(1), a.flag(3), a.levels(2), a.has(4) ? a.levels(4) : 0); } } },
+        s.TakeAncestorsOfSet(
+            a.set(0)->getText(), a.hierarchy(1), a.flag(3), a.levels(2), a.has(4) ? a.levels(4) : 0); } } },
     { "TakeBaseLevel", { 2, 2, [](MDXSet & s, A & a) { s.TakeBaseLevel(a.hierarchy(0), a.number(1)); } } },
     { "TakeChildren", { 1, 1, [](MDXSet & s, A & a) { s.TakeChildren(a.member(0).get()); } } },
     { "TakeChildrenOfSet", { 2, 5, [](MDXSet & s, A & a) {
