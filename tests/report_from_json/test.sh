@@ -97,7 +97,9 @@ expect_failure() {
         failed=1
     fi
 }
+# shellcheck disable=SC2317 # called by name
 to_a_full_disk() { "$program" "$sample" > /dev/full; }
+# shellcheck disable=SC2317
 to_nowhere() { "$program" "$sample" >&-; }
 expect_failure 'The output could not be written.' to_a_full_disk
 expect_failure 'The output could not be written.' to_nowhere
