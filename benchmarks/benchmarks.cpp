@@ -166,7 +166,7 @@ void add_objects()
 
 Condition leaf()
 {
-    return memory_cube::mdx("[Measures].[Sales] > 10");
+    return memory_cube::conditions::mdx("[Measures].[Sales] > 10");
 }
 
 Condition balanced(int count)

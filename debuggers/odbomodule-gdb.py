@@ -1,7 +1,7 @@
 """gdb printers for the objects of the library. They read memory and call no function of the program.
 
 An expression is shown as its text and the number of its holders, a statement with its parts, a KelpString as text,
-a RefPtr as its object, an error with its code and message, a condition as its text. Texts and lists are cut at the
+a RefPtr as its object, an error as its code and inserts, a condition as its text. Texts and lists are cut at the
 limit of `set print elements`.
 """
 
@@ -161,26 +161,10 @@ def enumerator(type_name, number):
     return str(number)
 
 
-def error_message(code, inserts):
-    """The message of an error, or None without the debug symbols of the support library."""
-    table = gdb.lookup_static_symbol("(anonymous namespace)::kMessages")
-    if table is None:
-        return None
-    rows = table.value()
-    for i in range(rows.type.range()[1] + 1):
-        if int(rows[i]["code"]) == code:
-            message = rows[i]["text"].string()
-            for number, insert in enumerate(inserts, 1):
-                message = message.replace(f"%{number}", insert)
-            return message
-    return None
-
-
 def error(value):
-    code = int(value["fCode"])
-    inserts = [own_text(insert) for insert in elements(value["fInserts"])]
-    message = error_message(code, inserts) or ", ".join(inserts)
-    return Line(f'{value.type.name} {enumerator("MDXErrorCode", code)}' + (f": {message}" if message else ""))
+    inserts = ", ".join(own_text(insert) for insert in elements(value["fInserts"]))
+    code = enumerator("MDXErrorCode", int(value["fCode"]))
+    return Line(f'{value.type.name} {code}{inserts and ": "}{inserts}')
 
 
 # The texts of conditions that are not NAME( operands ).
@@ -208,7 +192,7 @@ ARITHMETIC = {"ADD": "+", "SUBTRACT": "-", "TIMES": "*", "DIVIDE": "/", "INTDIVI
 
 
 def condition_kind(value):
-    return enumerator("BRIM_o::ExpressionType", int(value["fType"])).removeprefix("ET_")
+    return enumerator("BRIM_o::ExpressionType", int(value["fNode"]["fType"])).removeprefix("ET_")
 
 
 def condition_text(value, depth=0):
@@ -216,12 +200,12 @@ def condition_text(value, depth=0):
         return "..."
     kind = condition_kind(value)
     if kind in ("VALUE", "BOOLVAL"):
-        number = float(value["fValue"]["dblVal"])
+        number = float(value["fNode"]["fValue"]["dblVal"])
         return f"{number:.16g}" if kind == "VALUE" else "true" if number else "false"
-    own = own_text(value)
+    own = own_text(value["fNode"])
     if own:
         return own
-    nodes = elements(value["fOperands"])
+    nodes = elements(value["fNode"]["fOperands"])
     operands = [condition_text(node, depth + 1) for node in nodes]
     if kind in ARITHMETIC:
         bare = [condition_kind(node) == "TUPLE_VALUE" for node in nodes]

@@ -28,11 +28,10 @@ HierarchyRow const kHierarchies[] = {
         { { "2025 to Date", "2025" } } },
     { "Time", "Fiscal", { "Fiscal Year", "Fiscal Half", "Fiscal Week" },
         { "FY 2025|First Half|Week 1", "FY 2025|Second Half|Week 27" }, {} },
-    { "Store", "", { "(All)", "Country", "State", "City", "Store Name" },
-        { "All Stores|Brazil|São Paulo|São Paulo|Avenida 9 de Julho",
-            "All Stores|Ireland|Leinster|Dublin|O'Brien's Corner", "All Stores|Japan|東京都|東京|銀座 Store 7",
-            "All Stores|Switzerland|Zürich|Zürich|Bahnhofstrasse 12",
-            "All Stores|USA|Washington|Seattle|Store 15" },
+    { "Store", "", { "(All)", "Country", "City", "Store Name" },
+        { "All Stores|Brazil|São Paulo|Avenida 9 de Julho", "All Stores|Ireland|Dublin|O'Brien's Corner",
+            "All Stores|Japan|東京|銀座 Store 7", "All Stores|Switzerland|Zürich|Bahnhofstrasse 12",
+            "All Stores|USA|Seattle|Store 15" },
         { { "Europe", "" }, { "Rest of the World", "" }, { "Flagship Stores", "All Stores" } } },
     { "Product", "", { "(All)", "Family", "Department", "Category", "Brand", "Product Name" },
         { "All Products|Drink|Beverages|Tea & Coffee|Hill's|Hill's Earl Grey",
@@ -55,7 +54,7 @@ memory_cube::Member * member_at(
     if (auto const found = known.find(path); found != known.end())
         return found->second;
     std::size_t const end = path.rfind('|');
-    KelpString const name = KelpString::fromUTF8(path.substr(end + 1)); // the whole path if there is no '|'
+    KelpString const name = path.substr(end + 1); // the whole path if there is no '|'
     return known[path] = end == path.npos
                              ? cube.add_member(hierarchy, name)
                              : cube.add_member(member_at(cube, hierarchy, known, path.substr(0, end)), name);

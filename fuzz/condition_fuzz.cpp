@@ -12,11 +12,14 @@ static memory_cube::Condition read_tree(FuzzedDataProvider & bytes, int depth)
     std::vector<memory_cube::Condition> operands;
     for (int left = depth > 0 ? bytes.ConsumeIntegralInRange(0, 4) : 0; left > 0; --left)
         operands.push_back(read_tree(bytes, depth - 1));
-    memory_cube::Condition node(kind, std::move(operands));
-    node.fText = u"'x]";
-    node.fValue.vt = bytes.ConsumeIntegralInRange<VARTYPE>(VT_EMPTY, VT_UINT);
-    node.fValue.llVal = node.fValue.vt == VT_BSTR ? 0 : bytes.ConsumeIntegral<std::int64_t>();
-    return node;
+    if (!operands.empty())
+        return memory_cube::Condition(kind, std::move(operands));
+    VARIANT value{};
+    value.vt = bytes.ConsumeIntegralInRange<VARTYPE>(VT_EMPTY, VT_UINT);
+    if (value.vt == VT_EMPTY)
+        return memory_cube::Condition(kind, "'x]");
+    value.llVal = value.vt == VT_BSTR ? 0 : bytes.ConsumeIntegral<std::int64_t>();
+    return memory_cube::Condition(value, kind);
 }
 
 // A tree is translated whole, or an error leaves the set as it was; a set that is translated twice gives one text.

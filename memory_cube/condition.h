@@ -1,10 +1,16 @@
 #pragma once
-#include "cube.h"
+#include "maker.h"
 
+#include <odbomodule/frame/mdx_error.h>
 #include <odbomodule/host/automation.h>
 #include <odbomodule/host/expression.h>
 #include <odbomodule/ref_ptr.h>
 
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -17,32 +23,27 @@
 
 namespace memory_cube {
 
-/// A condition for MDXSet::TakeFilter: one node of a tree, with its operands. A condition is a value, which can be
-/// copied and moved. The functions below make conditions, and operators combine them:
+/// A condition for MDXSet::TakeFilter: a tree of nodes. The functions of memory_cube::conditions make conditions,
+/// and operators combine them:
 ///
-///     Condition enough = value(sales) >= 1000 && !is_null(current());
-///     rows->TakeFilter(enough.get(), key.get());
+///     using namespace memory_cube::conditions;
+///     Condition const enough = value(sales) >= 1000 && !is_empty(key);
+///     take_filter(rows, enough);
 ///
 /// Operators and functions add the parentheses without which MDX would read the text differently. && and || always
 /// evaluate both operands.
+///
+/// A condition is a value. Its nodes never change and copies share them, so a copy costs the same for any size, and
+/// copies may be used from several threads at once. A tree can be of any depth, but the library translates it by
+/// recursion: within a stack of 1 MiB it reads 4,000 levels. `a && b && c` has a level for each operator; all_of
+/// and any_of make a tree of a million conditions with 20 levels.
 class Condition final : public BRIM_o::Expression {
-    template <class Type>
-    static constexpr bool is_number = std::is_arithmetic_v<Type> && !std::is_same_v<Type, char> &&
-                                      !std::is_same_v<Type, wchar_t> && !std::is_same_v<Type, char16_t> &&
-                                      !std::is_same_v<Type, char32_t>;
-
 public:
-    BRIM_o::ExpressionType fType;
-    KelpString fText;
-    VARIANT fValue{}; // never cleared: the condition does not own what it points to
-
-    /// A number, true or false. Characters do not convert.
+    /// A number, true or false. Characters do not convert. A whole number that is too large for a real number is
+    /// written as text, with all its digits.
     template <class Number, class = std::enable_if_t<is_number<Number>>>
-    Condition(Number number) : fType(std::is_same_v<Number, bool> ? BRIM_o::ET_BOOLVAL : BRIM_o::ET_VALUE)
-    {
-        fValue.vt = VT_R8;
-        fValue.dblVal = static_cast<double>(number);
-    }
+    Condition(Number number) : fNode(number_node(number))
+    {}
     /// The text that a member, tuple, set or value has now.
     template <class Object>
     Condition(RefPtr<Object> const & object) : Condition(BRIM_o::ET_STRING, object->getText())
@@ -50,108 +51,183 @@ public:
 
     /// A node of any kind. No parentheses are added.
     explicit Condition(BRIM_o::ExpressionType type, std::vector<Condition> operands = {})
-        : fType(type), fOperands(std::move(operands))
+        : fNode(new Node(type, {}, {}, std::move(operands)))
+    {}
+    Condition(BRIM_o::ExpressionType type, KelpString const & text) : fNode(new Node(type, text, {}, {})) {}
+    /// A value of any type that converts to a number. What it points to has to outlive the condition.
+    explicit Condition(VARIANT const & value, BRIM_o::ExpressionType type = BRIM_o::ET_VALUE)
+        : fNode(new Node(type, {}, value, {}))
+    {}
+
+    // A move is a copy, so every condition has a node.
+    Condition(Condition const & other) noexcept : BRIM_o::Expression(other), fNode(share(other.fNode)) {}
+    Condition & operator=(Condition const & other) noexcept
     {
-        point_to_operands();
+        // `other` may be one of the operands that end here.
+        release(std::exchange(fNode, share(other.fNode)));
+        return *this;
     }
-    Condition(BRIM_o::ExpressionType type, KelpString const & text) : fType(type), fText(text) {}
+    ~Condition() { release(fNode); }
 
-    Condition(Condition const & other)
-        : BRIM_o::Expression(other),
-          fType(other.fType),
-          fText(other.fText),
-          fValue(other.fValue),
-          fOperands(other.fOperands)
+    /// The argument for a call of the library, which does not change a node.
+    BRIM_o::Expression * get() const { return const_cast<Condition *>(this); }
+    /// The same for a call with this tuple. Throws MDX_ERR_MISSING_TUPLE if `tuple` is null and the condition has
+    /// current().
+    BRIM_o::Expression * get(RefPtr<MDXTuple> const & tuple) const
     {
-        point_to_operands();
+        if (!tuple && fNode->fHasCurrent)
+            throw MDXError(MDX_ERR_MISSING_TUPLE);
+        return get();
     }
-    Condition(Condition &&) = default; // moved operands keep their addresses
-    Condition & operator=(Condition const & other) { return *this = Condition(other); }
-    Condition & operator=(Condition &&) = default;
-    ~Condition() = default;
 
-    /// The argument for a call of the library.
-    BRIM_o::Expression * get() { return this; }
-
-    std::vector<BRIM_o::Expression *> const & getChildren() override { return fPointers; }
-    BRIM_o::ExpressionType getType() override { return fType; }
-    VARIANT const * getValue() override { return &fValue; }
-    char16_t const * getString() override { return fText.c_str(); }
+    std::vector<BRIM_o::Expression *> const & getChildren() override { return fNode->fPointers; }
+    BRIM_o::ExpressionType getType() override { return fNode->fType; }
+    VARIANT const * getValue() override { return &fNode->fValue; }
+    char16_t const * getString() override { return fNode->fText.c_str(); }
 
     /// How tightly the text of a node binds, from the loosest to the tightest.
     enum Binding { Or, And, Not, Comparison, Sum, Product, Whole };
 
     /// A node with its operands. Operands that bind less tightly than `least` are put in parentheses.
-    template <class... Operands>
-    static Condition of(BRIM_o::ExpressionType type, Binding least, Operands... operands)
+    static Condition of(BRIM_o::ExpressionType type, Binding least, std::vector<Condition> operands)
     {
-        std::vector<Condition> all;
-        all.reserve(sizeof...(operands));
-        (all.push_back(
-             operands.binding() < least ? of(BRIM_o::ET_GROUP_190, Or, std::move(operands)) : std::move(operands)),
-            ...);
-        return Condition(type, std::move(all));
+        for (Condition & operand : operands) {
+            if (operand.binding() < least)
+                operand = Condition(BRIM_o::ET_GROUP_190, { operand });
+        }
+        return Condition(type, std::move(operands));
+    }
+    /// `count` conditions, joined in halves by AND or OR, so that the tree stays flat.
+    static Condition joined(BRIM_o::ExpressionType type, Binding least, Condition const * first, std::size_t count)
+    {
+        if (count == 1)
+            return *first;
+        std::size_t const half = count / 2;
+        return of(
+            type, least, { joined(type, least, first, half), joined(type, least, first + half, count - half) });
     }
 
-    friend Condition operator==(Condition a, Condition b)
+    friend Condition operator==(Condition const & a, Condition const & b)
     {
-        return of(BRIM_o::ET_EQUALTO, Sum, std::move(a), std::move(b));
+        return of(BRIM_o::ET_EQUALTO, Sum, { a, b });
     }
-    friend Condition operator!=(Condition a, Condition b)
+    friend Condition operator!=(Condition const & a, Condition const & b)
     {
-        return of(BRIM_o::ET_NOTEQUALTO, Sum, std::move(a), std::move(b));
+        return of(BRIM_o::ET_NOTEQUALTO, Sum, { a, b });
     }
-    friend Condition operator<(Condition a, Condition b)
+    friend Condition operator<(Condition const & a, Condition const & b)
     {
-        return of(BRIM_o::ET_LESSTHAN, Sum, std::move(a), std::move(b));
+        return of(BRIM_o::ET_LESSTHAN, Sum, { a, b });
     }
-    friend Condition operator<=(Condition a, Condition b)
+    friend Condition operator<=(Condition const & a, Condition const & b)
     {
-        return of(BRIM_o::ET_LESSTHANOREQUALTO, Sum, std::move(a), std::move(b));
+        return of(BRIM_o::ET_LESSTHANOREQUALTO, Sum, { a, b });
     }
-    friend Condition operator>(Condition a, Condition b)
+    friend Condition operator>(Condition const & a, Condition const & b)
     {
-        return of(BRIM_o::ET_GREATERTHAN, Sum, std::move(a), std::move(b));
+        return of(BRIM_o::ET_GREATERTHAN, Sum, { a, b });
     }
-    friend Condition operator>=(Condition a, Condition b)
+    friend Condition operator>=(Condition const & a, Condition const & b)
     {
-        return of(BRIM_o::ET_GREATERTHANOREQUALTO, Sum, std::move(a), std::move(b));
+        return of(BRIM_o::ET_GREATERTHANOREQUALTO, Sum, { a, b });
     }
 
-    friend Condition operator&&(Condition a, Condition b)
+    friend Condition operator&&(Condition const & a, Condition const & b)
     {
-        return of(BRIM_o::ET_AND, And, std::move(a), std::move(b));
+        return of(BRIM_o::ET_AND, And, { a, b });
     }
-    friend Condition operator||(Condition a, Condition b)
+    friend Condition operator||(Condition const & a, Condition const & b)
     {
-        return of(BRIM_o::ET_OR, Or, std::move(a), std::move(b));
+        return of(BRIM_o::ET_OR, Or, { a, b });
     }
-    friend Condition operator!(Condition a) { return of(BRIM_o::ET_NOT, Or, std::move(a)); }
+    friend Condition operator!(Condition const & a) { return of(BRIM_o::ET_NOT, Or, { a }); }
 
-    // The library puts the operands of these in parentheses itself.
-    friend Condition operator+(Condition a, Condition b)
+    // The library puts the operands of these in parentheses.
+    friend Condition operator+(Condition const & a, Condition const & b)
     {
-        return of(BRIM_o::ET_ADD, Or, std::move(a), std::move(b));
+        return of(BRIM_o::ET_ADD, Or, { a, b });
     }
-    friend Condition operator-(Condition a, Condition b)
+    friend Condition operator-(Condition const & a, Condition const & b)
     {
-        return of(BRIM_o::ET_SUBTRACT, Or, std::move(a), std::move(b));
+        return of(BRIM_o::ET_SUBTRACT, Or, { a, b });
     }
-    friend Condition operator*(Condition a, Condition b)
+    friend Condition operator*(Condition const & a, Condition const & b)
     {
-        return of(BRIM_o::ET_TIMES, Or, std::move(a), std::move(b));
+        return of(BRIM_o::ET_TIMES, Or, { a, b });
     }
-    friend Condition operator/(Condition a, Condition b)
+    friend Condition operator/(Condition const & a, Condition const & b)
     {
-        return of(BRIM_o::ET_DIVIDE, Or, std::move(a), std::move(b));
+        return of(BRIM_o::ET_DIVIDE, Or, { a, b });
     }
-    friend Condition operator-(Condition a) { return of(BRIM_o::ET_NEGATE, Or, std::move(a)); }
+    friend Condition operator-(Condition const & a) { return of(BRIM_o::ET_NEGATE, Or, { a }); }
 
 private:
+    struct Node {
+        Node(BRIM_o::ExpressionType type, KelpString const & text, VARIANT const & value,
+            std::vector<Condition> operands)
+            : fType(type), fText(text), fValue(value), fOperands(std::move(operands))
+        {
+            for (Condition & operand : fOperands) {
+                fPointers.push_back(&operand);
+                fHasCurrent = fHasCurrent || operand.fNode->fHasCurrent;
+            }
+        }
+
+        BRIM_o::ExpressionType const fType;
+        KelpString const fText;
+        VARIANT const fValue; // never cleared: the node does not own what it points to
+        std::vector<Condition> fOperands;
+        std::vector<BRIM_o::Expression *> fPointers;    // to fOperands
+        bool fHasCurrent = fType == BRIM_o::ET_CURRENT; // the node or an operand
+        std::atomic<std::size_t> fHolders{ 1 };
+        Node * fNext = nullptr; // in the list of nodes that release() deletes
+    };
+    template <class Number>
+    static Node * number_node(Number number)
+    {
+        if constexpr (std::is_integral_v<Number> && sizeof(Number) > sizeof(std::int32_t)) {
+            constexpr Number largest = Number{ 1 } << std::numeric_limits<double>::digits;
+            bool isExact = number <= largest; // as a real number
+            if constexpr (std::is_signed_v<Number>)
+                isExact = isExact && number >= -largest;
+            if (!isExact)
+                return new Node(BRIM_o::ET_STRING, std::to_string(number), {}, {});
+        }
+        VARIANT value{};
+        value.vt = VT_R8;
+        value.dblVal = static_cast<double>(number);
+        return new Node(std::is_same_v<Number, bool> ? BRIM_o::ET_BOOLVAL : BRIM_o::ET_VALUE, {}, value, {});
+    }
+
+    static Node * share(Node * node) noexcept
+    {
+        ++node->fHolders;
+        return node;
+    }
+    // Deletes the nodes that have no holder any more, one after another: a deep tree would overflow the stack if
+    // each node deleted its operands.
+    static void release(Node * node) noexcept
+    {
+        Node * doomed = nullptr;
+        auto const drop = [&doomed](Node * each) {
+            if (each != nullptr && --each->fHolders == 0) {
+                each->fNext = doomed;
+                doomed = each;
+            }
+        };
+        drop(node);
+        while (doomed != nullptr) {
+            Node * const each = std::exchange(doomed, doomed->fNext);
+            for (Condition & operand : each->fOperands)
+                drop(std::exchange(operand.fNode, nullptr));
+            delete each;
+        }
+    }
+
     Binding binding() const
     {
         // No default: a new kind has to be added here, or the compiler warns.
-        switch (fType) {
+        switch (fNode->fType) {
         case BRIM_o::ET_OR:
         case BRIM_o::ET_OUTSIDE: return Or;
         case BRIM_o::ET_AND:
@@ -195,68 +271,9 @@ private:
         }
         return Whole; // a number that is not a kind, which the library rejects
     }
-    void point_to_operands()
-    {
-        for (Condition & operand : fOperands)
-            fPointers.push_back(&operand);
-    }
 
-    std::vector<Condition> fOperands;
-    std::vector<BRIM_o::Expression *> fPointers; // to fOperands
+    Node * fNode; // null only while release() deletes the node that holds this operand
 };
-
-/// MDX, inserted unchanged. Text that holds an operator has to bring its own parentheses.
-inline Condition mdx(KelpString const & text)
-{
-    return Condition(BRIM_o::ET_STRING, text);
-}
-/// A text constant. The quotes are added.
-inline Condition text(KelpString const & text)
-{
-    return mdx(quoted(text));
-}
-/// The tuple that is given to TakeFilter.
-inline Condition current()
-{
-    return Condition(BRIM_o::ET_CURRENT);
-}
-/// The set that is filtered.
-inline Condition current_set()
-{
-    return Condition(BRIM_o::ET_CURRENTSET);
-}
-/// ( first, second ), from one member or more.
-inline Condition tuple(std::vector<Condition> members)
-{
-    return Condition(BRIM_o::ET_TUPLE, std::move(members));
-}
-/// The value of a tuple. In arithmetic it is the only operand that is written without parentheses.
-inline Condition value(Condition tuple)
-{
-    return Condition::of(BRIM_o::ET_TUPLE_VALUE, Condition::Whole, std::move(tuple));
-}
-/// The value of a member.
-inline Condition member_value(Condition member)
-{
-    return Condition::of(BRIM_o::ET_MEMBER_VALUE, Condition::Whole, std::move(member));
-}
-/// tuple = NULL
-inline Condition is_null(Condition tuple)
-{
-    bool const isTuple = tuple.fType == BRIM_o::ET_TUPLE || tuple.fType == BRIM_o::ET_CURRENT;
-    return Condition::of(BRIM_o::ET_TUPLE_IS_NULL, Condition::Or,
-        isTuple ? std::move(tuple) : memory_cube::tuple({ std::move(tuple) }));
-}
-/// x >= low AND x <= high
-inline Condition between(Condition x, Condition low, Condition high)
-{
-    return Condition::of(BRIM_o::ET_BETWEEN, Condition::Sum, std::move(x), std::move(low), std::move(high));
-}
-/// x < low OR x > high
-inline Condition outside(Condition x, Condition low, Condition high)
-{
-    return Condition::of(BRIM_o::ET_OUTSIDE, Condition::Sum, std::move(x), std::move(low), std::move(high));
-}
 
 }
 

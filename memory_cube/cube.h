@@ -1,9 +1,8 @@
 #pragma once
-#include <odbomodule/expressions/member_names.h>
-#include <odbomodule/host/cube_model.h>
+#include "cube_parts.h"
+
 #include <odbomodule/host/kelp_string.h>
 
-#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <stdexcept>
@@ -11,121 +10,21 @@
 #include <utility>
 #include <vector>
 
-// -Weffc++ objects to structs that hold pointers and declare no copy functions. These pointers own nothing.
-#if defined(__GNUC__)
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Weffc++"
-#endif
-
 namespace memory_cube {
 
-/// [name], with each "]" in the name doubled.
-inline KelpString bracketed(KelpString const & name)
-{
-    KelpString doubled;
-    double_sqaure_brackets(doubled, name);
-    return u"[" + doubled + u"]";
-}
+/// A unique name from the server's metadata, such as [Property].[City].&[42]. It is used unchanged.
+struct UniqueName {
+    KelpString fText;
 
-/// 'text', with each single quote in the text doubled.
-inline KelpString quoted(KelpString const & text)
-{
-    KelpString doubled;
-    quote_member_name(doubled, text);
-    return u"'" + doubled + u"'";
-}
-
-/// The parts of a cube are plain structs. A host may derive from them to add what it knows about a part. `fName` is
-/// the name as MDX writes it between brackets: without the brackets, but with each "]" doubled.
-struct Dimension : BRIM_o::Dimension {
-    KelpString fName;
-    KelpString fUniqueName;
-
-    Dimension(KelpString const & name, KelpString const & uniqueName) : fName(name), fUniqueName(uniqueName) {}
-    virtual ~Dimension() = default;
-    KelpString const & getName() const override { return fName; }
-    KelpString const & getUniqueName() const override { return fUniqueName; }
+    explicit UniqueName(KelpString const & text) : fText(text) {}
 };
 
-struct Level : BRIM_o::Level {
-    KelpString fUniqueName;
-
-    explicit Level(KelpString const & uniqueName) : fUniqueName(uniqueName) {}
-    virtual ~Level() = default;
-    KelpString const & getUniqueName() const override { return fUniqueName; }
-};
-
-struct Member : BRIM_o::Member {
-    KelpString fUniqueName;
-
-    explicit Member(KelpString const & uniqueName) : fUniqueName(uniqueName) {}
-    virtual ~Member() = default;
-    KelpString const & getUniqueName() const override { return fUniqueName; }
-};
-
-/// A calculated member. Only Maker::calculated reads `fName`.
-struct Calculation : BRIM_o::Calculation {
-    BRIM_o::Hierarchy const * fHierarchy;
-    KelpString fUniqueName;
-    KelpString fParentUniqueName; // empty directly under the hierarchy
-    KelpString fName;
-
-    Calculation(BRIM_o::Hierarchy const * hierarchy, KelpString const & uniqueName, KelpString const & parent = {},
-        KelpString const & name = {})
-        : fHierarchy(hierarchy), fUniqueName(uniqueName), fParentUniqueName(parent), fName(name)
-    {}
-    virtual ~Calculation() = default;
-    BRIM_o::Hierarchy const * getHierarchy() const override { return fHierarchy; }
-    KelpString getUniqueName() const override { return fUniqueName; }
-    KelpString getParentUniqueName() const override { return fParentUniqueName; }
-};
-
-struct Hierarchy : BRIM_o::Hierarchy {
-    Dimension const * fDimension;
-    KelpString fName; // empty if the hierarchy has the name of its dimension
-    KelpString fUniqueName;
-    std::vector<Level *> fLevels;                                               // from the top down
-    std::vector<std::pair<BRIM_o::CalculationId, Calculation *>> fCalculations; // in the order of the text
-
-    Hierarchy(Dimension const * dimension, KelpString const & name, KelpString const & uniqueName)
-        : fDimension(dimension), fName(name), fUniqueName(uniqueName)
-    {}
-    virtual ~Hierarchy() = default;
-    KelpString const & getName() const override { return fName; }
-    KelpString const & getUniqueName() const override { return fUniqueName; }
-    BRIM_o::Level * getLevel(std::int32_t index) const override
-    {
-        auto const i = static_cast<std::size_t>(index); // a negative index becomes too large
-        return i < fLevels.size() ? fLevels[i] : nullptr;
-    }
-    std::int32_t getLevelCount() override { return static_cast<std::int32_t>(fLevels.size()); }
-    void getCalculationIds(std::vector<BRIM_o::CalculationId> & ids) const override
-    {
-        for (auto const & [id, calculation] : fCalculations)
-            ids.push_back(id);
-    }
-    bool getCalculation(BRIM_o::CalculationId wanted, BRIM_o::Calculation *& found) const override
-    {
-        for (auto const & [id, calculation] : fCalculations) {
-            if (id == wanted) {
-                found = calculation;
-                return true;
-            }
-        }
-        return false;
-    }
-    void getCalculations(std::map<BRIM_o::CalculationId, BRIM_o::Calculation *> & all) override
-    {
-        for (auto const & [id, calculation] : fCalculations)
-            all[id] = calculation;
-    }
-    BRIM_o::Dimension const * getDimension() const override { return fDimension; }
-};
-
-/// Owns the parts of a cube. The add_... functions take plain names and make the unique names: they add the
-/// brackets and double each "]" of a name. They throw std::invalid_argument if the cube already has that part. A
-/// part keeps its address until the cube ends. Parts are found by their unique names; an unknown name throws
-/// std::out_of_range.
+/// Owns the parts of a cube. A part is added by its plain name, from which the cube makes the unique name: it adds
+/// the brackets and doubles each "]". A host that reads unique names from its server's metadata passes them as
+/// UniqueName instead. Parts are found by their unique names; an unknown name throws std::out_of_range.
+///
+/// If the cube already has the part, add_... throws std::invalid_argument. Whatever an add_... function throws, the
+/// cube is unchanged. A part keeps its address until the cube ends.
 class Cube {
 public:
     template <class Part>
@@ -136,52 +35,72 @@ public:
     explicit Cube(KelpString const & name, bool flatHierarchyNames = false) : fName(name), fFlat(flatHierarchyNames)
     {}
     Cube(Cube &&) = default; // parts keep their addresses
-    Cube & operator=(Cube &&) = default;
-
-    Dimension * add_dimension(KelpString const & name)
+    Cube & operator=(Cube && other)
     {
-        KelpString const inner = doubled(name);
-        KelpString const uniqueName = u"[" + inner + u"]";
-        return insert(fDimensions, uniqueName, inner, uniqueName);
+        Cube taken(std::move(other)); // `other` may be this cube
+        fName.swap(taken.fName);
+        std::swap(fFlat, taken.fFlat);
+        fDimensions.swap(taken.fDimensions);
+        fHierarchies.swap(taken.fHierarchies);
+        fLevels.swap(taken.fLevels);
+        fMembers.swap(taken.fMembers);
+        fCalculations.swap(taken.fCalculations);
+        std::swap(fLastCalculationId, taken.fLastCalculationId);
+        return *this;
     }
+
+    Dimension * add_dimension(KelpString const & name) { return add_dimension(name, UniqueName(bracketed(name))); }
+    Dimension * add_dimension(KelpString const & name, UniqueName const & uniqueName)
+    {
+        return insert(fDimensions, uniqueName, doubled(name), uniqueName.fText);
+    }
+
     /// Without a name the hierarchy has the name of its dimension.
     Hierarchy * add_hierarchy(Dimension const * dimension, KelpString const & name = {})
     {
-        KelpString const inner = doubled(name);
-        if (inner.empty())
-            return insert(fHierarchies, dimension->fUniqueName, dimension, inner, dimension->fUniqueName);
-        KelpString const uniqueName = fFlat ? KelpString(u"[" + dimension->fName + u"." + inner + u"]")
-                                            : below(dimension->fUniqueName, name);
-        return insert(fHierarchies, uniqueName, dimension, inner, uniqueName);
+        if (name.empty())
+            return add_hierarchy(dimension, name, UniqueName(dimension->fUniqueName));
+        return add_hierarchy(dimension, name,
+            fFlat ? UniqueName(u"[" + dimension->fName + u"." + doubled(name) + u"]")
+                  : below(dimension->fUniqueName, name));
     }
+    Hierarchy * add_hierarchy(Dimension const * dimension, KelpString const & name, UniqueName const & uniqueName)
+    {
+        return insert(fHierarchies, uniqueName, dimension, doubled(name), uniqueName.fText);
+    }
+
     /// Adds the next level down.
     Level * add_level(Hierarchy * hierarchy, KelpString const & name)
     {
-        KelpString const uniqueName = below(hierarchy->fUniqueName, name);
-        Level * const level = insert(fLevels, uniqueName, uniqueName);
-        hierarchy->fLevels.push_back(level);
-        return level;
+        return add_level(hierarchy, below(hierarchy->fUniqueName, name));
     }
+    Level * add_level(Hierarchy * hierarchy, UniqueName const & uniqueName)
+    {
+        make_room(hierarchy->fLevels);
+        return hierarchy->fLevels.emplace_back(insert(fLevels, uniqueName, uniqueName.fText));
+    }
+
     /// Adds a member of the top level.
     Member * add_member(Hierarchy const * hierarchy, KelpString const & name)
     {
-        KelpString const uniqueName = below(hierarchy->fUniqueName, name);
-        return insert(fMembers, uniqueName, uniqueName);
+        return add_member(below(hierarchy->fUniqueName, name));
     }
     /// Adds a child of another member.
     Member * add_member(Member const * parent, KelpString const & name)
     {
-        KelpString const uniqueName = below(parent->fUniqueName, name);
-        return insert(fMembers, uniqueName, uniqueName);
+        return add_member(below(parent->fUniqueName, name));
     }
-    /// Adds a calculated member. Its unique name is the hierarchy's and its own name, even if it has a parent.
+    Member * add_member(UniqueName const & uniqueName) { return insert(fMembers, uniqueName, uniqueName.fText); }
+
+    /// Adds a calculated member. Its unique name is the hierarchy's and its own name, even if it has a parent. It
+    /// gets an id that no other calculated member of the cube has or had.
     Calculation * add_calculation(Hierarchy * hierarchy, KelpString const & name, Member const * parent = nullptr)
     {
-        KelpString const uniqueName = below(hierarchy->fUniqueName, name);
-        Calculation * const calculation = insert(fCalculations, uniqueName, hierarchy, uniqueName,
+        UniqueName const uniqueName = below(hierarchy->fUniqueName, name);
+        make_room(hierarchy->fCalculations);
+        Calculation * const calculation = insert(fCalculations, uniqueName, hierarchy, uniqueName.fText,
             parent != nullptr ? parent->fUniqueName : KelpString(), doubled(name));
-        hierarchy->fCalculations.emplace_back(
-            static_cast<BRIM_o::CalculationId>(hierarchy->fCalculations.size() + 1), calculation);
+        hierarchy->fCalculations.emplace_back(++fLastCalculationId, calculation);
         return calculation;
     }
 
@@ -210,16 +129,23 @@ private:
         double_sqaure_brackets(text, name);
         return text;
     }
-    static KelpString below(KelpString const & owner, KelpString const & name)
+    static UniqueName below(KelpString const & owner, KelpString const & name)
     {
-        return owner + u"." + bracketed(name);
+        return UniqueName(owner + u"." + bracketed(name));
+    }
+    // Lets the next emplace_back succeed.
+    template <class Element>
+    static void make_room(std::vector<Element> & elements)
+    {
+        elements.emplace_back();
+        elements.pop_back();
     }
     template <class Part, class... Arguments>
-    static Part * insert(Parts<Part> & parts, KelpString const & uniqueName, Arguments const &... arguments)
+    static Part * insert(Parts<Part> & parts, UniqueName const & uniqueName, Arguments const &... arguments)
     {
-        auto const [place, isNew] = parts.try_emplace(uniqueName, arguments...);
+        auto const [place, isNew] = parts.try_emplace(uniqueName.fText, arguments...);
         if (!isNew)
-            throw std::invalid_argument("The cube has " + uniqueName.toUTF8() + " already");
+            throw std::invalid_argument("The cube has " + uniqueName.fText.toUTF8() + " already");
         return &place->second;
     }
     template <class Part>
@@ -233,15 +159,12 @@ private:
 
     KelpString fName;
     bool fFlat;
-    Parts<Dimension> fDimensions;
-    Parts<Hierarchy> fHierarchies;
-    Parts<Level> fLevels;
-    Parts<Member> fMembers;
-    Parts<Calculation> fCalculations;
+    Parts<Dimension> fDimensions{};
+    Parts<Hierarchy> fHierarchies{};
+    Parts<Level> fLevels{};
+    Parts<Member> fMembers{};
+    Parts<Calculation> fCalculations{};
+    BRIM_o::CalculationId fLastCalculationId = 0;
 };
 
 }
-
-#if defined(__GNUC__)
-#pragma GCC diagnostic pop
-#endif

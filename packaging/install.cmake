@@ -73,4 +73,5 @@ if(NOT WIN32)
 endif()
 
 install(FILES README.md CHANGELOG.md DESTINATION "${doc_dir}" COMPONENT development)
-install(DIRECTORY docs DESTINATION "${doc_dir}" COMPONENT development FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY docs examples DESTINATION "${doc_dir}" COMPONENT development
+    FILES_MATCHING PATTERN "*.md" PATTERN "*.cpp" PATTERN "*.h" PATTERN "*.json")

@@ -79,6 +79,14 @@ need_test_tools() {
     need_build_tools '/usr/include/gtest/gtest.h' libgtest-dev '/usr/include/gmock/gmock.h' libgmock-dev \
         nm binutils pkg-config pkgconf '/usr/include/nlohmann/json.hpp' nlohmann-json3-dev "$@"
 }
+# Mondrian, an MDX engine, and what tests/engine needs to run it.
+need_engine() {
+    local java=/usr/share/java
+    need python3 python3 javac default-jdk-headless "$java/mondrian.jar" libmondrian-java \
+        "$java/hsqldb.jar" libhsqldb-java "$java/commons-collections3.jar" libcommons-collections3-java \
+        "$java/commons-io.jar" libcommons-io-java "$java/commons-lang.jar" libcommons-lang-java \
+        "$java/slf4j-nop.jar" libslf4j-java
+}
 
 # build_dir NAME: prints the folder for a build. It is in the tree, or, if the user may not write there, in a folder
 # of the user's for this checkout.

@@ -1,4 +1,5 @@
 #pragma once
+#include <type_traits>
 #include <utility>
 
 /// Holds one reference to a counted object, or null.
@@ -23,6 +24,13 @@ public:
             fObject->use();
     }
     RefPtr(RefPtr && other) noexcept : fObject(std::exchange(other.fObject, nullptr)) {}
+    /// A RefPtr to a derived class converts to one to its base.
+    template <class Derived, std::enable_if_t<std::is_convertible_v<Derived *, Object *>, int> = 0>
+    RefPtr(RefPtr<Derived> const & other) : RefPtr(static_cast<Object *>(other.get()))
+    {
+        if (fObject != nullptr)
+            fObject->use();
+    }
     ~RefPtr()
     {
         if (fObject != nullptr)

@@ -12,20 +12,21 @@
 
 using namespace BRIM_o;
 using memory_cube::Condition;
+namespace conditions = memory_cube::conditions;
 
 // A value that is a text, which is kept.
 inline Condition text_value(char16_t const * text, ExpressionType kind = ET_VALUE)
 {
     static std::vector<std::shared_ptr<OLECHAR>> texts;
-    Condition value(kind);
-    value.fValue.vt = VT_BSTR;
-    value.fValue.bstrVal = texts.emplace_back(SysAllocString(ole_characters(text)), SysFreeString).get();
-    return value;
+    VARIANT value{};
+    value.vt = VT_BSTR;
+    value.bstrVal = texts.emplace_back(SysAllocString(ole_characters(text)), SysFreeString).get();
+    return Condition(value, kind);
 }
 
 // The fixture with the names and texts of the documents.
 struct Documented : Fixture {
-    Condition fGreater = memory_cube::mdx("a") > memory_cube::mdx("b");
+    Condition fGreater = conditions::mdx("a") > conditions::mdx("b");
     AskedNode fTree{ fGreater };
     struct Names {
         MDXQueryGenerator * generator;
@@ -43,8 +44,8 @@ struct Documented : Fixture {
         RefPtr<MDXCreateQuery> create;
         RefPtr<MDXDropQuery> drop;
         KelpString text = "c";
-        Condition a = memory_cube::mdx("a"), b = memory_cube::mdx("b"), c = memory_cube::mdx("c");
-        Condition p = memory_cube::value(memory_cube::mdx("p"));
+        Condition a = conditions::mdx("a"), b = conditions::mdx("b"), c = conditions::mdx("c");
+        Condition p = conditions::value(conditions::mdx("p"));
     } names{ generator.get(), &dimension, &h, &country, &member, &calculation, &child, set, other, field, second, value, weight, third,
         single, tuple, empty, &fTree, statement<MDXSelectQuery>(MDXQuery::QT_SELECT), statement<MDXCreateQuery>(MDXQuery::QT_CREATE),
         statement<MDXDropQuery>(MDXQuery::QT_DROP) };

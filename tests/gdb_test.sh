@@ -38,6 +38,7 @@ void inspect()
 {
     Report report;
     using namespace memory_cube;
+    using namespace memory_cube::conditions;
     Condition const condition = (value(mdx("a")) + 2) * mdx("b") >= 10 && !is_null(current());
     stop();
 }
@@ -112,8 +113,8 @@ condition = memory_cube::Condition "( a + ( 2 ) ) * ( b ) >= 10 AND NOT( CURRENT
 MDXSet::TakeExtremity in source/sets/set_filters.cpp
 MSOLAP7Set "s", 1 holder
 u"10"
-MDXError MDX_ERR_BAD_ENUM: The value 9 is out of range for the enumeration QueryType.
-MDXError MDX_ERR_BAD_ENUM: The value 9 is out of range for the enumeration QueryType.
+MDXError MDX_ERR_BAD_ENUM: 9, QueryType
+MDXError MDX_ERR_BAD_ENUM: 9, QueryType
 u"Zürich"
 null
 MSOLAP7Set "TOPCOUNT( s, 10 ) ", 3 holders

@@ -7,6 +7,8 @@
 
 namespace {
 
+using namespace memory_cube::conditions;
+
 struct Calls : testing::TestWithParam<Table<Row>> {};
 
 TEST_P(Calls, LeaveTheDocumentedText)

@@ -32,5 +32,6 @@ else
 fi
 run | diff -u <(sed 's/^The query log is off\.$/The statement was written to the query log./' "$expected") -
 logged=$(awk -v RS= '/^WITH \n/ { print "[Sales]: " $0 }' "$expected") # the form on several lines
+# shellcheck disable=SC2001 # at the end of each line
 diff -u <(sed "s/\$/$line_end/" <<< "$logged") <(sed '$d' "$log")
 tail -n 1 "$log" | grep -qE $'^Query duration: [0-9]+\\.[0-9]{3} seconds\r?$'

@@ -27,6 +27,13 @@ public:
     KelpString(Character const * text) : Base(text == nullptr ? u"" : text)
     {}
 
+    /// From narrow text of another type, such as std::string.
+    template <class Text, std::enable_if_t<std::is_convertible_v<Text const &, std::string_view> &&
+                                               !std::is_convertible_v<Text const &, char const *>,
+                              int> = 0>
+    KelpString(Text const & text) : KelpString(fromUTF8(text))
+    {}
+
     KelpString & operator=(KelpString const &) = default;
     KelpString & operator=(KelpString &&) noexcept = default;
     SUPPORT_API KelpString & operator=(Base const & text);
@@ -66,6 +73,46 @@ public:
     SUPPORT_API static KelpString fromUTF8(std::string_view text);
     SUPPORT_API std::string toUTF8() const;
 };
+
+namespace support {
+
+template <class Text>
+inline constexpr bool is_kelp_string = std::is_base_of_v<KelpString, std::decay_t<Text>>;
+template <class Text>
+inline constexpr bool is_narrow_text = std::is_convertible_v<Text const &, std::string_view>;
+
+/// A KelpString and narrow text, in either order.
+template <class A, class B>
+inline constexpr bool compare_by_kelp_string = (is_kelp_string<A> && is_narrow_text<B>) ||
+                                               (is_narrow_text<A> && is_kelp_string<B>);
+/// A KelpString and anything that converts to it, in either order.
+template <class A, class B>
+inline constexpr bool join_to_kelp_string = (is_kelp_string<A> && std::is_convertible_v<B, KelpString>) ||
+                                            (is_kelp_string<B> && std::is_convertible_v<A, KelpString>);
+
+}
+
+/// The standard library compares a KelpString with 16-bit text, these compare it with narrow text.
+template <class A, class B, std::enable_if_t<support::compare_by_kelp_string<A, B>, int> = 0>
+bool operator==(A const & a, B const & b)
+{
+    return KelpString(a).compare(KelpString(b)) == 0;
+}
+template <class A, class B, std::enable_if_t<support::compare_by_kelp_string<A, B>, int> = 0>
+bool operator!=(A const & a, B const & b)
+{
+    return !(a == b);
+}
+
+/// Joins a KelpString with narrow or 16-bit text. The result of the standard library's operator for 16-bit text
+/// would not join with narrow text.
+template <class A, class B, std::enable_if_t<support::join_to_kelp_string<A, B>, int> = 0>
+KelpString operator+(A && a, B && b)
+{
+    KelpString joined(std::forward<A>(a));
+    joined += b;
+    return joined;
+}
 
 /// Writes the text as UTF-8.
 SUPPORT_API std::ostream & operator<<(std::ostream & out, KelpString const & text);

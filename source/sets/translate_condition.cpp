@@ -144,7 +144,7 @@ void two_operands(Node const & node, KelpString & text)
 }
 
 // The value of a tuple is written as it is, any other operand in parentheses.
-void arithmetic_operand(Node const & node, std::size_t index, KelpString & text)
+inline void arithmetic_operand(Node const & node, std::size_t index, KelpString & text)
 {
     node.operand(index, text);
     if (node.operand(index)->getType() != ET_TUPLE_VALUE)
@@ -169,7 +169,7 @@ void three_operands(Node const & node, KelpString & text)
 }
 
 // The first `count` operands, separated by commas, are the template's text.
-void list(Node const & node, std::size_t count, KelpString & text)
+inline void list(Node const & node, std::size_t count, KelpString & text)
 {
     node.operand(0, text);
     KelpString next;

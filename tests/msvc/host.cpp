@@ -9,7 +9,6 @@
 #include <odbomodule/host/string_converters.h>
 #include <odbomodule/odbomodule.h>
 
-// Copying makes the compiler instantiate all members, as an export does.
 struct Host {
     memory_cube::Maker make{ "[Sales]" };
     KelpString text = make.set("[Team]")->TakeTail()->getText();

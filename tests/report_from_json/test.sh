@@ -60,7 +60,7 @@ fault '"TakeSubset", 0' '"TakeSubset", "first"' 'reports[2].axes[1].steps[1][1]:
 fault '"TakeSubset", 0, 20' '"TakeSubset", 0' 'reports[2].axes[1].steps[1]: TakeSubset takes 2 arguments, found 1'
 fault '["LoopLeft"]' '["LoopLeft", 2]' 'reports[2].axes[0].from.members[0].steps[0]: LoopLeft takes 0 arguments, found 1'
 fault '"level": "[Store].[City]"' '"level": "[Store].[Town]"' 'reports[1].axes[1].from.level: "[Store].[Town]" is unknown here; known: [Measures].'
-fault '["is null"' '["is nil"' 'reports[0].axes[1].steps[1][1][2][1][0]: "is nil" is unknown here; known: !=, *, +,'
+fault '["is empty"' '["is nil"' 'reports[0].axes[1].steps[1][1][2][1][0]: "is nil" is unknown here; known: !=, *, +,'
 fault '"nonEmpty": true' '"nonEmtpy": true' 'reports[0].axes[1]: "nonEmtpy" is unknown here; known: from, nonEmpty, properties, steps'
 fault '"Count", 3, ["[Measures].[Store Sales]", "[Time].[Calendar].[2025]"]' '"Sum", 3' \
     'reports[1].axes[1].steps[1]: A tuple is needed to measure by.'
@@ -69,12 +69,53 @@ fault '"Store Cost", "Unit Sales"' '"Store Sales"' 'cube.dimensions[0]: The cube
 fault '["TakeLeafNodes", "[Store]"]' '["TakeFilter", ["current"]]' 'reports[2].axes[1].steps[0]: The tuple is empty.'
 fault '["TakeLeafNodes", "[Store]"]' "$(printf '["not",%.0s' {1..200})" 'lists and objects are nested more than 200 levels deep'
 fault '["TakeLeafNodes", "[Store]"]' '["TakeAncestorsOfMember", "[Store].[Europe]", 2147483647]' \
-    'reports[2].axes[1].steps[0]: the text gets too long'
+    'reports[2].axes[1].steps[0][2]: expected at most 64 levels'
+fault '["LoopLeft"]' "$(printf '["LoopLeft"],%.0s' {1..16})[\"DrillUp\"]" \
+    'reports[2].axes[0].from.members[0].steps[6]: the text gets longer than 1000000 characters'
+fault '["TakeLeafNodes", "[Store]"]' "[\"TakeFilter\", $(printf '["between",%.0s' {1..40}) 1$(printf ', 1, 1]%.0s' {1..40})]" \
+    'reports[2].axes[1].steps[0][1]: the text gets longer than 1000000 characters'
+fault '"nonEmpty": true' '"nonEmpty": true, "from": 1' 'reports[0].axes[1]: "from" is given twice'
+fault '"Europe", "parent"' '"Europe", "name": "x", "parent"' \
+    'cube.dimensions[2].hierarchies[0].calculations[0]: "name" is given twice'
+fault '"Top"' "\"$(printf 'ü%.0s' {1..100})\"" \
+    "reports[1].axes[1].steps[1][1]: \"$(printf 'ü%.0s' {1..80})...\" is unknown here; known: Bottom, Top"
+fault '"TakeSubset", 0' "\"TakeSubset\", \"$(printf 'ü%.0s' {1..100})\"" \
+    "reports[2].axes[1].steps[1][1]: expected a whole number, found \"$(printf 'ü%.0s' {1..80})...\""
 fault '["[Measures].[Unit Sales]", "[Measures].[Store Sales]"]' 5 \
     'reports[2].axes[0].steps[0][1]: expected MDX, a list of members or an object, found 5'
 fault '"slicer": ["[Time]' '"slicer": ["[Tmie]' \
     'reports[0].slicer[0]: "[Tmie].[Calendar].[2025].[Q1]" is unknown here; known: [Measures].[Profit], [Store].[Europe], [M'
 fault '"solveOrder": 2' '"solveOrder": 1e400' "number overflow parsing '1e400'"
 fault '"cube": {' '"cube": [' 'parse error at line 3, column 15: '
-[[ $("$program" "$work" 2>&1) == "$work: the file cannot be read" ]] || failed=1
+
+# expect_failure MESSAGE COMMAND...: the command ends with status 1 and prints the message to standard error.
+expect_failure() {
+    local status=0
+    "${@:2}" 2> "$work/err" || status=$?
+    if [[ $status != 1 || $(< "$work/err") != "$1" ]]; then
+        printf '%s\n' "${*:2} was to print: $1" "status $status and:" "$(< "$work/err")" >&2
+        failed=1
+    fi
+}
+# shellcheck disable=SC2317 # called by name
+to_a_full_disk() { "$program" "$sample" > /dev/full; }
+# shellcheck disable=SC2317
+to_nowhere() { "$program" "$sample" >&-; }
+expect_failure 'The output could not be written.' to_a_full_disk
+expect_failure 'The output could not be written.' to_nowhere
+expect_failure "$work: the file cannot be read" "$program" "$work"
+printf '%s\0{' "$(< "$sample")" > "$work/zero.json"
+expect_failure "$work/zero.json: the file has a zero byte at offset $(($(wc -c < "$work/zero.json") - 2))" \
+    "$program" "$work/zero.json"
+printf '{ "\xff\n' > "$work/invalid.json"
+"$program" "$work/invalid.json" 2> "$work/err" || iconv -f UTF-8 -t UTF-8 "$work/err" > "$work/out" || failed=1
+
+# A condition of many operands takes a moment, not minutes.
+{
+    sed '/"reports": \[/q' "$sample"
+    printf '{ "title": "", "statement": "select", "axes": [{ "steps": [["TakeFilter", ["or"'
+    printf ', ["and", 1, 2]%.0s' {1..20000}
+    printf ']]] }] }]}'
+} > "$work/long.json"
+timeout 100 "$program" "$work/long.json" > "$work/out" || { echo 'a long condition failed' >&2; failed=1; }
 exit "$failed"

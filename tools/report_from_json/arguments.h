@@ -42,6 +42,14 @@ public:
 
     KelpString text(std::size_t i) const { return (*this)[i].text(); }
     std::int32_t number(std::size_t i) const { return (*this)[i].number(); }
+    // A number of levels: the text of a step grows with its square.
+    std::int32_t levels(std::size_t i) const
+    {
+        constexpr std::int32_t most = 64;
+        if (number(i) > most)
+            (*this)[i].reject("expected at most " + std::to_string(most) + " levels");
+        return number(i);
+    }
     std::int32_t number_or(std::size_t i, std::int32_t other) const { return has(i) ? number(i) : other; }
     bool flag(std::size_t i) const { return has(i) && (*this)[i].flag(); } // false without it
     memory_cube::Hierarchy * hierarchy(std::size_t i) const { return fComposer.hierarchy((*this)[i]); }
@@ -49,8 +57,6 @@ public:
     RefPtr<MDXField> member(std::size_t i) const { return fComposer.member((*this)[i]); }
     RefPtr<MDXTuple> tuple(std::size_t i) const { return fComposer.tuple((*this)[i]); }
     RefPtr<MDXTuple> any_tuple(std::size_t i) const { return has(i) ? tuple(i) : RefPtr<MDXTuple>(); }
-    // The library may not be given a null tuple if the condition asks for it. An empty one is an MDXError.
-    RefPtr<MDXTuple> tuple_or_empty(std::size_t i) const { return has(i) ? tuple(i) : fComposer.make().tuple({}); }
     RefPtr<MDXSet> set(std::size_t i) const
     {
         if ((*this)[i].is_object())
@@ -60,6 +66,7 @@ public:
     RefPtr<MDXValue> value(std::size_t i) const { return fComposer.value((*this)[i]); }
     RefPtr<MDXValue> any_value(std::size_t i) const { return has(i) ? value(i) : RefPtr<MDXValue>(); }
     memory_cube::Condition condition(std::size_t i) const { return fComposer.condition((*this)[i]); }
+    Composer & composer() const { return fComposer; }
     std::vector<BRIM_o::Calculation *> calculations(std::size_t i) const
     {
         return has(i) ? fComposer.calculations((*this)[i]) : std::vector<BRIM_o::Calculation *>();

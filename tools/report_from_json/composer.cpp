@@ -3,12 +3,14 @@
 #include "steps.h"
 
 #include <map>
-#include <new>
-#include <stdexcept>
 
 using namespace memory_cube;
 
 namespace {
+
+// In characters. A step multiplies the length of a text by ten at most.
+constexpr int kLongestText = 1'000'000;
+constexpr int kLongestTotal = 50'000'000;
 
 template <class Part>
 Part * find(
@@ -64,6 +66,15 @@ std::vector<RefPtr<MDXTuple>> Composer::tuples(Place const & place)
     return tuples;
 }
 
+void Composer::expect_room(double length, Place const & place)
+{
+    if (length > kLongestText)
+        place.reject("the text gets longer than " + std::to_string(kLongestText) + " characters");
+    fTotal += length;
+    if (fTotal > kLongestTotal)
+        place.reject("all texts together get longer than " + std::to_string(kLongestTotal) + " characters");
+}
+
 template <class Object, class Table>
 void Composer::take_steps(Object & object, Place const & place, Table const & table)
 {
@@ -75,12 +86,11 @@ void Composer::take_steps(Object & object, Place const & place, Table const & ta
             arguments.find_in(table)(object, arguments);
         } catch (MDXError const & error) {
             step.reject(error.getText().toUTF8());
-        } catch (std::length_error const &) {
-            step.reject("the text gets too long");
-        } catch (std::bad_alloc const &) {
-            step.reject("the text gets too long");
         }
-        fSteps << step.name() << " " << arguments.name().utf8() << ":\n    " << object.getText() << "\n";
+        KelpString const text = object.getText();
+        expect_room(static_cast<double>(text.size()), step);
+        if (fRecordSteps)
+            fRecorded += step.name() + " " + arguments.name().utf8() + ":\n    " + text.toUTF8() + "\n";
     }
 }
 
@@ -109,8 +119,11 @@ RefPtr<MDXSet> Composer::set(Place const & place)
 {
     if (place.is_text())
         return fMake.set(place.text());
-    if (place.is_list())
-        return fMake.list(members(place));
+    if (place.is_list()) {
+        RefPtr<MDXSet> const list = fMake.list(members(place));
+        expect_room(static_cast<double>(list->getText().size()), place);
+        return list;
+    }
     if (!place.is_object())
         place.reject_kind("MDX, a list of members or an object");
     RefPtr<MDXSet> set = fMake.set();
@@ -127,6 +140,7 @@ RefPtr<MDXSet> Composer::set(Place const & place)
             from.reject("expected an object with one entry");
         for (auto const & [kind, what] : from.entries())
             set = from.find(kinds, kind.toUTF8())(*this, what);
+        expect_room(static_cast<double>(set->getText().size()), from);
     }
     take_steps(*set, place, kSetSteps);
     return set;
@@ -152,6 +166,8 @@ Condition Composer::condition(Place const & place)
 {
     if (place.is_flag())
         return place.flag();
+    if (place.is_whole_number())
+        return place.whole_number();
     if (place.is_number())
         return place.real();
     if (!place.is_list())

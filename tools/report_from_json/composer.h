@@ -2,22 +2,19 @@
 #include "json_place.h"
 #include <odbomodule/memory_cube.h>
 
-#include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
-// Makes the objects that a report file describes, and records the text after each step.
+// Makes the objects that a report file describes. The lengths of their texts are limited: sixteen LoopLeft steps,
+// for example, multiply the length of a text by four billion.
 class Composer {
 public:
-    explicit Composer(memory_cube::Cube & cube) : fCube(cube), fMake(cube) {}
+    Composer(memory_cube::Cube & cube, bool recordSteps) : fCube(cube), fMake(cube), fRecordSteps(recordSteps) {}
 
     memory_cube::Maker const & make() const { return fMake; }
-    std::string take_steps()
-    {
-        std::string steps = fSteps.str();
-        fSteps.str("");
-        return steps;
-    }
+    // The recorded texts after each step since the last call.
+    std::string take_recorded() { return std::exchange(fRecorded, {}); }
 
     memory_cube::Hierarchy * hierarchy(Place const & place);
     memory_cube::Level * level(Place const & place);
@@ -32,11 +29,16 @@ public:
     RefPtr<MDXValue> value(Place const & place);
     memory_cube::Condition condition(Place const & place);
 
+    // Rejects a text of this length if it, or all texts together, are too long.
+    void expect_room(double length, Place const & place);
+
 private:
     template <class Object, class Table>
     void take_steps(Object & object, Place const & place, Table const & table);
 
     memory_cube::Cube & fCube;
     memory_cube::Maker fMake;
-    std::ostringstream fSteps;
+    bool fRecordSteps;
+    std::string fRecorded;
+    double fTotal = 0; // the length of all texts after steps
 };

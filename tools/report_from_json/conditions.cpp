@@ -1,21 +1,8 @@
 #include "steps.h"
 
-using namespace memory_cube;
+using namespace memory_cube::conditions;
 
-namespace {
-
-// Combines two or more operands from left to right.
-template <class Combine>
-Condition chain(Arguments const & operands, Combine const & combine)
-{
-    Condition all = combine(operands.condition(0), operands.condition(1));
-    for (std::size_t i = 2; i < operands.count(); ++i)
-        all = combine(all, operands.condition(i));
-    return all;
-}
-
-}
-
+using memory_cube::Condition;
 using A = Arguments const;
 
 // clang-format off
@@ -30,14 +17,15 @@ std::map<std::string, Operation<Condition (*)(Arguments const &)>> const kCondit
     { "=", { 2, 2, [](A & a) { return a.condition(0) == a.condition(1); } } },
     { ">", { 2, 2, [](A & a) { return a.condition(0) > a.condition(1); } } },
     { ">=", { 2, 2, [](A & a) { return a.condition(0) >= a.condition(1); } } },
-    { "and", { 2, kAnyCount, [](A & a) { return chain(a, [](Condition x, Condition y) { return x && y; }); } } },
+    { "and", { 2, kAnyCount, [](A & a) { return all_of(a.conditions()); } } },
     { "between", { 3, 3, [](A & a) { return between(a.condition(0), a.condition(1), a.condition(2)); } } },
     { "current", { 0, 0, [](A &) { return current(); } } },
     { "current set", { 0, 0, [](A &) { return current_set(); } } },
+    { "is empty", { 1, 1, [](A & a) { return is_empty(a.tuple(0)); } } },
     { "is null", { 1, 1, [](A & a) { return is_null(a.condition(0)); } } },
     { "mdx", { 1, 1, [](A & a) { return mdx(a.text(0)); } } },
     { "not", { 1, 1, [](A & a) { return !a.condition(0); } } },
-    { "or", { 2, kAnyCount, [](A & a) { return chain(a, [](Condition x, Condition y) { return x || y; }); } } },
+    { "or", { 2, kAnyCount, [](A & a) { return any_of(a.conditions()); } } },
     { "outside", { 3, 3, [](A & a) { return outside(a.condition(0), a.condition(1), a.condition(2)); } } },
     { "set", { 1, 1, [](A & a) { return Condition(a.set(0)); } } },
     { "text", { 1, 1, [](A & a) { return text(a.text(0)); } } },

@@ -4,6 +4,38 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+namespace {
+
+constexpr std::size_t kLongestQuote = 80;
+
+}
+
+std::string shortened(std::string const & utf8, std::size_t most)
+{
+    std::size_t characters = 0;
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        bool const isStart = (static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80;
+        if (isStart && ++characters > most)
+            return utf8.substr(0, i) + "...";
+    }
+    return utf8;
+}
+
+std::string in_quotes(std::string const & utf8)
+{
+    return "\"" + shortened(utf8, kLongestQuote) + "\"";
+}
+
+Place Place::item(Json const & json, std::size_t index) const
+{
+    return Place(json, fName + "[" + std::to_string(index) + "]");
+}
+
+Place Place::entry(Json const & json, std::string const & key) const
+{
+    return Place(json, fName + (fName.empty() ? "" : ".") + key);
+}
+
 void Place::reject(std::string const & why) const
 {
     throw Fault((fName.empty() ? "the file" : fName) + ": " + why);
@@ -11,7 +43,10 @@ void Place::reject(std::string const & why) const
 
 void Place::reject_kind(std::string const & expected) const
 {
-    reject("expected " + expected + ", found " + (fJson->is_structured() ? fJson->type_name() : fJson->dump()));
+    reject("expected " + expected + ", found " +
+           (fJson->is_structured() ? fJson->type_name()
+               : is_text()         ? in_quotes(fJson->get<std::string>())
+                                   : shortened(fJson->dump(), kLongestQuote)));
 }
 
 Place::Json const & Place::expect(bool isSo, char const * what) const
@@ -29,6 +64,11 @@ bool Place::is_text() const
 bool Place::is_number() const
 {
     return fJson->is_number();
+}
+
+bool Place::is_whole_number() const
+{
+    return fJson->is_number_integer();
 }
 
 bool Place::is_flag() const
@@ -55,7 +95,7 @@ KelpString Place::number_or_text() const
 {
     if (!is_number() && !is_text())
         reject_kind("a number or a text");
-    return is_number() ? KelpString::fromUTF8(fJson->dump()) : text();
+    return is_number() ? KelpString(fJson->dump()) : text();
 }
 
 bool Place::flag() const
@@ -68,10 +108,18 @@ double Place::real() const
     return expect(is_number(), "a number").get<double>();
 }
 
+std::int64_t Place::whole_number() const
+{
+    Json const & number = expect(is_whole_number(), "a whole number");
+    if (number.is_number_unsigned() && number.get<std::uint64_t>() > std::numeric_limits<std::int64_t>::max())
+        reject("the number is too large");
+    return number.get<std::int64_t>();
+}
+
 std::int32_t Place::number() const
 {
     using Limits = std::numeric_limits<std::int32_t>;
-    double const number = expect(fJson->is_number_integer(), "a whole number").get<double>();
+    std::int64_t const number = whole_number();
     if (number < Limits::min() || number > Limits::max())
         reject("the number is too large");
     return static_cast<std::int32_t>(number);
@@ -80,8 +128,8 @@ std::int32_t Place::number() const
 std::vector<Place> Place::items() const
 {
     std::vector<Place> items;
-    for (Json const & item : expect(is_list(), "a list"))
-        items.emplace_back(item, fName + "[" + std::to_string(items.size()) + "]");
+    for (Json const & json : expect(is_list(), "a list"))
+        items.push_back(item(json, items.size()));
     return items;
 }
 
@@ -106,7 +154,7 @@ std::vector<std::pair<KelpString, Place>> Place::entries() const
 {
     std::vector<std::pair<KelpString, Place>> entries;
     for (auto const & [key, value] : expect(is_object(), "an object").items())
-        entries.emplace_back(KelpString::fromUTF8(key), at(key));
+        entries.emplace_back(key, entry(value, key));
     return entries;
 }
 
@@ -118,6 +166,6 @@ bool Place::has(std::string const & key) const
 Place Place::at(std::string const & key) const
 {
     if (!has(key))
-        reject("\"" + key + "\" is missing");
-    return Place(fJson->at(key), fName + (fName.empty() ? "" : ".") + key);
+        reject(in_quotes(key) + " is missing");
+    return entry(fJson->at(key), key);
 }

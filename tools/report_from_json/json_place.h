@@ -2,6 +2,7 @@
 #include <odbomodule/host/kelp_string.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <initializer_list>
 #include <nlohmann/json_fwd.hpp>
@@ -15,12 +16,20 @@ struct Fault : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+// The text, or its first `most` characters and "..." if it is longer.
+std::string shortened(std::string const & utf8, std::size_t most);
+// The text in quotes, shortened for a message.
+std::string in_quotes(std::string const & utf8);
+
 // A value in a JSON file and its place, such as reports[0].axes[1]. A value of the wrong kind throws a Fault.
 class Place {
 public:
     using Json = nlohmann::ordered_json;
 
     explicit Place(Json const & json, std::string name = "") : fJson(&json), fName(std::move(name)) {}
+    // The places below this one that these values have.
+    Place item(Json const & json, std::size_t index) const;
+    Place entry(Json const & json, std::string const & key) const;
 
     std::string const & name() const { return fName; }
 
@@ -33,20 +42,22 @@ public:
         std::string names;
         auto const add = [&names](auto const & entry) { names += (names.empty() ? "" : ", ") + utf8(entry.first); };
         (std::for_each(known.begin(), known.end(), add), ...);
-        reject("\"" + utf8(name) + "\" is unknown here; known: " + names);
+        reject(in_quotes(utf8(name)) + " is unknown here; known: " + names);
     }
 
     bool is_text() const;
     bool is_number() const;
+    bool is_whole_number() const;
     bool is_flag() const;
     bool is_list() const;
     bool is_object() const;
 
     std::string utf8() const;
-    KelpString text() const { return KelpString::fromUTF8(utf8()); }
+    KelpString text() const { return utf8(); }
     KelpString number_or_text() const;
     bool flag() const;
     double real() const;
+    std::int64_t whole_number() const;
     std::int32_t number() const;
 
     std::vector<Place> items() const;

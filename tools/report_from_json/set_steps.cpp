@@ -1,6 +1,7 @@
 #include "steps.h"
 
 #include <cstdint>
+#include <string>
 
 namespace {
 
@@ -10,6 +11,34 @@ std::map<std::string, MDXSet::ExtremityType> const kExtremes = { { "Top", MDXSet
     { "Bottom", MDXSet::Bottom } };
 std::map<std::string, MDXSet::ExtremityMeasure> const kMeasures = { { "Sum", MDXSet::Sum },
     { "Count", MDXSet::Count }, { "Percent", MDXSet::Percent } };
+
+// About the length of the text of a condition. The kinds that test for a range write their first operand twice.
+double length_of(BRIM_o::Expression & node, double currentTuple, double currentSet)
+{
+    BRIM_o::ExpressionType const type = node.getType();
+    if (type == BRIM_o::ET_CURRENT)
+        return currentTuple;
+    if (type == BRIM_o::ET_CURRENTSET)
+        return currentSet;
+    double length = 1 + static_cast<double>(std::char_traits<char16_t>::length(node.getString()));
+    bool writesTwice = type == BRIM_o::ET_BETWEEN || type == BRIM_o::ET_OUTSIDE;
+    for (BRIM_o::Expression * const operand : node.getChildren()) {
+        length += (writesTwice ? 2 : 1) * length_of(*operand, currentTuple, currentSet);
+        writesTwice = false; // only the first operand
+    }
+    return length;
+}
+
+void take_filter(MDXSet & set, Arguments const & arguments)
+{
+    memory_cube::Condition const condition = arguments.condition(0);
+    // The library may not be given a null tuple if the condition asks for it. An empty one is an MDXError.
+    RefPtr const tuple = arguments.has(1) ? arguments.tuple(1) : arguments.composer().make().tuple({});
+    double const tupleLength = arguments.has(1) ? static_cast<double>(tuple->getText().size()) : 0;
+    double const length = length_of(*condition.get(), tupleLength, static_cast<double>(set.getText().size()));
+    arguments.composer().expect_room(length, arguments[0]);
+    set.TakeFilter(condition.get(), tuple.get());
+}
 
 }
 
@@ -38,9 +67,10 @@ Steps<MDXSet> const kSetSteps = {
     { "StripCalculations", { 1, 2, [](MDXSet & s, A & a) { s.StripCalculations(a.hierarchy(0), a.flag(1)); } } },
     { "TakeAllMembers", { 1, 1, [](MDXSet & s, A & a) { s.TakeAllMembers(a.hierarchy(0)); } } },
     { "TakeAncestorsOfMember", { 2, 3, [](MDXSet & s, A & a) {
-        s.TakeAncestorsOfMember(a.member(0)->getText(), a.flag(2), a.number(1)); } } },
+        s.TakeAncestorsOfMember(a.member(0)->getText(), a.flag(2), a.levels(1)); } } },
     { "TakeAncestorsOfSet", { 3, 5, [](MDXSet & s, A & a) {
-        s.TakeAncestorsOfSet(a.set(0)->getText(), a.hierarchy(1), a.flag(3), a.number(2), a.number_or(4, 0)); } } },
+        s.TakeAncestorsOfSet(
+            a.set(0)->getText(), a.hierarchy(1), a.flag(3), a.levels(2), a.has(4) ? a.levels(4) : 0); } } },
     { "TakeBaseLevel", { 2, 2, [](MDXSet & s, A & a) { s.TakeBaseLevel(a.hierarchy(0), a.number(1)); } } },
     { "TakeChildren", { 1, 1, [](MDXSet & s, A & a) { s.TakeChildren(a.member(0).get()); } } },
     { "TakeChildrenOfSet", { 2, 5, [](MDXSet & s, A & a) {
@@ -50,8 +80,7 @@ Steps<MDXSet> const kSetSteps = {
     { "TakeExtremity", { 3, 4, [](MDXSet & s, A & a) {
         s.TakeExtremity(a[0].find_in(kExtremes), a[1].find_in(kMeasures), a[2].number_or_text(),
             a.any_tuple(3).get()); } } },
-    { "TakeFilter", { 1, 2, [](MDXSet & s, A & a) {
-        s.TakeFilter(a.condition(0).get(), a.tuple_or_empty(1).get()); } } },
+    { "TakeFilter", { 1, 2, take_filter } },
     { "TakeLeafNodes", { 1, 1, [](MDXSet & s, A & a) { s.TakeLeafNodes(a.hierarchy(0)); } } },
     { "TakeName", { 1, 1, [](MDXSet & s, A & a) { s.TakeName(a.set(0).get()); } } },
     { "TakeRank", { 1, 1, [](MDXSet & s, A & a) { s.TakeRank(a.member(0).get()); } } },

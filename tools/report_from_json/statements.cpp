@@ -53,7 +53,7 @@ RefPtr<MDXQuery> select(Composer & composer, Place const & place)
     }
     if (place.has("cellProperties"))
         query->AddCellProperties(place.at("cellProperties").texts());
-    return hold<MDXQuery>(query.get());
+    return query;
 }
 
 RefPtr<MDXQuery> create(Composer & composer, Place const & place)
@@ -61,7 +61,7 @@ RefPtr<MDXQuery> create(Composer & composer, Place const & place)
     place.expect_keys({ "title", "statement", "members", "sets" });
     RefPtr const query = composer.make().create();
     add_formulas(composer, place, *query);
-    return hold<MDXQuery>(query.get());
+    return query;
 }
 
 RefPtr<MDXQuery> drop(Composer & composer, Place const & place)
@@ -76,7 +76,7 @@ RefPtr<MDXQuery> drop(Composer & composer, Place const & place)
         for (KelpString const & name : place.at("sets").texts())
             query->AddSetToDrop(name);
     }
-    return hold<MDXQuery>(query.get());
+    return query;
 }
 
 std::map<std::string, RefPtr<MDXQuery> (*)(Composer &, Place const &)> const kStatements = { { "create", create },

@@ -1,0 +1,107 @@
+#pragma once
+#include "condition.h"
+#include "cube_parts.h"
+#include "maker.h"
+
+#include <utility>
+#include <vector>
+
+namespace memory_cube {
+
+/// The functions that make conditions. They are in a namespace of their own because names such as value and text
+/// are common: `using namespace memory_cube` does not bring them.
+namespace conditions {
+
+/// MDX, inserted unchanged. Text that holds an operator has to bring its own parentheses.
+inline Condition mdx(KelpString const & text)
+{
+    return Condition(BRIM_o::ET_STRING, text);
+}
+/// A text constant. The quotes are added.
+inline Condition text(KelpString const & text)
+{
+    return mdx(quoted(text));
+}
+/// The tuple that is given to TakeFilter.
+inline Condition current()
+{
+    return Condition(BRIM_o::ET_CURRENT);
+}
+/// The set that is filtered.
+inline Condition current_set()
+{
+    return Condition(BRIM_o::ET_CURRENTSET);
+}
+/// ( first, second ), from one member or more.
+inline Condition tuple(std::vector<Condition> members)
+{
+    return Condition(BRIM_o::ET_TUPLE, std::move(members));
+}
+/// The value of a tuple. In arithmetic it is the only operand that is written without parentheses.
+inline Condition value(Condition const & tuple)
+{
+    return Condition::of(BRIM_o::ET_TUPLE_VALUE, Condition::Whole, { tuple });
+}
+/// The value of a member.
+inline Condition member_value(Condition const & member)
+{
+    return Condition::of(BRIM_o::ET_MEMBER_VALUE, Condition::Whole, { member });
+}
+/// IsEmpty( member ): whether the cube has no value for the member or tuple.
+inline Condition is_empty(RefPtr<MDXField> const & member)
+{
+    return mdx(u"IsEmpty( " + member->getText() + u" )");
+}
+/// IsEmpty( ( first, second ) )
+inline Condition is_empty(RefPtr<MDXTuple> const & tuple)
+{
+    return mdx(u"IsEmpty( " + tuple->getText() + u" )");
+}
+/// tuple = NULL. This does not tell reliably whether there is a value: on some servers the comparison never holds,
+/// on others it also holds for 0. Use is_empty for that.
+inline Condition is_null(Condition const & tuple)
+{
+    BRIM_o::ExpressionType const type = tuple.get()->getType();
+    bool const isTuple = type == BRIM_o::ET_TUPLE || type == BRIM_o::ET_CURRENT;
+    return Condition::of(
+        BRIM_o::ET_TUPLE_IS_NULL, Condition::Or, { isTuple ? tuple : conditions::tuple({ tuple }) });
+}
+/// x >= low AND x <= high
+inline Condition between(Condition const & x, Condition const & low, Condition const & high)
+{
+    return Condition::of(BRIM_o::ET_BETWEEN, Condition::Sum, { x, low, high });
+}
+/// x < low OR x > high
+inline Condition outside(Condition const & x, Condition const & low, Condition const & high)
+{
+    return Condition::of(BRIM_o::ET_OUTSIDE, Condition::Sum, { x, low, high });
+}
+/// a AND b AND c; true without a condition.
+inline Condition all_of(std::vector<Condition> const & all)
+{
+    return all.empty() ? Condition(true)
+                       : Condition::joined(BRIM_o::ET_AND, Condition::And, all.data(), all.size());
+}
+/// a OR b OR c; false without a condition.
+inline Condition any_of(std::vector<Condition> const & all)
+{
+    return all.empty() ? Condition(false) : Condition::joined(BRIM_o::ET_OR, Condition::Or, all.data(), all.size());
+}
+
+}
+
+/// set->TakeFilter. Throws MDX_ERR_MISSING_TUPLE if the condition has current() and there is no `current`.
+inline void take_filter(
+    RefPtr<MDXSet> const & set, Condition const & condition, RefPtr<MDXTuple> const & current = {})
+{
+    set->TakeFilter(condition.get(current), current.get());
+}
+
+inline RefPtr<MDXValue> Maker::value(Condition const & condition, RefPtr<MDXTuple> const & current) const
+{
+    RefPtr<MDXSet> const text = set();
+    text->Filter(condition.get(current), current.get());
+    return value(text->getText());
+}
+
+}

@@ -1,0 +1,216 @@
+"""check.py BUILD [--update]: runs statements on an engine, in both spellings of hierarchies, and compares what each shows
+with what it has to show, and with the tables in results/, which --update writes. The statements are those of the
+examples, README, the guides and uses/."""
+
+import collections
+import difflib
+import itertools
+import math
+import pathlib
+import re
+import subprocess
+import sys
+import time
+
+import documents
+import operation_uses
+from arithmetic import Rejected
+from engine import Engine, Session, respell, table
+from show import statements
+
+HERE = pathlib.Path(__file__).parent
+ROOT = HERE.parent.parent
+PAGES = [ROOT / "README.md", *sorted((ROOT / "docs").glob("*.md"))]
+# Operations of the reference that uses/ does not name.
+NOT_NAMED = {
+    "GenerateQuery": "all statements come from it",
+    "SpecifyDrillThrough": "this dialect has no drill-through",
+    "getQuotedText": "it is the text of a formula, and formulas are run",
+}
+
+
+def output(*command):
+    return subprocess.run(command, check=True, capture_output=True, encoding="utf-8").stdout
+
+
+def sources(build, flat):
+    """The statements, and what they have to show, by the files of results/."""
+    def read(text, page=""):
+        found = {}
+        for title, forms in statements(respell(text, flat), page):
+            title = title if title.startswith(page) else f"{page}: {title}"
+            if title in found:
+                sys.exit(f"Two statements are called {title}.")
+            found[title] = forms[0]
+        return found
+
+    def shown_by(page):  # its blocks of text, which are what its programs print
+        return "\n".join(re.findall(r"^```text\n(.*?)^```", page.read_text("utf-8"), re.DOTALL | re.MULTILINE))
+
+    guides = {}
+    for page in PAGES:
+        guides |= read(shown_by(page), page.stem)
+    sales_json = output(build / "tools/report_from_json/report_from_json", ROOT / "examples/sales.json")
+    return {
+        "sales_report": (read(output(build / "examples/sales_report")), documents.SALES_REPORT),
+        "sales_json": (read(sales_json), documents.SALES_JSON),
+        "guides": (guides, documents.GUIDES),
+        "operations": (read(output(build / "tests/engine/operation_uses", *(["flat"] if flat else []))),
+                       operation_uses.EXPECTED),
+    }
+
+
+def same(shown, expected):
+    if expected is None or isinstance(expected, str):
+        return shown == (expected or "")
+    try:
+        return math.isclose(float(shown), expected, rel_tol=1e-9, abs_tol=1e-9)
+    except ValueError:
+        return False
+
+
+def differences(result, expected):
+    """Where a result is not what its statement has to show."""
+    def names(axis):
+        return [" * ".join("/".join((member.hierarchy, *member.path)) for member in position) for position in axis]
+
+    for number, (shown, wanted) in enumerate(itertools.zip_longest(
+            map(names, result.axes), map(names, expected.axes))):
+        if shown != wanted:
+            return [f"axis {number} shows {shown}", f"and has to show {wanted}"]
+    found = [f"cell {n} shows {shown!r} and has to show {wanted!r}"
+             for n, (shown, wanted) in enumerate(zip(result.values, expected.cells(), strict=True))
+             if not same(shown, wanted)]
+    shown = {name: values for name, *values in result.properties}
+    wanted = {name: [of(position[0]) or "" for position in expected.axes[1]] for name, of in expected.properties.items()}
+    return found if shown == wanted else found + [f"the properties are {shown} and have to be {wanted}"]
+
+
+def wrong(expected):
+    """What is known to be wrong with a statement, or with the engine."""
+    return getattr(expected, "wrong", "") or getattr(expected, "fault", "")
+
+
+def faults(run, expected):
+    """What is not as expected of a statement."""
+    if expected is None:
+        return ["nothing says what it has to show: see documents.py and operation_uses.py"]
+    if isinstance(expected, Rejected):
+        return [] if run.result is None and expected.reason in run.reason else [
+            f"it has to be rejected because of {expected.reason!r}, and not {run.reason!r}"]
+    if run.result is None:
+        return [f"it is rejected: {run.reason}"]
+    found = differences(run.result, expected)
+    if wrong(expected):
+        return [] if found else ["it shows what it has to show, and is said not to"]
+    return found
+
+
+def described(title, text, run, expected):
+    """A statement and its result, for readers and for comparing."""
+    yield f"== {title} =="
+    yield from (line.rstrip() for line in text.splitlines())
+    if run.reason:
+        yield f"Rejected: {run.reason}"
+    if isinstance(expected, Rejected):
+        yield expected.why
+    if run.result is not None:
+        if run.text != text:
+            yield "Run as:"
+            yield run.text.strip()
+        if reason := wrong(expected):
+            yield f"Wrong: {reason}"
+        yield from table(run.result)
+    yield ""
+
+
+class Counts:
+    """The figures of a run, the same in both spellings."""
+
+    def __init__(self):
+        self.statements = self.accepted = self.reworded = self.rejected = self.cells = 0
+        self.words = collections.Counter()
+        self.reasons = collections.Counter()
+        self.wrong = []
+
+    def add(self, title, run, expected):
+        self.statements += 1
+        self.words.update(run.lacking)
+        if run.result is None:
+            self.rejected += 1
+            self.reasons[getattr(expected, "why", "")] += 1
+            return
+        self.accepted += not run.lacking
+        self.reworded += bool(run.lacking)
+        if reason := wrong(expected):
+            self.wrong.append(f"{title}: {reason}")
+        else:
+            self.cells += len(run.result.values)
+
+    def lines(self):
+        yield (f"{self.statements} statements: {self.accepted} accepted, {self.reworded} accepted in other words,"
+               f" {self.rejected} rejected; {self.cells} cells compared with arithmetic")
+        yield "\nAccepted in other words, because the engine lacks"
+        yield from (f"{number:4}  {word}" for word, number in self.words.items())
+        yield "\nRejected"
+        yield from (f"{number:4}  {reason}" for reason, number in self.reasons.items())
+        yield "\nNot as it has to be"
+        yield from ("      " + line for line in self.wrong)
+
+
+def run_all(build, flat):
+    """Runs everything in one spelling. Returns the texts of results/ by name, and what is not as expected."""
+    texts, counts, unexpected = {}, Counts(), []
+    with Engine(flat) as engine:
+        for name, (found, expected) in sources(build, flat).items():
+            session, lines = Session(engine), []
+            for title, text in found.items():
+                run = session.run(text)
+                if wrong_here := faults(run, expected.get(title)):
+                    unexpected += [f"{name}: {title}: {fault}" for fault in wrong_here] + [f"    {run.text}"]
+                if title in expected:
+                    counts.add(title, run, expected[title])
+                    lines += described(title, text, run, expected[title])
+            unexpected += [f"{name}: {title}: there is no such statement" for title in expected if title not in found]
+            texts[name] = respell("\n".join(lines), False)
+    texts["summary"] = "\n".join(counts.lines()) + "\n"
+    return texts, unexpected
+
+
+def unused_operations():
+    """Operations of the reference that no statement uses."""
+    calls = re.findall(r"^\| `([^`]*)`", (ROOT / "docs/operations.md").read_text("utf-8"), re.MULTILINE)
+    documented = {name for call in calls for name in re.findall(r"->(\w+)\(", call)}
+    used = {name for file in (HERE / "uses").glob("*.cpp") for name in re.findall(r"\w+", file.read_text("utf-8"))}
+    return sorted(documented - used - set(NOT_NAMED))
+
+
+def compared(before, now, before_name, now_name):
+    return list(difflib.unified_diff(before.splitlines(), now.splitlines(), before_name, now_name, lineterm=""))
+
+
+def main(build, update):
+    unexpected = [f"No statement uses {name}: see uses/" for name in unused_operations()]
+    results = {}
+    for flat, spelling in ((False, "unique names"), (True, "flat names")):
+        begin = time.monotonic()
+        texts, found = run_all(build, flat)
+        unexpected += [f"{spelling}: {line}" for line in found]
+        for name, text in texts.items():
+            unexpected += compared(results.setdefault(name, text), text, f"{name}, unique names", f"{name}, flat names")
+        print(f"{spelling}, {time.monotonic() - begin:.0f} s: {texts['summary'].splitlines()[0]}", flush=True)
+    print(*results["summary"].splitlines()[1:], sep="\n")
+    for name, text in results.items():
+        file = HERE / "results" / f"{name}.txt"
+        if update:
+            file.parent.mkdir(exist_ok=True)
+            file.write_text(text, "utf-8")
+        else:
+            unexpected += compared(file.read_text("utf-8"), text, str(file.relative_to(ROOT)), "now")
+    for line in unexpected:
+        print(line, file=sys.stderr)
+    sys.exit(1 if unexpected else 0)
+
+
+if __name__ == "__main__":
+    main(pathlib.Path(sys.argv[1]), "--update" in sys.argv[2:])

@@ -1,0 +1,327 @@
+"""What the statements of uses/ have to show, by their titles."""
+
+import math
+import statistics
+
+from arithmetic import *
+from cube import Member, children, descendants, members
+
+SELLING = [city for city in CITIES if sold(city) > 0]
+IN_2025 = sum(sold(city) for city in SELLING)
+OSAKA, TOKYO = store("Japan", "大阪"), store("Japan", "東京")
+MARKET, OSAKA_STORE = children(CORK)[0], children(OSAKA)[0]
+
+MADE_BY_THE_GENERATOR = {
+    "GenerateSet: empty": rows(),
+    "GenerateSet: a text": rows(*COUNTRIES),
+    "GenerateSet: a copy of a set": rows(*COUNTRIES),
+    "GenerateSet: members": rows(JAPAN, IRELAND),
+    "GenerateSet: no members": rows(),
+    "GenerateSet: tuples": rows((IRELAND, product("Drink")), (JAPAN, FOOD)),
+    "GenerateSet: a level": rows(*CITIES),
+    "GenerateSet: a hierarchy": periods(*members("Time.Fiscal")),
+    "GenerateSet: a hierarchy with a calculated member": rows(
+        *members("Product"), product("Food", "Snacks ]Salty[ and O'Brien's")),
+    "GenerateField: a text": rows(IRELAND),
+    "GenerateField: an owner and a name": rows(OSAKA),
+    "GenerateField: a member": rows(store("USA", "Portland")),
+    "GenerateField: a level and a name": rows(DUBLIN),
+    "GenerateField: a dimension": rows(product()),
+    "GenerateField: a hierarchy": periods(Y2024),
+    "GenerateField: a hierarchy and a name": rows(NORWAY),
+    "GenerateField: a calculated member and its name": rows(product("Food", "Snacks ]Salty[ and O'Brien's")),
+}
+
+ALGEBRA = {
+    "+=: a set": rows(JAPAN, IRELAND, NORWAY, USA),
+    "+=: a member": rows(JAPAN, IRELAND, NORWAY, DUBLIN),
+    "-=: a set": rows(*(country for country in COUNTRIES if country not in (IRELAND, USA))),
+    "*=: a set": rows(*((country, family) for country in (IRELAND, USA) for family in FAMILIES)),
+    "nonEmptyCrossjoin: keeps what is empty": rows(
+        *((country, family) for country in (NORWAY, IRELAND) for family in FAMILIES)),
+    "Intersect: what is in both": rows(JAPAN, NORWAY),
+    "AddField: united": rows(JAPAN, IRELAND, NORWAY),
+    "AddField and Delimit: a list": rows(IRELAND, JAPAN),
+    "AddCalculations: beside the departments": rows(
+        *children(FOOD), product("Food", "Snacks ]Salty[ and O'Brien's")),
+    "AddCalculations: none beside the countries": with_europe(*COUNTRIES),
+    "StripCalculations: all": with_europe(JAPAN, IRELAND),
+    "StripCalculations: without a hierarchy": with_europe(JAPAN, IRELAND),
+    "StripCalculations: by name": with_europe(JAPAN, IRELAND),
+    "Hierarchize: by the hierarchy's order": rows(IRELAND, DUBLIN, JAPAN, NORWAY),
+    "Hierarchize: a calculation at the end": with_europe(IRELAND, JAPAN, EUROPE),
+    "Hierarchize: a calculation by name at the end": with_europe(IRELAND, JAPAN, EUROPE),
+    "Hierarchize: a calculation that was not there": with_europe(IRELAND, JAPAN, EUROPE),
+    "HierarchizeCalculations: nothing": with_europe(EUROPE, JAPAN, IRELAND),
+    "SpecifyDistinct: once each": rows(JAPAN, IRELAND),
+    "TakeTail: the last": rows(USA),
+    "Delimit: braces": rows(*COUNTRIES),
+    "Empty: nothing": rows(),
+    "TakeName: a text": rows(*COUNTRIES),
+    "TakeName: a set": rows(*COUNTRIES),
+    "SetExpression: a text": rows(JAPAN),
+    "Extract: the stores of a crossjoin": rows(IRELAND, USA),
+    "removeCalculationsSpecial: nothing": rows(JAPAN, IRELAND, NORWAY),
+}
+
+LEVELS = {
+    "TakeTopLevel: All": rows(ALL),
+    "TakeTopLevel: the years": periods(Y2024, Y2025),
+    "TakeTopLevel: no hierarchy": rows(),
+    "TakeWholeLevel: the families": rows(*FAMILIES),
+    "TakeAllMembers: a hierarchy": periods(*members("Time.Fiscal")),
+    "TakeAllMembers: a text": rows(*members("Customers")),
+    "TakeBaseLevel: the second level": rows(*COUNTRIES),
+    "TakeLeafNodes: the stores": rows(*STORES),
+    "TakeLeafNodes: the products": rows(*PRODUCTS),
+    "Invert: all others": rows(ALL, *COUNTRIES),
+}
+
+DRILLING = {
+    "DrillDown: recursive": rows(IRELAND, *descendants(IRELAND)),
+    "DrillDown: two countries": rows(*opened(COUNTRIES, IRELAND, SINGAPORE)),
+    "DrillDownOnSet: a text": rows(*opened(COUNTRIES, IRELAND)),
+    "DrillDownOnSet: a set": rows(*opened(COUNTRIES, IRELAND, SINGAPORE)),
+    "DrillDownOnSet: twice": rows(IRELAND, CORK, MARKET, DUBLIN),
+    "DrillDownOnSet: a member without children": rows(*COUNTRIES),
+    "DrillDownOnSet: children that were there": rows(ALL, *COUNTRIES),
+    "DrillDownOnSet: the same member twice": rows(*opened([IRELAND, IRELAND], IRELAND)),
+    "DrillUp: a country": rows(IRELAND, JAPAN),
+    "DrillUpOnSet: a text": rows(IRELAND, CORK, DUBLIN, JAPAN),
+    "DrillUpOnSet: a set": rows(IRELAND, JAPAN),
+    "ToggleDrillStateOnSet: closed ones open": rows(*opened(COUNTRIES, IRELAND, SINGAPORE)),
+    "ToggleDrillStateOnSet: open ones close": rows(IRELAND, JAPAN),
+    "ToggleDrillStateOnSet: recursive": Rejected(
+        "'RECURSIVE' is not supported in ToggleDrillState", "RECURSIVE in TOGGLEDRILLSTATE: the engine has no other word for it."),
+}
+
+RELATIVES = {
+    "TakeAncestorsOfMember: none up": rows(MARKET),
+    "TakeAncestorsOfMember: two up": rows(IRELAND),
+    "TakeAncestorsOfMember: all, one up": rows(CORK, MARKET),
+    "TakeAncestorsOfMember: all, two up": rows(IRELAND, CORK, MARKET),
+    "TakeAncestorsOfMember: past the top": rows(ALL, ALL, ALL, IRELAND, CORK, MARKET),
+    "TakeAncestorsOfMember: past the top, distinct": rows(ALL, IRELAND, CORK, MARKET),
+    "TakeAncestorsOfSet: two up": rows(IRELAND, JAPAN),
+    "TakeAncestorsOfSet: all, two up, without the members": rows(IRELAND, CORK, JAPAN, OSAKA),
+    "TakeAncestorsOfSet: open, one up": rows(CORK, OSAKA),
+    "TakeAncestorsOfSet: open, none up": rows(MARKET, OSAKA_STORE),
+    "TakeAncestorsOfSet: all, open, one up": rows(CORK, OSAKA),
+    "TakeChildren: of a member": rows(OSAKA, TOKYO),
+    "TakeChildren: of one without": rows(),
+    "TakeChildren: past a level that is left out": rows(store("Singapore", "Orchard Road")),
+    "TakeChildren: of a set": rows(CORK, DUBLIN, OSAKA, TOKYO),
+    "TakeChildren: of a set, and the set": rows(CORK, DUBLIN, OSAKA, TOKYO, IRELAND, JAPAN),
+    "TakeChildren: down to a level": rows(*(shop for shop in STORES if shop.is_in(IRELAND) or shop.is_in(JAPAN))),
+    "TakeChildren: down to a level, with those between": rows(*descendants(IRELAND), *descendants(JAPAN)),
+    "TakeDescendants: with self": rows(IRELAND, *descendants(IRELAND)),
+    "TakeDescendants: without self": rows(*descendants(IRELAND)),
+    "TakeDescendants: all": rows(*descendants(IRELAND)),
+    "TakeDescendants: the leaves": rows(*(shop for shop in STORES if shop.is_in(IRELAND))),
+    "TakeDescendants: all, one down": rows(IRELAND, CORK, DUBLIN),
+    "TakeDescendants: the leaves, three down": rows(*(shop for shop in STORES if shop.is_in(IRELAND))),
+    "TakeSiblings: of a city": rows(CORK, DUBLIN),
+    "TakeSiblings: of a year": periods(Y2024, Y2025),
+}
+
+SEPTEMBER, NOVEMBER, DECEMBER, JANUARY, *_ = MONTHS
+SUBSETS = {
+    "TakeSubset: two from the second": rows(*COUNTRIES[1:3]),
+    "TakeSubset: the rest": rows(*COUNTRIES[4:]),
+    "TakeSubset: none": rows(),
+    "TakeSubset: from one member to another": rows(IRELAND, JAPAN, NORWAY, SINGAPORE),
+    "TakeSubset: backwards": rows(IRELAND, JAPAN, NORWAY),
+    "TakeSubset: to an absent member": rows(),
+    "TakeSubset: one and two after": periods(DECEMBER, JANUARY),
+    "TakeSubset: to two after": periods(NOVEMBER, DECEMBER, JANUARY),
+    "TakeSubset: the one before": periods(SEPTEMBER),
+    "TakeSubset: two before, cut at the start": periods(SEPTEMBER, NOVEMBER),
+    "TakeSubset: around": periods(SEPTEMBER, NOVEMBER, DECEMBER),
+    "TakeSubset: past the end": periods(*MONTHS[-2:]),
+    "generate: the first child of each country": rows(
+        *(children(country)[0] for country in COUNTRIES if children(country))),
+    "Rank: in a set": values(COUNTRIES, lambda country: {JAPAN: 1, IRELAND: 2}.get(country, 0)),
+    "TakeRank: in this set": values(
+        COUNTRIES, lambda country: ordered(COUNTRIES, sold, True).index(country) + 1),
+}
+
+
+
+def sold_in_2024(member):
+    return sold(member, Y2024)
+
+
+FILTERS = {
+    "TakeFilter: a value": kept(lambda city: sold(city) > 6000),
+    "TakeFilter: a text": rows(TOKYO),
+    "TakeFilter: a tree": kept(lambda city: sold(city) > 6000),
+    "TakeFilter: by another year": kept(lambda city: sold_in_2024(city) >= 3000),
+    "Order: ascending within each parent": rows(*ordered_within_parents(CITIES)),
+    "Order: descending within each parent": rows(*ordered_within_parents(CITIES, True)),
+    "Order: ascending across all": rows(*ordered(CITIES)),
+    "Order: descending across all": rows(*ordered(CITIES, sold, True)),
+    "Order: by another year": rows(*ordered(CITIES, sold_in_2024, True)),
+    "TakeExtremity: the top three": rows(*top(3, CITIES)),
+    "TakeExtremity: the first three": rows(*CITIES[:3]),
+    "TakeExtremity: the fewest that make 40000": rows(*fewest(CITIES, 40000)),
+    "TakeExtremity: the fewest that make 60 percent": rows(*fewest(CITIES, 0.6 * IN_2025)),
+    "TakeExtremity: the bottom three": rows(*ordered(SELLING)[:3]),
+    "TakeExtremity: the bottom three, empty ones first": rows(*ordered(CITIES)[:3]),
+    "TakeExtremity: the smallest that make 5000": rows(*fewest(SELLING, 5000, False)),
+    "TakeExtremity: the smallest of 2024 that make 10 percent": rows(
+        *fewest(SELLING, 0.1 * sum(map(sold_in_2024, SELLING)), False, sold_in_2024)),
+    "TakeExtremity: levels are mixed": rows(ALL, JAPAN),
+}
+
+
+def few_or_many(city):
+    return sold(city) < 1000 or sold(city) > 10000
+
+
+CONDITIONS = {
+    "condition: between": kept(lambda city: 1000 <= sold(city) <= 10000),
+    "condition: outside": kept(few_or_many),
+    "condition: MDX as it is": kept(lambda city: sold(city) < 1000),
+    "condition: = NULL, which holds for nothing here": rows(),
+    "condition: NOT( = NULL ), which holds for all here": rows(*CITIES),
+    "condition: empty": kept(lambda city: not has_value(city)),
+    "condition: not empty": kept(has_value),
+    "condition: an empty tuple": kept(lambda city: math.isnan(cell(COST, city, Y2024))),
+    "condition: equal": kept(lambda city: units(city) == 604),
+    "condition: not equal": kept(lambda city: has_value(city) and units(city) != 604),
+    "condition: less": kept(lambda city: sold(city) < 2000),
+    "condition: not less, which keeps an empty cell here": kept(lambda city: not sold(city) < 2000),
+    "condition: less or equal": kept(lambda city: units(city) <= 604),
+    "condition: greater": kept(lambda city: sold(city) > 13000),
+    "condition: greater or equal": kept(lambda city: units(city) >= 604),
+    "condition: and": kept(lambda city: 1000 < sold(city) < 10000),
+    "condition: or": kept(few_or_many),
+    "condition: or before and": kept(lambda city: few_or_many(city) and cell(COST, city) > 1000),
+    "condition: not": kept(lambda city: not few_or_many(city)),
+    "condition: minus": kept(lambda city: -sold(city) < -10000),
+    "condition: arithmetic": kept(lambda city: sold(city) > 0 and profit(city) / sold(city) > 0.4),
+    "condition: sums and products": kept(lambda city: sold(city) + cell(COST, city) * 2 > 35000),
+    "condition: whole division": kept(lambda city: sold(city) / 1000 > 9),
+    "condition: true": rows(*CITIES),
+    "condition: false": rows(),
+    "condition: undefined is true": rows(*CITIES),
+    "condition: a text constant": rows(TOKYO),
+    "condition: of two measures": kept(lambda city: profit(city) > 7000),
+    "condition: a tuple of its own": kept(lambda city: sold_in_2024(city) > 3000),
+    "condition: groups": kept(lambda city: few_or_many(city) and cell(COST, city) < 10000),
+    "condition: texts": kept(lambda city: 1000 < sold(city) < 10000),
+    "Filter: the set": rows(*CITIES),
+    "Filter: a filter": kept(lambda city: sold(city) > 10000),
+    "Filter: top sum": rows(*fewest(CITIES, 40000)),
+    "Filter: top percent": rows(*fewest(CITIES, 0.6 * IN_2025)),
+    "Filter: top count": rows(*top(3, CITIES)),
+    "Filter: bottom sum": rows(*fewest(SELLING, 5000, False)),
+    "Filter: bottom percent": rows(*fewest(SELLING, 0.1 * IN_2025, False)),
+    "Filter: bottom count": rows(*ordered(SELLING)[:3]),
+    "Filter: except": kept(lambda city: city not in top(8, CITIES)),
+    "Filter: a condition as a value": values(COUNTRIES, lambda country: int(sold(country) > 10000)),
+}
+
+MEMBERS = {
+    "MoveToChild: a city": rows(DUBLIN),
+    "MoveToRootNode: a country": rows(IRELAND),
+    "MoveToFirstChild: a city": rows(CORK),
+    "MoveToFirstChild: of one without": rows(),
+    "MoveToParent: a country": rows(IRELAND),
+    "MoveToParent: past the top": rows(),
+    "MoveToFirstSibling: of the level": rows(CITIES[0]),
+    "MoveToLastSibling: of the level": rows(CITIES[-1]),
+    "MoveToRoot: All": rows(ALL),
+    "DrillUp: the parent": rows(IRELAND),
+    "DrillUp: at the top": rows(ALL),
+    "TakeDefaultMember: All": rows(product()),
+    "TakeAncestorAtLevel: the country": rows(IRELAND),
+    "TakeParentOfCalculation: the default member": rows(product()),
+    "TakeNameOfCalculation: the calculated member": rows(product("Food", "Snacks ]Salty[ and O'Brien's")),
+    "ReplaceName: a text": rows(JAPAN),
+    "LoopLeft: the one before": rows(IRELAND),
+    "LoopLeft: from the first": rows(USA),
+    "LoopLeft: across parents": rows(store("Brazil", "São Paulo")),
+    "LoopRight: the one after": rows(NORWAY),
+    "LoopRight: from the last": rows(COUNTRIES[0]),
+    "Delimit: a bare name": rows(IRELAND),
+    "TakeCurrentMember: of a dimension": values(COUNTRIES, lambda country: country.name),
+    "TakeCurrentMember: the share of the parent": values(
+        [IRELAND, *descendants(IRELAND)], lambda member: sold(member) / sold(member.parent)),
+}
+
+BY_MONTH = [sold(month) for month in MONTHS]
+UNITS_BY_MONTH = [cell(UNITS, month) for month in MONTHS]
+LINE = statistics.linear_regression(UNITS_BY_MONTH, BY_MONTH)
+UNBIASED = statistics.covariance(UNITS_BY_MONTH, BY_MONTH)
+R = statistics.correlation(UNITS_BY_MONTH, BY_MONTH)
+RESIDUES = sum((y - LINE.intercept - LINE.slope * x) ** 2 for x, y in zip(UNITS_BY_MONTH, BY_MONTH))
+NOT_COMPUTED = "The engine never works this out: it returns the largest number."
+VALUES = {
+    "GenerateValue: a number": value(-5),
+    "GenerateValue: a text": value(2 * sold(ALL)),
+    "TakeCount: empty ones too": value(len(CITIES)),
+    "TakeCount: of those that sold": value(len([city for city in CITIES if has_value(city)])),
+    "TakeSum: of the cities": value(sum(sold(city) for city in CITIES if has_value(city))),
+    "TakeMin: of the cities": value(min(sold(city) for city in CITIES if has_value(city))),
+    "TakeMax: of the cities": value(max(sold(city) for city in CITIES if has_value(city))),
+    "TakeAverage: without empty ones": value(statistics.mean(sold(city) for city in CITIES if has_value(city))),
+    "TakeUniqueName": value("[Store].[Ireland].[Dublin]"),
+    "TakeName": value("Dublin"),
+    "TakeCaption": value("Dublin"),
+    "TakeDescription": value(None),
+    "TakeProperty: the manager": values(CITIES, lambda city: MANAGERS[city]),
+    "TakeProperty: the caption is the name": value("Dublin"),
+    "Add and ReverseSign": value(-42),
+    "TakeEquality: a text": rows(store("Switzerland", "Zürich")),
+    "TakeEquality: a number": kept(lambda city: units(city) == 604),
+    "TakeCovariance": value(UNBIASED * (len(MONTHS) - 1) / len(MONTHS)),
+    "TakeCovariance: unbiased": value(UNBIASED),
+    "TakeCorrelation": value(R),
+    "TakeLinRegSlope": value(LINE.slope),
+    "TakeLinRegIntercept": value(LINE.intercept),
+    "TakeLinRegVariance": value(RESIDUES / len(MONTHS), fault=NOT_COMPUTED),
+    "TakeLinRegR2": value(R * R, fault=NOT_COMPUTED),
+    "TakeLinRegPoint": value(LINE.intercept + LINE.slope * 1000),
+    "TakeCovariance: one value": value(statistics.pvariance(BY_MONTH)),
+    "TakeCorrelation: one value": value(1),
+    "TakeLinRegSlope: one value": value(1),
+}
+
+RATIO = measure("Cost Ratio")
+
+
+def ratio(order):
+    return rows(IRELAND, SWITZERLAND, EUROPE, columns=(RATIO,),
+                defined=OF_EUROPE | {RATIO: Calculated(lambda at: divide(at(COST), at(SALES)), order)})
+
+
+STATEMENTS = {
+    "SELECT: three axes": Shows([axis([SALES]), axis([IRELAND, NORWAY]), axis(FAMILIES)]),
+    "SELECT: properties, a slicer of two members": rows(
+        *(city for city in CITIES if not math.isnan(sold(city, FOOD))), columns=(SALES, COST), where=(Y2025, FOOD),
+        properties={"Manager": MANAGERS.get}),
+    "SELECT: setQuery": list_of(UNITS),
+    "SELECT: a named set sees the slicer": rows(*top(3, CITIES)),
+    "SELECT: a calculated member of the server": periods(Q1, Q2, period("2025", "2025 to Date")),
+    "SELECT: a calculated measure of the server": rows(*COUNTRIES, columns=(measure("Profit per Customer"),), where=()),
+    "SELECT: a sum of ratios": ratio(0),
+    "SELECT: a ratio of sums": ratio(2),
+    "SELECT: a slicer of two members of one hierarchy": Rejected(
+        "Tuple contains more than one member of hierarchy", "A slicer names one member of a hierarchy."),
+}
+
+ISLANDS, PAIR = store("Islands"), store("Pair")
+BY_THE_SESSION = "CREATE, DROP: the engine keeps nothing. What CREATE makes is defined in each statement after it."
+KEPT_ON_THE_SERVER = {
+    "CREATE": Rejected("Syntax error at line 1, column 1, token 'CREATE'", BY_THE_SESSION),
+    "CREATE: a set and a member that were made": rows(
+        JAPAN, USA, ISLANDS, defined={ISLANDS: Calculated(sum_of(IRELAND, JAPAN))}),
+    "DROP: a member": Rejected("Syntax error at line 1, column 1, token 'DROP'", BY_THE_SESSION),
+    "DROP: a set": Rejected("Syntax error at line 1, column 1, token 'DROP'", BY_THE_SESSION),
+    "CREATE: AddRawMemberFormula": Rejected("Syntax error at line 1, column 1, token 'CREATE'", BY_THE_SESSION),
+    "CREATE: a member from a text": rows(PAIR, defined={PAIR: Calculated(sum_of(IRELAND, NORWAY))}),
+}
+
+EXPECTED = (MADE_BY_THE_GENERATOR | ALGEBRA | LEVELS | DRILLING | RELATIVES | SUBSETS | FILTERS | CONDITIONS | MEMBERS
+            | VALUES | STATEMENTS | KEPT_ON_THE_SERVER)
