@@ -65,8 +65,8 @@ void members_on_the_server(Report & report)
     print("Calculated members on the server", *create);
 }
 
-// The countries, with two of them drilled down to their cities, and a calculated member after them. Members with low
-// sales are filtered out. The filter comes last, so that it also applies to the calculated member.
+// The countries, with two of them drilled down to their cities, and a calculated member after them. Members with
+// low sales are filtered out. The filter comes last, so that it also applies to the calculated member.
 RefPtr<MDXSet> opened_stores(Report & report)
 {
     Hierarchy * const stores = report.cube.hierarchy("[Store]");
