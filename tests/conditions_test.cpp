@@ -132,12 +132,6 @@ TEST_P(Nodes, AreWrittenByAServerThatIsAsked)
 
 #include "documented_nodes.h"
 
-TEST(Condition, IsTheCurrentTupleOrSet)
-{
-    expect_operation(kBoth, { CALL(f.set->Filter(current().get(), f.tuple)), "( [F], [G] ) " });
-    expect_operation(kBoth, { CALL(f.set->TakeFilter(current_set().get(), nullptr)), "FILTER( {A}, {A})" });
-}
-
 TEST(Condition, NeedsTheValueOfATruth)
 {
     Fixture f;

@@ -14,15 +14,6 @@ concept MakesAValue = requires(MDXQueryGenerator & generator, Number number)
 };
 static_assert(MakesAValue<int> && MakesAValue<char const *> && !MakesAValue<double>);
 
-// A host's own object that says another text than it holds.
-template <class Base>
-RefPtr<HostText<Base>> saying(char const * text)
-{
-    RefPtr object(new HostText<Base>(KelpString("held")));
-    object->fSays = text;
-    return object;
-}
-
 // What docs/operations.md does not show of the dialect.
 
 TEST(MSOLAP7MemberProperty, BracketsItsName)
@@ -60,17 +51,6 @@ TEST(MSOLAP7Field, TakesTheParentOfACalculation)
     expect_operation({ kDialect }, { CALL(f.field->TakeParentOfCalculation(&f.child)), "[F]", GIVEN(f.child.fHierarchy = nullptr) });
 }
 
-TEST(Dialect, ReadsWhatArgumentsSay)
-{
-    expect_operation({ kDialect }, { CALL(f.value->TakeProperty(saying<MDXField>("[M]").get(), "cAPTION")), "[M].Name" });
-    expect_operation({ kDialect },
-        { CALL(f.set->TakeChildren(saying<MDXSet>("{M}").get(), &f.h, true, 0, "")), "GENERATE( {M}, [H].CURRENTMEMBER.CHILDREN )+{M}" });
-    expect_operation(
-        { kDialect }, { CALL(f.set->TakeSiblings(saying<MDXField>("[M]").get(), nullptr)),
-                          "STRTOSET( IIF( [M].LEVEL.UNIQUENAME = [M].HIERARCHY.LEVELS(0).UNIQUENAME, \"[M].HIERARCHY.LEVELS(0).MEMBERS\", "
-                          "\"[M].PARENT.CHILDREN\" ) ) " });
-}
-
 TEST(MSOLAP7Set, WritesCalculationsInTheirOrder)
 {
     expect_operation({ kDialect }, { CALL(f.set->StripCalculations(&f.h, true)), "{A}" });
@@ -81,15 +61,6 @@ TEST(MSOLAP7Set, WritesCalculationsInTheirOrder)
                           "UNION( HIERARCHIZE( EXCEPT( {A}, { [H].[Japan].[South] } )  ) , { [H].[Japan].[South], [H].[North] } )",
                           GIVEN(f.h.fCalculations = { { 1, &f.child } }) });
     expect_operation({ kDialect }, { CALL(f.set->Hierarchize(true, &f.h, true, {})), "UNION( HIERARCHIZE( {A} ) , {  } )" });
-}
-
-TEST(MSOLAP7Set, TakesAtLeastOneGeneration)
-{
-    expect_operation(
-        { kDialect }, { CALL(f.set->TakeAncestorsOfSet("{S}", &f.h, false, -1, -1)),
-                          " GENERATE( {S} , { ANCESTOR( [H].CURRENTMEMBER, {[H].CURRENTMEMBER}.ITEM(0).ITEM(0).LEVEL )  } ) " });
-    expect_operation(
-        { kDialect }, { CALL(f.set->TakeChildren(f.set, &f.h, true, 0, "")), "GENERATE( {A}, [H].CURRENTMEMBER.CHILDREN )+{A}" });
 }
 
 TEST(Dialect, QuotesDefinitionsInStatements)

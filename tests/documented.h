@@ -96,6 +96,15 @@ struct Documented : Fixture {
             static_cast<HostText<MDXTuple> *>(object->AddField(second))->fSays = text;
     }
 
+    // Puts the own object of another fixture in the place of this one's. Returns whether there is one.
+    bool take_own(Documented const & other, std::string const & own)
+    {
+        names.s = own == "set" ? other.set : set;
+        names.m = own == "field" ? other.field : field;
+        names.x = own == "value" ? other.value : value;
+        return own == "set" || own == "field" || own == "value";
+    }
+
     // The texts of what a call returned. Its type says what has changed: an own object; a tuple or a statement, and the holders of its
     // parts; nothing, if an object is new. By a condition, a set is filtered.
     template <class Own>
@@ -115,7 +124,7 @@ struct Documented : Fixture {
     Strings told(Condition tree)
     {
         AskedNode node(tree);
-        return told(set->Filter(&node, single));
+        return told(names.s->Filter(&node, single));
     }
 };
 

@@ -20,10 +20,13 @@ TEST_P(Calls, LeaveTheDocumentedText)
 TEST_P(Calls, ReadWhatTheirArgumentsSay)
 {
     for (Row const & row : GetParam()) {
-        Documented plain(kGeneral), f(kGeneral);
+        Documented plain(kGeneral), general(kGeneral), host(kGeneral), dialect(kDialect);
         row.run(plain);
-        f.disguise(plain.changed);
-        row.expect_texts(f, kGeneral);
+        general.disguise(plain.changed);
+        row.expect_texts(general, kGeneral);
+        host.disguise("nothing");
+        if (host.take_own(dialect, plain.changed))
+            row.expect_texts(host, kDialect);
     }
 }
 

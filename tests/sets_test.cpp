@@ -27,13 +27,6 @@ TEST(GeneralSet, AddsCalculationsToItsLeaves)
                           GIVEN(f.h.fCalculations = { { 7, &f.calculation }, { -3, nullptr }, { -2, &f.child }, { 9, nullptr } }) });
 }
 
-TEST(GeneralSet, TakesChildrenToADepthBelowZero)
-{
-    expect_operation(
-        { kGeneral }, { CALL(f.set->TakeChildren(f.set, &f.h, true, -2, "")),
-                          "GENERATE( {A}, GENERATE( { [H].CURRENTMEMBER }, DESCENDANTS( [H].CURRENTMEMBER, -2, SELF_AND_BEFORE ) ) )" });
-}
-
 // A member that is in a text twice is asked twice.
 TEST(MDXSet, AsksForEachPlaceInItsText)
 {

@@ -42,21 +42,12 @@ TEST(Statements, WriteWhatTheySay)
     EXPECT_EQ(MDXQuery::QT_CREATE, Saying<MDXCreateQuery>("[Sales]").type());
     EXPECT_EQ(MDXQuery::QT_DROP, Saying<MDXDropQuery>("[Sales]").type());
     EXPECT_TRUE(Saying<MDXDropQuery>("[Sales]").AddSetToDrop("[Team]"));
+    EXPECT_TRUE(Saying<MDXSelectQuery>("[Sales]").SpecifyDrillThrough());
     EXPECT_EQ("said", mdx_of(Saying<MDXTuple>()));
     EXPECT_EQ("said", mdx_of(Saying<MDXMemberProperty>("a", "b")));
     EXPECT_EQ("said", mdx_of(Saying<MDXSetSpecification>("N", f.set, false, "[Sales]")));
     EXPECT_EQ("said", mdx_of(Saying<MDXMemberSpecification>(f.field, f.value, -1, {}, {}, false, "[Sales]")));
     EXPECT_EQ("said", mdx_of(Saying<MDXSelectQuery::MDXAxisSpecification>(0, f.set, {}, false)));
-}
-
-TEST(GeneralSelectQuery, DrillsThrough)
-{
-    Fixture f;
-    RefPtr const query(new General<MDXSelectQuery>("[Sales]"));
-    query->AddAxisSpecification(0, f.set, {}, static_cast<MDXSelectQuery::NonEmptyStatus>(2));
-    EXPECT_TRUE(query->SpecifyDrillThrough());
-    EXPECT_EQ("DRILLTHROUGH SELECT {A} ON COLUMNS FROM [Sales] ", mdx_of(*query));
-    EXPECT_EQ("DRILLTHROUGH \nSELECT \n       {A} ON COLUMNS \nFROM [Sales] ", query->getText(true).toUTF8());
 }
 
 TEST(MDXSelectQuery, MissesItsAxesFirstAndThenPropertyValues)
@@ -126,7 +117,7 @@ TEST(Statements, HoldTheirPartsAndGiveThemBackInOrder)
         select->AddSlicerSpecification(slice.get());
         select->AddSlicerSpecification(member("[T]").get());
         select->AddAxisSpecification(0, axis.get(), {}, kAll);
-        select->AddAxisSpecification(1, set("{R}").get(), {}, kAll);
+        select->AddAxisSpecification(1, set("{R}").get(), {}, static_cast<MDXSelectQuery::NonEmptyStatus>(2)); // not NON EMPTY
         select->AddMemberFormula(defined.get(), definition.get(), -1, {}, {});
         select->AddSetFormula("N", named.get());
         create->AddSetFormula("N", set("{C}").get());
