@@ -14,7 +14,8 @@ using namespace memory_cube::conditions;
 
 namespace {
 
-enum Direction : std::int32_t { Ascending = 0, Descending = 1 };
+// The first two sort within each parent, the others across the whole set.
+enum Direction : std::int32_t { AscendingInParent, DescendingInParent, Ascending, Descending };
 
 // What all statements share: the host's cube and a maker for it.
 struct Report {
@@ -64,20 +65,19 @@ void members_on_the_server(Report & report)
     print("Calculated members on the server", *create);
 }
 
-// The stores in the order of the cube, with two countries drilled down. Stores with low sales are filtered out, and
-// a calculated member follows the others.
+// The countries, with two of them drilled down to their cities, and a calculated member after them. Members with
+// low sales are filtered out. The filter comes last, so that it also applies to the calculated member.
 RefPtr<MDXSet> opened_stores(Report & report)
 {
     Hierarchy * const stores = report.cube.hierarchy("[Store]");
-    RefPtr rows = report.make.set(stores);
+    RefPtr rows = report.make.set(report.cube.level("[Store].[Country]"));
     RefPtr const opened = report.make.list(
         { report.member("[Store].[All Stores].[Ireland]"), report.member("[Store].[All Stores].[Switzerland]") });
     rows->DrillDownOnSet(opened.get());
 
-    RefPtr const sales = report.member("[Measures].[Store Sales]");
-    take_filter(rows, value(sales) >= 1000 && !is_empty(sales));
-
     rows->Hierarchize(false, stores, true, { report.cube.calculation("[Store].[Europe]") });
+
+    take_filter(rows, value(report.member("[Measures].[Store Sales]")) >= 1000);
     return rows;
 }
 
@@ -108,12 +108,11 @@ void filtered_report(Report & report)
 void ordered_cities(Report & report)
 {
     RefPtr cities = report.make.set(report.cube.level("[Store].[City]"));
-    RefPtr const key = report.make.tuple(
-        { report.member("[Measures].[Store Sales]"), report.member("[Time.Calendar].[2025]") });
-    cities->Order(Descending, key.get());
+    cities->Order(Descending, report.make.tuple({ report.member("[Measures].[Store Sales]") }).get());
 
     RefPtr const query = report.make.select(report.make.list({ report.member("[Measures].[Store Sales]") }));
     query->AddAxisSpecification(1, cities.get(), {}, MDXSelectQuery::NES_NON_EMPTY);
+    query->AddSlicerSpecification(report.member("[Time.Calendar].[2025]").get());
     print("Cities by the sales of a year", *query);
 }
 

@@ -85,7 +85,8 @@ public:
     /// one by one; without it, the hierarchy is not read and may be null.
     virtual MDXSet * StripCalculations(BRIM_o::Hierarchy const * hierarchy, bool byName);
     /// HIERARCHIZE(this), which discards an earlier Order. The arguments are not read here. A dialect that is given
-    /// a hierarchy may first call StripCalculations with `byName` and finally add `calculations` at the end.
+    /// a hierarchy may first call StripCalculations with `byName` and finally add `calculations` at the end, even
+    /// if this did not contain them. A filter that is to drop them must therefore come after Hierarchize.
     virtual MDXSet * Hierarchize(bool, BRIM_o::Hierarchy const * hierarchy, bool byName,
         std::vector<BRIM_o::Calculation *> const & calculations);
     /// HIERARCHIZE(this). A dialect may do nothing.
@@ -131,8 +132,9 @@ public:
     /// A count below 0 counts as 0. Each level is written as a chain of parents, so the text grows with the square
     /// of the count, and with `all` with its cube.
     virtual MDXSet * TakeAncestorsOfMember(KelpString const & member, bool all, std::int32_t count);
-    /// The ancestors of each member of a set, written in the same way. A count of -1 goes to the top; a dialect may
-    /// use `openCount` in its place. Another negative count counts as 0, and with `all` gives no ancestor.
+    /// The ancestors of each member of a set, written in the same way, but with `all` without the members
+    /// themselves. A count of -1 goes to the top; a dialect may use `openCount` in its place. Another negative
+    /// count counts as 0, and with `all` gives no ancestor.
     virtual MDXSet * TakeAncestorsOfSet(KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all,
         std::int32_t count, std::int32_t openCount);
 
@@ -151,8 +153,9 @@ public:
     /// The text of a tree, without FILTER. The arguments and errors are those of TakeFilter.
     virtual MDXSet * Filter(BRIM_o::Expression * expression, MDXTuple const * tuple);
 
-    /// ORDER(this, key, direction): 0 is ASC, 1 DESC, 2 BASC, 3 BDESC. Throws MDX_ERR_BAD_ENUM for another
-    /// direction, with the value and "Sort::direction". A later Hierarchize or DrillUpOnSet discards the order.
+    /// ORDER(this, key, direction). 0 (ASC) and 1 (DESC) sort the members within each parent, 2 (BASC) and 3
+    /// (BDESC) sort them across the whole set. Throws MDX_ERR_BAD_ENUM for another direction, with the value and
+    /// "Sort::direction". A later Hierarchize or DrillUpOnSet discards the order.
     virtual MDXSet * Order(std::int32_t direction, MDXTuple const * key);
     virtual MDXSet * Order(std::int32_t direction, MDXValue const * key);
 
@@ -190,9 +193,9 @@ public:
     /// The text itself, unchanged.
     virtual MDXSet * SetExpression(KelpString const & text);
 
-    /// Rank(field,set)
+    /// Rank(field,set). A rank is a number: use the text in a value, not on an axis.
     virtual MDXSet * Rank(MDXField const * field, MDXSet const * set);
-    /// Rank(field,this)
+    /// Rank(field,this), which is a number too.
     virtual MDXSet * TakeRank(MDXField const * field);
     /// Generate(first, second)
     virtual MDXSet * generate(KelpString const & first, KelpString const & second);

@@ -15,16 +15,14 @@ KEPT = {
     store("Flagship Stores"): Calculated(sum_of(FLAGSHIP, GINZA), 1),
     store("Rest of the World"): Calculated(sum_of(store("Brazil"), JAPAN), 1),
 }
-DRILLED_TOO_FAR = "It drills every country down to its stores: the set that is drilled has all members already."
 SALES_REPORT = {
     "Calculated members on the server": CREATE,
     "Stores with sales of 1000 or more, two countries drilled down": rows(
         *(member for member in opened(COUNTRIES, IRELAND, SWITZERLAND) if sold(member, *SNACKS_IN_Q1) >= 1000), EUROPE,
         columns=(UNITS, SALES, PROFIT), where=SNACKS_IN_Q1, defined=MARGINS | OF_EUROPE | KEPT,
-        properties={"Manager": MANAGERS.get}, wrong=DRILLED_TOO_FAR),
+        properties={"Manager": MANAGERS.get}),
     "Cities by the sales of a year": rows(
-        *(city for city in ordered(CITIES, sold, True) if has_value(city)),
-        wrong="It sorts within each country, and shows 2024."),
+        *(city for city in ordered(CITIES, sold, True) if has_value(city))),
     "The ten best-selling products": list_of(
         *top(10, PRODUCTS, lambda product: cell(UNITS, product, Y2024)), where=(UNITS,)),
     "Two quarters side by side, for selected places": rows(
@@ -38,15 +36,14 @@ SALES_REPORT = {
     "Dropping the calculated members": DROP,
 }
 
-OSAKA = store("Japan", "大阪")
+OSAKA, TOKYO = store("Japan", "大阪"), store("Japan", "東京")
 SALES_JSON = {
     "Stores with a profit, one country drilled down": rows(
         *(member for member in opened(COUNTRIES, IRELAND)
           if (sold(member, Q1) >= 1000 or profit(member, Q1) > 50) and has_value(member)), EUROPE,
-        columns=(SALES, PROFIT), where=(Q1,), defined=MARGINS | OF_EUROPE, properties={"Manager": MANAGERS.get},
-        wrong=DRILLED_TOO_FAR),
+        columns=(SALES, PROFIT), where=(Q1,), defined=MARGINS | OF_EUROPE, properties={"Manager": MANAGERS.get}),
     "The three best cities, by the sales of a year": rows(
-        *top(3, [city for city in CITIES if city != OSAKA]), wrong="It shows 2024."),
+        *top(3, [city for city in CITIES if city != TOKYO])),
     "A quarter and the previous one, for two measures": rows(
         *CITIES, columns=[(quarter, counted) for quarter in (period("2024", "Q4"), Q1) for counted in (UNITS, SALES)],
         where=()),

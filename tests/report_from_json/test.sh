@@ -60,9 +60,9 @@ fault '"TakeSubset", 0' '"TakeSubset", "first"' 'reports[2].axes[1].steps[1][1]:
 fault '"TakeSubset", 0, 20' '"TakeSubset", 0' 'reports[2].axes[1].steps[1]: TakeSubset takes 2 arguments, found 1'
 fault '["LoopLeft"]' '["LoopLeft", 2]' 'reports[2].axes[0].from.members[0].steps[0]: LoopLeft takes 0 arguments, found 1'
 fault '"level": "[Store].[City]"' '"level": "[Store].[Town]"' 'reports[1].axes[1].from.level: "[Store].[Town]" is unknown here; known: [Measures].'
-fault '["is empty"' '["is nil"' 'reports[0].axes[1].steps[1][1][2][1][0]: "is nil" is unknown here; known: !=, *, +,'
+fault '["is empty"' '["is nil"' 'reports[0].axes[1].steps[2][1][2][1][0]: "is nil" is unknown here; known: !=, *, +,'
 fault '"nonEmpty": true' '"nonEmtpy": true' 'reports[0].axes[1]: "nonEmtpy" is unknown here; known: from, nonEmpty, properties, steps'
-fault '"Count", 3, ["[Measures].[Store Sales]", "[Time].[Calendar].[2025]"]' '"Sum", 3' \
+fault '"Count", 3, "[Measures].[Store Sales]"' '"Sum", 3' \
     'reports[1].axes[1].steps[1]: A tuple is needed to measure by.'
 fault '"sets": ["[Home]"]' '"sets": []' 'reports[5]: '
 fault '"Store Cost", "Unit Sales"' '"Store Sales"' 'cube.dimensions[0]: The cube has [Measures].[Store Sales] already'
