@@ -31,7 +31,17 @@ struct NodeRow {
     std::size_t needed() const { return node.operands == "none" ? 0 : node.operands == "all" ? 1 : std::stoul(node.operands); }
 };
 
-struct Nodes : testing::TestWithParam<Table<NodeRow>> {};
+struct Nodes : testing::TestWithParam<Table<NodeRow>> {
+    static void for_each(std::function<void(NodeRow const & row, Documented & f, Condition & tree)> const & check)
+    {
+        for (NodeRow const & row : GetParam()) {
+            SCOPED_TRACE(row.row);
+            Documented f(kDialect);
+            Condition tree = row.make(f);
+            check(row, f, tree);
+        }
+    }
+};
 
 TEST_P(Nodes, AreTheTextOfASet)
 {
@@ -47,39 +57,36 @@ TEST_P(Nodes, LeaveNoTraceOfAFault)
 
 TEST_P(Nodes, NeedTheirOperands)
 {
-    for (NodeRow const & row : GetParam()) {
-        Documented f(kDialect);
+    for_each([](NodeRow const & row, Documented & f, Condition & tree) {
         if (row.needed() == 0)
-            continue;
-        Condition few(row.make(f).getType(), std::vector<Condition>(row.needed() - 1, mdx("a")));
-        EXPECT_THROW(f.set->Filter(&few, f.single), std::out_of_range) << row.row;
-        EXPECT_EQ("s", mdx_of(*f.set)) << row.row;
-    }
+            return;
+        Condition few(tree.getType(), std::vector<Condition>(row.needed() - 1, mdx("a")));
+        EXPECT_THROW(f.set->Filter(&few, f.single), std::out_of_range);
+        EXPECT_EQ("s", mdx_of(*f.set));
+    });
 }
 
 TEST_P(Nodes, AreNullOnlyIfTheyAreTuples)
 {
-    for (NodeRow const & row : GetParam()) {
-        Documented f(kDialect);
-        Condition tree = row.make(f);
+    for_each([](NodeRow const &, Documented & f, Condition & tree) {
         bool const isTuple = tree.getType() == ET_TUPLE || tree.getType() == ET_CURRENT;
         Condition test(ET_TUPLE_IS_NULL, { tree });
-        EXPECT_EQ(isTuple ? "" : raises(MDX_ERR_BAD_EXPRESSION), error_of([&] { f.set->Filter(&test, f.single); })) << row.row;
-    }
+        EXPECT_EQ(isTuple ? "" : raises(MDX_ERR_BAD_EXPRESSION), error_of([&] { f.set->Filter(&test, f.single); }));
+    });
 }
 
 TEST_P(Nodes, HaveTheNumbersOfAllKinds)
 {
-    Documented f(kDialect);
-    std::set<std::string> numbers;
-    for (NodeRow const & row : GetParam()) {
-        EXPECT_EQ(row.node.number, std::to_string(row.make(f).getType())) << row.row;
-        numbers.insert(row.node.number);
-    }
+    std::set<std::int32_t> numbers;
+    for_each([&numbers](NodeRow const & row, Documented &, Condition & tree) {
+        EXPECT_EQ(row.node.number, std::to_string(tree.getType()));
+        numbers.insert(tree.getType());
+    });
     EXPECT_EQ(40u, numbers.size());
+    Documented f(kDialect);
     for (std::int32_t number = -1; number < 300; ++number) {
         Condition node(ExpressionType{ number }, { mdx("a"), mdx("b"), mdx("c") });
-        if (!numbers.contains(std::to_string(number))) {
+        if (!numbers.contains(number)) {
             EXPECT_EQ(raises(MDX_ERR_BAD_EXPRESSION), error_of([&] { f.set->Filter(&node, f.single); })) << number;
         }
     }
@@ -118,16 +125,14 @@ std::size_t nodes_of(Expression & tree)
 // Each node is translated once. The server is asked before the operands, which are not looked at if it writes the node.
 TEST_P(Nodes, AreWrittenByAServerThatIsAsked)
 {
-    for (NodeRow const & row : GetParam()) {
-        Documented f(kDialect);
-        Condition tree = row.make(f);
+    for_each([](NodeRow const & row, Documented & f, Condition & tree) {
         RefPtr<ServerSet> const set(new ServerSet(nullptr, f.single)), server(new ServerSet(&tree, f.single));
-        EXPECT_EQ(row.node.text, mdx_of(*set->Filter(&tree, f.single))) << row.row;
-        EXPECT_GE(nodes_of(tree), set->fSeen.size()) << row.row; // a fourth operand of a set function is not read
+        EXPECT_EQ(row.node.text, mdx_of(*set->Filter(&tree, f.single)));
+        EXPECT_GE(nodes_of(tree), set->fSeen.size()); // a fourth operand of a set function is not read
         if (row.isAsked())
             tree = Condition(tree.getType(), std::vector<Condition>(tree.getChildren().size(), Condition(kUnknown)));
-        EXPECT_EQ(row.isAsked() ? "the server's" : row.node.text, mdx_of(*server->Filter(&tree, f.single))) << row.row;
-    }
+        EXPECT_EQ(row.isAsked() ? "the server's" : row.node.text, mdx_of(*server->Filter(&tree, f.single)));
+    });
 }
 
 #include "documented_nodes.h"

@@ -46,21 +46,20 @@ TEST(MSOLAP7Field, KeepsTheSpellingOfItsGenerator)
 
 TEST(MSOLAP7Field, TakesTheParentOfACalculation)
 {
-    expect_operation({ kFlatDialect },
-        { CALL(f.field->TakeParentOfCalculation(&f.child)), "[S].[G]]", GIVEN(f.dimension.fName = "S]"; f.h.fName = "[G]") });
-    expect_operation({ kDialect }, { CALL(f.field->TakeParentOfCalculation(&f.child)), "[F]", GIVEN(f.child.fHierarchy = nullptr) });
+    expect_operation(
+        { kFlatDialect }, CALL(f.field->TakeParentOfCalculation(&f.child)), "[S].[G]]", GIVEN(f.dimension.fName = "S]"; f.h.fName = "[G]"));
+    expect_operation({ kDialect }, CALL(f.field->TakeParentOfCalculation(&f.child)), "[F]", GIVEN(f.child.fHierarchy = nullptr));
 }
 
 TEST(MSOLAP7Set, WritesCalculationsInTheirOrder)
 {
-    expect_operation({ kDialect }, { CALL(f.set->StripCalculations(&f.h, true)), "{A}" });
-    expect_operation({ kDialect }, { CALL(f.set->StripCalculations(&f.h, true)), "EXCEPT( {A}, { [H].[North], [H].[Japan].[South] } ) ",
-                                       GIVEN(f.h.fCalculations = { { 7, &f.calculation }, { -3, &f.child } }) });
-    expect_operation(
-        { kDialect }, { CALL(f.set->Hierarchize(true, &f.h, true, { &f.child, &f.calculation })),
-                          "UNION( HIERARCHIZE( EXCEPT( {A}, { [H].[Japan].[South] } )  ) , { [H].[Japan].[South], [H].[North] } )",
-                          GIVEN(f.h.fCalculations = { { 1, &f.child } }) });
-    expect_operation({ kDialect }, { CALL(f.set->Hierarchize(true, &f.h, true, {})), "UNION( HIERARCHIZE( {A} ) , {  } )" });
+    expect_operation({ kDialect }, CALL(f.set->StripCalculations(&f.h, true)), "{A}");
+    expect_operation({ kDialect }, CALL(f.set->StripCalculations(&f.h, true)), "EXCEPT( {A}, { [H].[North], [H].[Japan].[South] } ) ",
+        GIVEN(f.h.fCalculations = { { 7, &f.calculation }, { -3, &f.child } }));
+    expect_operation({ kDialect }, CALL(f.set->Hierarchize(true, &f.h, true, { &f.child, &f.calculation })),
+        "UNION( HIERARCHIZE( EXCEPT( {A}, { [H].[Japan].[South] } )  ) , { [H].[Japan].[South], [H].[North] } )",
+        GIVEN(f.h.fCalculations = { { 1, &f.child } }));
+    expect_operation({ kDialect }, CALL(f.set->Hierarchize(true, &f.h, true, {})), "UNION( HIERARCHIZE( {A} ) , {  } )");
 }
 
 TEST(Dialect, QuotesDefinitionsInStatements)

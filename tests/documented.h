@@ -97,11 +97,11 @@ struct Documented : Fixture {
     }
 
     // Puts the own object of another fixture in the place of this one's. Returns whether there is one.
-    bool take_own(Documented const & other, std::string const & own)
+    bool take_own(Documented const & lender, std::string const & own)
     {
-        names.s = own == "set" ? other.set : set;
-        names.m = own == "field" ? other.field : field;
-        names.x = own == "value" ? other.value : value;
+        names.s = own == "set" ? lender.set : set;
+        names.m = own == "field" ? lender.field : field;
+        names.x = own == "value" ? lender.value : value;
         return own == "set" || own == "field" || own == "value";
     }
 

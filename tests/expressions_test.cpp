@@ -19,26 +19,24 @@ TEST(Expressions, HaveGeneralConstructors)
     EXPECT_EQ("Size]", property.getPropertyUniqueName().toUTF8());
 }
 
-TEST(MDXField, DelimitsItsNameOnce)
+TEST(MDXField, DelimitsTheNameThatItHoldsOnce)
 {
     for (auto const & [bare, delimited] : std::initializer_list<std::pair<char const *, char const *>>{ { "a'b", "[a'b]" },
              { "  a b ", "[a b]" }, { "\tabc", "[\tabc]" }, { "[a", "[[a]" }, { "]", "]" }, { " [a].[b] ", " [a].[b] " } }) {
-        Fixture f;
-        f.field->ReplaceName(bare)->getQuotedText();
-        auto & field = static_cast<HostText<MDXField> &>(*f.field);
-        field.fSays = " said"; // which it does not look at
-        f.field->Delimit();
-        field.fSays = nullptr;
-        EXPECT_EQ(delimited, mdx_of(*f.field));
-        f.field->Delimit();
-        EXPECT_EQ(delimited, mdx_of(*f.field));
-        EXPECT_EQ(doubled_quotes(delimited), f.field->getQuotedText().toUTF8());
+        RefPtr const field(new HostText<MDXField>(KelpString(bare)));
+        for (char const * const says : { " said", " said]" }) {
+            field->getQuotedText();
+            field->fSays = says;
+            field->Delimit();
+            field->fSays = nullptr;
+            EXPECT_EQ(delimited, mdx_of(*field));
+            EXPECT_EQ(doubled_quotes(delimited), field->getQuotedText().toUTF8());
+        }
     }
     for (char const * const blank : { "", "   " }) {
-        Fixture f;
-        f.field->ReplaceName(blank);
-        EXPECT_THROW(f.field->Delimit(), std::out_of_range);
-        EXPECT_EQ(blank, mdx_of(*f.field));
+        RefPtr const field(new General<MDXField>(KelpString(blank)));
+        EXPECT_THROW(field->Delimit(), std::out_of_range);
+        EXPECT_EQ(blank, mdx_of(*field));
     }
 }
 
@@ -53,8 +51,8 @@ TEST(MemberNames, DoubleOneCharacter)
 
 TEST(MDXValue, ReadsWhatIsWrittenSoFarIfItIsItsOwnArgument)
 {
-    expect_operation(kBoth, { CALL(f.value->TakeLinRegPoint(f.value, f.set, f.weight, f.value)),
-                                "LINREGPOINT(LINREGPOINT(, {A}, W, LINREGPOINT(LINREGPOINT(, {A}, W,  ) " });
+    expect_operation(kBoth, CALL(f.value->TakeLinRegPoint(f.value, f.set, f.weight, f.value)),
+        "LINREGPOINT(LINREGPOINT(, {A}, W, LINREGPOINT(LINREGPOINT(, {A}, W,  ) ");
 }
 
 TEST(MDXTuple, WritesAndHoldsItsFields)
@@ -118,23 +116,17 @@ TEST(Expressions, AreAssignedWithoutTheCountAndReportIt)
     EXPECT_EQ(Strings{}, assertions.take());
 }
 
-TEST(Expressions, AssignmentIsOfTheWholeOrOfNothing)
+TEST(Expressions, AreAssignedAsAWholeOrNotAtAll)
 {
     Assertions assertions;
-    char const * const text = "'a text that is longer than its own room'";
-    for (std::size_t nth = 1; nth <= 10; ++nth) {
-        Fixture f(kGeneral, { "{A}", text, "[F]", text, "V", text });
-        auto const assign = [nth](auto & target, auto const & source) { fails_at_allocation(nth, [&] { target = source; }); };
-        auto const expect_whole = [&](auto & target, auto & source) {
-            EXPECT_NE(source.getQuotedText(), target.getQuotedText());
-            assign(target, source);
-            EXPECT_EQ(doubled_quotes(mdx_of(target)), target.getQuotedText().toUTF8());
-        };
-        expect_whole(*f.set, *f.other);
-        expect_whole(*f.field, *f.second);
-        expect_whole(*f.value, *f.weight);
+    KelpString const text = "'a text that is longer than its own room'";
+    for (std::size_t nth = 1; nth <= 4; ++nth) {
+        RefPtr const set(new General<MDXSet>(KelpString("{A}"))), other(new General<MDXSet>(text));
+        EXPECT_NE(other->getQuotedText(), set->getQuotedText());
+        fails_at_allocation(nth, [&] { *set = *other; });
+        EXPECT_EQ(doubled_quotes(mdx_of(*set)), set->getQuotedText().toUTF8());
         MDXMemberProperty property("a", "b");
-        assign(property, MDXMemberProperty(text, text));
+        fails_at_allocation(nth, [&] { property = MDXMemberProperty(text, text); });
         EXPECT_EQ(mdx_of(property) == "a.b", property.getPropertyUniqueName() == u"b");
     }
 }

@@ -132,29 +132,23 @@ struct Fixture {
     std::string text_of_own(MDXValue * own) { return (changed = own == value ? "value" : "not the own value"), mdx_of(*own); }
 };
 
-// An operation, as a text for messages and as code; the text that its object has afterwards; what happens before.
-struct Operation {
-    char const * row;
-    std::function<std::string(Fixture & f)> call;
-    std::string want;
-    std::function<void(Fixture & f)> given = [](Fixture &) {};
-};
-#define CALL(...) #__VA_ARGS__, [](Fixture & f) { return f.text_of_own(__VA_ARGS__); }
-#define GIVEN(...) [](Fixture & f) { __VA_ARGS__; }
-
 // Checks what holds for every operation: it returns its own object, which has the new text and the same holders. No other object
-// changes. No quoted text is that of an old text.
-inline void expect_operation(std::initializer_list<Classes> classes, Operation const & row)
+// changes. No quoted text is that of an old text. The call is a text for messages and code; `given` happens before it.
+inline void expect_operation(
+    std::initializer_list<Classes> classes, char const * row, std::function<std::string(Fixture & f)> const & call,
+    std::string const & want, std::function<void(Fixture & f)> const & given = [](Fixture &) {})
 {
     for (Classes const each : classes) {
         Fixture f(each);
-        row.given(f);
-        Fixture::State want = f.state();
-        EXPECT_EQ(row.want, row.call(f)) << row.row;
-        want[f.changed] = row.want;
-        EXPECT_EQ(want, f.state()) << row.row;
+        given(f);
+        Fixture::State state = f.state();
+        EXPECT_EQ(want, call(f)) << row;
+        state[f.changed] = want;
+        EXPECT_EQ(state, f.state()) << row;
     }
 }
+#define CALL(...) #__VA_ARGS__, [](Fixture & f) { return f.text_of_own(__VA_ARGS__); }
+#define GIVEN(...) [](Fixture & f) { __VA_ARGS__; }
 
 inline BaseError error_with(std::uint32_t code, Strings const & inserts)
 {

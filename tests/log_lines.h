@@ -24,6 +24,12 @@ struct LogLines {
     }
 };
 
+// How a line names an object.
+inline std::string address_of(support::RefCount const * object)
+{
+    return KelpString(format_text("%x", reinterpret_cast<std::uintptr_t>(object))).toUTF8();
+}
+
 // A level of the log within a scope.
 struct ScopedLevel {
     CoreLog::VerbosityType & fLevel;

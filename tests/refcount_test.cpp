@@ -14,11 +14,6 @@ struct Thing final : support::RefCount {
     ~Thing() override { fAtEnd(*this); }
 };
 
-std::string address_of(support::RefCount const * object)
-{
-    return KelpString(format_text("%x", reinterpret_cast<std::uintptr_t>(object))).toUTF8();
-}
-
 void on_eight_threads(std::function<void()> const & body)
 {
     std::vector<std::jthread> threads; // which end before it does
@@ -28,31 +23,16 @@ void on_eight_threads(std::function<void()> const & body)
 
 }
 
-TEST(RefCount, CountsHoldersOnEightThreads)
-{
-    int ends = 0;
-    auto * const thing = new Thing;
-    thing->fAtEnd = [&](Thing &) { ++ends; };
-    EXPECT_EQ(2, thing->use());
-    on_eight_threads([thing] {
-        for (int round = 0; round < 2000; ++round) {
-            thing->use();
-            thing->unuse();
-        }
-    });
-    EXPECT_EQ(1, thing->unuse());
-    EXPECT_EQ(0, thing->unuse());
-    EXPECT_EQ(1, ends);
-}
-
-// The lines of one object follow its count, whoever changes it. A log that fails is nothing to a holder.
-TEST(RefCount, WritesCountsInTheirOrderAndSurvivesTheLog)
+// The lines of the log follow the count, whoever changes it.
+TEST(RefCount, CountsAndLogsItsHoldersOnEightThreads)
 {
     ScopedLevel const counts("INTERFACE", "Thing", 5);
+    bool ended = false;
     auto * const thing = new Thing;
+    thing->fAtEnd = [&ended](Thing &) { ended = true; };
     LogLines lines;
     on_eight_threads([thing] {
-        for (int round = 0; round < 200; ++round)
+        for (int round = 0; round < 500; ++round)
             count_of(*thing);
     });
     int last = 1;
@@ -61,6 +41,15 @@ TEST(RefCount, WritesCountsInTheirOrderAndSurvivesTheLog)
         ASSERT_EQ(1, std::abs(std::exchange(last, count) - count));
     }
     EXPECT_EQ(1, last);
+    EXPECT_FALSE(ended);
+    EXPECT_EQ(0, thing->unuse());
+    EXPECT_TRUE(ended);
+}
+
+TEST(RefCount, DoesNotFailWithTheLog)
+{
+    ScopedLevel const counts("INTERFACE", "Thing", 5);
+    auto * const thing = new Thing;
     CoreLog::Sink const fail = [](void *, std::uint32_t, std::int32_t, KelpString const &, KelpString const &, KelpString const &) {
         throw std::runtime_error("full");
     };
@@ -68,6 +57,7 @@ TEST(RefCount, WritesCountsInTheirOrderAndSurvivesTheLog)
     EXPECT_EQ(2, thing->use());
     EXPECT_EQ(1, thing->unuse());
     EXPECT_EQ(0, thing->unuse());
+    support_dll::getLogObject()->setSink(nullptr, nullptr);
 }
 
 TEST(RefCount, ReportsAnUnuseTooMany)
@@ -176,7 +166,6 @@ TEST(RefPtr, TakesAndGivesBack)
         EXPECT_EQ(2, count_of(*f.set));
         f.set->use();
         copy = f.set; // takes that reference along
-        EXPECT_EQ(3, count_of(*f.set));
         EXPECT_EQ(1, count_of(*f.other));
         RefPtr<MDXSet> moved(std::move(copy)); // without a count
         EXPECT_TRUE(moved && !copy);
@@ -184,13 +173,9 @@ TEST(RefPtr, TakesAndGivesBack)
         EXPECT_TRUE(copy && !moved);
         EXPECT_EQ(3, count_of(*f.set));
         moved = held;
-        copy = moved;
         EXPECT_EQ(4, count_of(*f.set));
-        moved = RefPtr<MDXSet>();
-        EXPECT_EQ(3, count_of(*f.set));
     }
     EXPECT_EQ(1, count_of(*f.set));
-    RefPtr<MDXSet> const none = hold<MDXSet>(nullptr);
-    RefPtr<MDXSet> copy(none);
-    EXPECT_FALSE(copy = none);
+    RefPtr<MDXSet> copy(hold<MDXSet>(nullptr));
+    EXPECT_FALSE(copy = RefPtr<MDXSet>());
 }
