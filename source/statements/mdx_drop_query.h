@@ -7,7 +7,8 @@
 #include <vector>
 
 /// DROP: removes calculated members or named sets of the cube. The first name that is added decides which of the
-/// two. Names are inserted unchanged, each after the cube's name and a dot.
+/// two. Names are inserted unchanged, each after the cube's name and a dot. Several names are joined with blanks;
+/// some servers want commas, so drop one name per statement.
 class MDX_API MDXDropQuery : public MDXQuery {
 public:
     explicit MDXDropQuery(KelpString const & cubeName);

@@ -185,6 +185,13 @@ def unused_operations():
     return sorted(documented - used - set(NOT_NAMED))
 
 
+def result_in_readme(guides):
+    """The lines of the result of README's statement that README does not show."""
+    result = re.search(r"^== README 1 ==\n.*?WHERE\n.*?\n(.*?)\n\n", guides, re.DOTALL | re.MULTILINE).group(1)
+    shown = (ROOT / "README.md").read_text("utf-8")
+    return [f"README does not show {line}" for line in result.splitlines() if f"    {line}\n" not in shown]
+
+
 def compared(before, now, before_name, now_name):
     return list(difflib.unified_diff(before.splitlines(), now.splitlines(), before_name, now_name, lineterm=""))
 
@@ -207,6 +214,7 @@ def main(build, update):
             file.write_text(text, "utf-8")
         else:
             unexpected += compared(file.read_text("utf-8"), text, str(file.relative_to(ROOT)), "now")
+    unexpected += result_in_readme(results["guides"])
     for line in unexpected:
         print(line, file=sys.stderr)
     sys.exit(1 if unexpected else 0)
