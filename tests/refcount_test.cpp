@@ -1,3 +1,4 @@
+#include "allocations.h"
 #include "fixture.h"
 
 #include <cstdlib>
@@ -44,6 +45,19 @@ TEST(RefCount, CountsAndLogsItsHoldersOnEightThreads)
     EXPECT_FALSE(ended);
     EXPECT_EQ(0, thing->unuse());
     EXPECT_TRUE(ended);
+}
+
+TEST(RefCount, DropsALineForWhichMemoryRunsOut)
+{
+    if (!kAllocationsFail)
+        GTEST_SKIP() << "a DLL has its own operator new";
+    ScopedLevel const counts("INTERFACE", "Thing", 5);
+    LogLines lines;
+    auto * const thing = new Thing;
+    EXPECT_FALSE(fails_at_allocation(1, [thing] { EXPECT_EQ(2, thing->use()); }));
+    EXPECT_EQ(Strings{}, lines.take());
+    EXPECT_EQ(1, thing->unuse());
+    EXPECT_EQ(0, thing->unuse());
 }
 
 TEST(RefCount, DoesNotFailWithTheLog)
@@ -178,4 +192,7 @@ TEST(RefPtr, TakesAndGivesBack)
     EXPECT_EQ(1, count_of(*f.set));
     RefPtr<MDXSet> copy(hold<MDXSet>(nullptr));
     EXPECT_FALSE(copy = RefPtr<MDXSet>());
+    RefPtr<MDXSet> const none(copy);
+    RefPtr<support::RefCount> const base(none);
+    EXPECT_FALSE((copy = none) || base);
 }
