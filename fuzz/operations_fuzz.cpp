@@ -27,8 +27,8 @@ static std::array<KelpString, 3> outcome(Operation const & operation, MDXSet & s
     return texts;
 }
 
-// Operations on old objects, whose texts are rewritten in place if there is room, give the texts that they give on new objects. So does
-// a statement with the set. A wrong count shows as a leak or as a use after the end.
+// Operations on old objects, whose texts are rewritten in place if there is room, write the same texts as on new
+// objects. So does a statement with the set. A wrong count shows as a leak or as a use after free.
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size)
 {
     static auto * const generator = createMSOLAP7QueryGenerator("[C]", false);

@@ -109,7 +109,7 @@ TEST(Expressions, AreAssignedWithoutTheCountAndReportIt)
     f.other->SetExpression("{it's}");
     RefPtr<MDXSet> const copy(new HostText<MDXSet>(static_cast<HostText<MDXSet> const &>(*f.other)));
     f.set->getQuotedText();
-    *f.set = *f.other; // sets alone may be assigned
+    *f.set = *f.other; // only sets may be assigned
     f.other->Empty();
     for (MDXSet * const set : { copy.get(), f.set })
         EXPECT_EQ("{it's} {it''s} 1", mdx_of(*set) + " " + set->getQuotedText().toUTF8() + " " + std::to_string(count_of(*set)));

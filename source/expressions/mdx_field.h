@@ -58,27 +58,28 @@ public:
     virtual MDXField * MoveToChild(KelpString const & name);
     /// dimension.[name]
     virtual MDXField * MoveToRootNode(BRIM_o::Dimension const * dimension, KelpString const & name);
-    /// this.FIRSTCHILD
+    /// this.FIRSTCHILD. Below a leaf there is nothing: the axis is empty, without an error.
     virtual MDXField * MoveToFirstChild();
-    /// this.PARENT
+    /// this.PARENT. Above the top there is nothing: the axis is empty, without an error.
     virtual MDXField * MoveToParent();
     /// The first member of this member's level.
     virtual MDXField * MoveToFirstSibling();
     /// The last member of this member's level.
     virtual MDXField * MoveToLastSibling();
-    /// The ancestor at the top level. The dimension is not read and may be null.
+    /// The ancestor at the top level. The dimension is not read and may be null. Valid only if the dimension has
+    /// one hierarchy.
     virtual MDXField * MoveToRoot(BRIM_o::Dimension const * dimension);
     /// The parent, or the member itself if it has none. The dimension is not read and may be null.
     virtual MDXField * DrillUp(BRIM_o::Dimension const * dimension);
 
-    /// unique name.CURRENTMEMBER
+    /// unique name.CURRENTMEMBER. The name of a dimension is valid only if the dimension has one hierarchy.
     virtual MDXField * TakeCurrentMember(BRIM_o::Dimension const * dimension);
     virtual MDXField * TakeCurrentMember(BRIM_o::Hierarchy const * hierarchy);
 
     /// unique name.DEFAULTMEMBER
     virtual MDXField * TakeDefaultMember(BRIM_o::Hierarchy const * hierarchy);
     /// ANCESTOR(this, level). The level counts from 0 and is not checked. The dimension is not read and may be
-    /// null.
+    /// null. Valid only if the dimension has one hierarchy.
     virtual MDXField * TakeAncestorAtLevel(BRIM_o::Dimension const * dimension, std::int32_t level);
     /// The calculation's parent member, or its hierarchy if it has none.
     virtual MDXField * TakeParentOfCalculation(BRIM_o::Calculation const * calculation);

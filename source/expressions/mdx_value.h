@@ -37,7 +37,7 @@ public:
     /// Assigns the text to `out`.
     virtual void writeText(KelpString & out) const;
 
-    /// COUNT(set)
+    /// COUNT(set). Counts empty cells too.
     virtual MDXValue * TakeCount(MDXSet const * set);
     /// field.UNIQUENAME
     virtual MDXValue * TakeUniqueName(MDXField const * field);
@@ -47,19 +47,20 @@ public:
     virtual MDXValue * TakeCaption(MDXField const * field);
     /// field.DESCRIPTION
     virtual MDXValue * TakeDescription(MDXField const * field);
-    /// SUM(set)
+    /// SUM(set). Adds up the current measure, which is usually the default one: cross the set with a measure first.
     virtual MDXValue * TakeSum(MDXSet const * set);
     /// MIN(set)
     virtual MDXValue * TakeMin(MDXSet const * set);
     /// MAX(set)
     virtual MDXValue * TakeMax(MDXSet const * set);
-    /// AVG(set)
+    /// AVG(set). Ignores empty cells.
     virtual MDXValue * TakeAverage(MDXSet const * set);
 
     /// COVARIANCE(set, first, second), or COVARIANCEN if `unbiased`. Here and in the operations up to
     /// TakeCorrelation, `second` may be null and is then left out. These operations write their text piece by
     /// piece: a value that is its own argument reads what has been written so far. If an argument throws or memory
-    /// runs out, the text is what has been written so far.
+    /// runs out, the text is what has been written so far. `first` is y and `second` is x. `unbiased` divides by n
+    /// - 1.
     virtual MDXValue * TakeCovariance(
         MDXSet const * set, MDXValue const * first, MDXValue const * second, bool unbiased);
     /// LINREGVARIANCE(set, first, second)
@@ -80,7 +81,7 @@ public:
     virtual MDXValue * Add(std::int32_t number);
     /// - (this)
     virtual MDXValue * ReverseSign();
-    /// field.Properties("name")
+    /// field.Properties("name"). The cell is an error for a member above the level of the property.
     virtual MDXValue * TakeProperty(MDXField const * field, KelpString const & name);
     /// this = text. A text constant must include its quotes.
     virtual MDXValue * TakeEquality(KelpString text);

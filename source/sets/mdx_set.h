@@ -72,17 +72,19 @@ public:
     /// The offsets count from the anchor. The anchor's text must be a member, not a tuple of several. Here and
     /// below, a tuple without a field throws MDX_ERR_EMPTY_TUPLE.
     virtual MDXSet * TakeSubset(MDXTuple const * anchor, std::int32_t offset1, std::int32_t offset2);
-    /// The part of this from `first` to `second`, in whichever order the server finds them.
+    /// The part of this from `first` to `second`, in whichever order the server finds them. Empty if one of the two
+    /// is not in this.
     virtual MDXSet * TakeSubset(MDXTuple const * first, MDXTuple const * second);
     /// SUBSET(this, start, count). A negative count is left out. `start` counts from 0 and is not checked.
     virtual MDXSet * TakeSubset(std::int32_t start, std::int32_t count);
 
     /// UNION(this, {field}), as += writes it. Without `unite`, the list this, field: call Delimit to make it a set.
     virtual MDXSet * AddField(MDXField const & field, bool unite);
-    /// ADDCALCULATEDMEMBERS(this)
+    /// ADDCALCULATEDMEMBERS(this). Adds the calculated members that are siblings of a member in this.
     virtual MDXSet * AddCalculations();
     /// STRIPCALCULATEDMEMBERS(this). With `byName`, a dialect may instead name the hierarchy's calculated members
-    /// one by one; without it, the hierarchy is not read and may be null.
+    /// one by one; without it, the hierarchy is not read and may be null. If they are named, each must exist on the
+    /// server or in the statement.
     virtual MDXSet * StripCalculations(BRIM_o::Hierarchy const * hierarchy, bool byName);
     /// HIERARCHIZE(this), which discards an earlier Order. The arguments are not read here. A dialect that is given
     /// a hierarchy may first call StripCalculations with `byName` and finally add `calculations` at the end, even
@@ -97,16 +99,18 @@ public:
     virtual MDXSet * Empty();
 
     /// { top level.Members }. Writes only the braces if the hierarchy is null or has no level. If the host throws
-    /// or memory runs out, the text is the opening brace.
+    /// or memory runs out, the text is the opening brace. The top level is the "(All)" level if the hierarchy has
+    /// one.
     virtual MDXSet * TakeTopLevel(BRIM_o::Hierarchy const * hierarchy);
     /// level.MEMBERS
     virtual MDXSet * TakeWholeLevel(BRIM_o::Level const * level);
-    /// name.MEMBERS
+    /// name.MEMBERS. The name of a dimension is valid only if the dimension has one hierarchy.
     virtual MDXSet * TakeAllMembers(KelpString const & name);
     /// hierarchy.MEMBERS
     virtual MDXSet * TakeAllMembers(BRIM_o::Hierarchy const * hierarchy);
     /// The leaves of the hierarchy and its calculated members, by GENERATE over the top level. If the host throws
-    /// or memory runs out while the calculated members are asked for, the text is the leaves.
+    /// or memory runs out while the calculated members are asked for, the text is the leaves. The hierarchy must
+    /// list its "(All)" level if it has one.
     virtual MDXSet * TakeLeafNodes(BRIM_o::Hierarchy * hierarchy);
     /// The members of a level. `level` counts from 1 and is not checked.
     virtual MDXSet * TakeBaseLevel(BRIM_o::Hierarchy const * hierarchy, std::int32_t level);
@@ -114,10 +118,12 @@ public:
     /// DRILLDOWNMEMBER(this, {given}). With `recursive`, all members of the hierarchy replace `given`, which is not
     /// read; without it, the hierarchy is not read and may be null.
     virtual MDXSet * DrillDown(BRIM_o::Hierarchy const * hierarchy, KelpString const & given, bool recursive);
-    /// DRILLDOWNMEMBER(this, {other})
+    /// DRILLDOWNMEMBER(this, {other}). Adds children only where they do not follow already, so start from a level
+    /// or from the All member. A member that occurs twice gets its children twice.
     virtual MDXSet * DrillDownOnSet(KelpString const & given);
     virtual MDXSet * DrillDownOnSet(MDXSet const * other);
-    /// DRILLUPMEMBER(this, {given})
+    /// DRILLUPMEMBER(this, {given}). Closes a member only if a descendant follows it at once; DrillUpOnSet sorts
+    /// first.
     virtual MDXSet * DrillUp(KelpString const & given);
     /// DRILLUPMEMBER(Hierarchize(this), other), which discards an earlier Order.
     virtual MDXSet * DrillUpOnSet(KelpString const & given);
@@ -130,7 +136,8 @@ public:
 
     /// The ancestor `count` generations above the member; with `all`, the ancestors from there down to the member.
     /// A count below 0 counts as 0. Each level is written as a chain of parents, so the text grows with the square
-    /// of the count, and with `all` with its cube.
+    /// of the count, and with `all` with its cube. A count past the top repeats the top member: call
+    /// SpecifyDistinct.
     virtual MDXSet * TakeAncestorsOfMember(KelpString const & member, bool all, std::int32_t count);
     /// The ancestors of each member of a set, written in the same way, but with `all` without the members
     /// themselves. A count of -1 goes to the top; a dialect may use `openCount` in its place. Another negative
@@ -143,25 +150,30 @@ public:
     /// The text of the other set.
     virtual MDXSet * TakeName(MDXSet const * other);
 
-    /// FILTER(this, condition). The condition is not changed.
+    /// FILTER(this, condition). The condition is not changed. Servers disagree about comparisons with an empty
+    /// cell: test with IsEmpty where empty cells matter.
     virtual MDXSet * TakeFilter(MDXValue * condition);
     virtual MDXSet * TakeFilter(KelpString & condition);
     /// FILTER(this, condition) with the text of a condition tree. `tuple` replaces ET_CURRENT in the tree; it may
     /// be null if the tree has no such node. Throws MDX_ERR_BAD_EXPRESSION for a node that cannot be translated,
     /// and MDX_ERR_EMPTY_TUPLE if the tree needs a tuple and that has no field.
     virtual MDXSet * TakeFilter(BRIM_o::Expression * condition, MDXTuple const * tuple);
-    /// The text of a tree, without FILTER. The arguments and errors are those of TakeFilter.
+    /// The text of a tree, without FILTER. The arguments and errors are those of TakeFilter. A condition is not a
+    /// set: use its text in a value, not on an axis.
     virtual MDXSet * Filter(BRIM_o::Expression * expression, MDXTuple const * tuple);
 
     /// ORDER(this, key, direction). 0 (ASC) and 1 (DESC) sort the members within each parent, 2 (BASC) and 3
     /// (BDESC) sort them across the whole set. Throws MDX_ERR_BAD_ENUM for another direction, with the value and
-    /// "Sort::direction". A later Hierarchize or DrillUpOnSet discards the order.
+    /// "Sort::direction". A later Hierarchize or DrillUpOnSet discards the order. Servers disagree about 0 and 1 on
+    /// a crossjoin.
     virtual MDXSet * Order(std::int32_t direction, MDXTuple const * key);
     virtual MDXSet * Order(std::int32_t direction, MDXValue const * key);
 
     /// TOPCOUNT(this, amount, tuple), BOTTOMSUM and so on. `amount` is a number as text. A null tuple is left out.
     /// Throws MDX_ERR_BAD_ENUM for an unknown type or measure, with the value and the name of the enumeration, and
-    /// MDX_ERR_MISSING_TUPLE for a null tuple unless the measure is Count.
+    /// MDX_ERR_MISSING_TUPLE for a null tuple unless the measure is Count. Members of all levels are compared with
+    /// each other, so start from one level. In the bottom, empty members come first. Servers disagree about a
+    /// bottom without a tuple.
     virtual MDXSet * TakeExtremity(
         ExtremityType type, ExtremityMeasure measure, KelpString const & amount, MDXTuple const * tuple);
 
@@ -172,13 +184,15 @@ public:
     virtual MDXSet * TakeSiblings(MDXField const * field, BRIM_o::Dimension const * dimension);
     /// The descendants of each member of the set down to `depth` levels below it, or down to the leaves for -1:
     /// with `all` every one of them, without it only the leaves. `level` is not read here. A dialect may use it, as
-    /// the unique name of a level, instead of the depth.
+    /// the unique name of a level, instead of the depth. The sets of the MSOLAP generator give the children of each
+    /// member for a depth of -1 without a level, not the leaves. Calculated members are left out.
     virtual MDXSet * TakeChildren(MDXSet const * set, BRIM_o::Hierarchy const * hierarchy, bool all,
         std::int32_t depth, KelpString const & level);
     /// field.CHILDREN
     virtual MDXSet * TakeChildren(MDXField const * field);
     /// The descendants of one member, chosen as in TakeChildren. The hierarchy is only read for the leaves at depth
-    /// -1 and may be null otherwise. `level` is not read.
+    /// -1 and may be null otherwise. `level` is not read. With `all`, a depth of 0 or more includes the member, -1
+    /// does not.
     virtual MDXSet * TakeDescendants(KelpString const & member, BRIM_o::Hierarchy const * hierarchy, bool all,
         std::int32_t depth, KelpString const & level);
     /// All descendants of the field; with `withSelf`, the field too.
@@ -193,13 +207,14 @@ public:
     /// The text itself, unchanged.
     virtual MDXSet * SetExpression(KelpString const & text);
 
-    /// Rank(field,set). A rank is a number: use the text in a value, not on an axis.
+    /// Rank(field,set). A rank is a number: use the text in a value, not on an axis. It is 0 if the member is not
+    /// in the set.
     virtual MDXSet * Rank(MDXField const * field, MDXSet const * set);
     /// Rank(field,this), which is a number too.
     virtual MDXSet * TakeRank(MDXField const * field);
-    /// Generate(first, second)
+    /// Generate(first, second). The server evaluates `second` once for each member of `first`.
     virtual MDXSet * generate(KelpString const & first, KelpString const & second);
-    /// CROSSJOIN(this, other), as *= writes it.
+    /// CROSSJOIN(this, other), as *= writes it. Keeps empty tuples: to drop them, use NES_NON_EMPTY on the axis.
     virtual MDXSet * nonEmptyCrossjoin(MDXSet const * other);
     /// Does nothing. The argument may be null.
     virtual MDXSet * removeCalculationsSpecial(MDXSet * other);

@@ -25,8 +25,8 @@ struct Kind {
     ExpressionType type;
     bool asksServer; // server_translate is asked before anything of the node is translated
     void (*shape)(Node const & node, KelpString & text);
-    Template text{ {}, nullptr,
-        0 }; // the placeholders are operands; not used by shapes that write a text by other means
+    // The placeholders are operands. Shapes that write a text by other means do not use the template.
+    Template text{ {}, nullptr, 0 };
 };
 
 // A node that is being translated.

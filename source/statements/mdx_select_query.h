@@ -54,17 +54,20 @@ public:
     void writeText(KelpString & out) const override;
 
     /// Adds a calculated member to the WITH clause; see MDXMemberSpecification. If the numbers of property names
-    /// and values differ, getText throws.
+    /// and values differ, getText throws. Where two calculated members meet, the one with the higher solve order is
+    /// calculated last. Without a FORMAT_STRING the server may round what it shows.
     virtual void AddMemberFormula(MDXField * name, MDXValue * value, std::int32_t solveOrder,
         std::vector<KelpString> const & propertyNames, std::vector<KelpString> const & propertyValues);
-    /// Adds a named set to the WITH clause.
+    /// Adds a named set to the WITH clause. The server evaluates the set once, within the slicer.
     virtual void AddSetFormula(KelpString const & name, MDXSet * set);
 
     /// Adds the next axis. `axis` counts from 0. Throws MDX_ERR_AXIS_OUT_OF_ORDER for another number; nothing
     /// changes.
     virtual void AddAxisSpecification(
         std::int32_t axis, MDXSet * set, std::vector<KelpString> const & properties, NonEmptyStatus status);
-    /// Adds a member to the WHERE clause, where several members form one tuple.
+    /// Adds a member to the WHERE clause, where several members form one tuple. Two members of one hierarchy, or a
+    /// member of a hierarchy that is on an axis, are an error on the server. A hierarchy that is not in the
+    /// statement is at its default member.
     virtual void AddSlicerSpecification(MDXField * field);
     /// Adds a name to the CELL PROPERTIES clause.
     virtual void AddCellProperty(KelpString const & name);
