@@ -63,16 +63,16 @@ public:
     Condition(Condition const & other) noexcept : BRIM_o::Expression(other), fNode(share(other.fNode)) {}
     Condition & operator=(Condition const & other) noexcept
     {
-        // `other` may be one of the operands that end here.
+        // `other` may be an operand of the node that is released here, so share it first.
         release(std::exchange(fNode, share(other.fNode)));
         return *this;
     }
     ~Condition() { release(fNode); }
 
-    /// The argument for a call of the library, which does not change a node.
+    /// The tree as the library's functions take it. They do not change its nodes.
     BRIM_o::Expression * get() const { return const_cast<Condition *>(this); }
-    /// The same for a call with this tuple. Throws MDX_ERR_MISSING_TUPLE if `tuple` is null and the condition has
-    /// current().
+    /// The same, for a call that passes this tuple. Throws MDX_ERR_MISSING_TUPLE if `tuple` is null and the
+    /// condition has current().
     BRIM_o::Expression * get(RefPtr<MDXTuple> const & tuple) const
     {
         if (!tuple && fNode->fHasCurrent)
@@ -97,7 +97,7 @@ public:
         }
         return Condition(type, std::move(operands));
     }
-    /// `count` conditions, joined in halves by AND or OR, so that the tree stays flat.
+    /// `count` conditions, joined by AND or OR as a balanced tree, which stays shallow.
     static Condition joined(BRIM_o::ExpressionType type, Binding least, Condition const * first, std::size_t count)
     {
         if (count == 1)

@@ -23,8 +23,8 @@ struct UniqueName {
 /// the brackets and doubles each "]". A host that reads unique names from its server's metadata passes them as
 /// UniqueName instead. Parts are found by their unique names; an unknown name throws std::out_of_range.
 ///
-/// If the cube already has the part, add_... throws std::invalid_argument. Whatever an add_... function throws, the
-/// cube is unchanged. A part keeps its address until the cube ends.
+/// If the cube already has the part, add_... throws std::invalid_argument. If an add_... function throws, the cube
+/// is unchanged. A part keeps its address until the cube ends.
 class Cube {
 public:
     template <class Part>

@@ -17,8 +17,8 @@
 // Texts are borrowed until the template is written. What a host returns by reference may change with the next call
 // to the host: copy it into a KelpString, unless it is the last text that is asked for.
 //
-// Everything that is done for speed is in this header and in text.cpp: templates are split at compile time, a text
-// is measured before it is allocated, and a text that is wrapped grows within its buffer.
+// Templates are made fast here and in text.cpp: they are split at compile time, a text is measured before it is
+// allocated, and a text that is wrapped grows within its buffer.
 namespace mdx_text {
 
 // A number in decimal digits.
@@ -114,7 +114,7 @@ struct SplitLiteral {
             if (*from != u'$') {
                 *to++ = *from;
                 if (++placeholders[i].before == 0)
-                    throw "more letters than a template may have";
+                    throw "too many letters before a placeholder or at the end";
                 continue;
             }
             ++from;
@@ -138,15 +138,15 @@ template <Literal literal>
 inline constexpr Template template_of{ { split<literal>.letters, SplitLiteral<literal>::kLetters },
     split<literal>.placeholders, SplitLiteral<literal>::kPlaceholders };
 
-// The same for a number of texts that is known.
+// The same. Checks at compile time that the literal takes `Count` texts.
 template <Literal literal, std::size_t Count>
 constexpr Template const & template_for() noexcept
 {
-    static_assert(split<literal>.texts == Count, "one text for each number in the template");
+    static_assert(split<literal>.texts == Count, "the number of texts must match the placeholders");
     return template_of<literal>;
 }
 
-// The compiled part of mdx, append and rewrite. `texts` has as many elements as `form` has numbers.
+// The compiled part of mdx, append and rewrite. `texts` has one element for each different placeholder of `form`.
 KelpString written(Template const & form, Text const * texts);
 void append_written(KelpString & text, Template const & form, Text const * texts);
 void overwrite(KelpString & text, Template const & form, Text const * texts);
@@ -242,8 +242,9 @@ KelpString quoted_text(Object * object)
 }
 
 // For text that is built from the inside out: the template's $1 is `text`, which is also the result, $2 is `second`
-// and $3 is `third`. The result is written in the longest of these strings if it has room; the others are
-// used up. These are functions rather than templates so that a recursion that ends in one has a small stack frame.
+// and $3 is `third`. The result is written in the longest of these strings if it has room; the other strings have
+// unspecified contents afterwards. These are functions rather than templates so that a recursion that ends in one
+// has a small stack frame.
 void enclose(KelpString & text, Template const & form);
 void combine(KelpString & text, Template const & form, KelpString & second);
 void combine(KelpString & text, Template const & form, KelpString & second, KelpString & third);

@@ -4,7 +4,7 @@
 
 /// A member in the MSOLAP dialect. Members below a hierarchy and calculated members are written as
 /// hierarchy.[name]. With `flatHierarchyNames`, a hierarchy is written as [dimension.hierarchy], from the short
-/// names, or as [dimension] if its own name is empty; otherwise as its unique name.
+/// names, or as [dimension] if its own name is empty. Without the flag, a hierarchy is written as its unique name.
 class MDX_API MSOLAP7Field : public MDXField {
 public:
     MSOLAP7Field(KelpString const & text, bool flatHierarchyNames);

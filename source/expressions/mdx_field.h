@@ -88,8 +88,8 @@ public:
     /// The previous member of the level. Before the first member comes the last one, which may be a calculated
     /// member.
     virtual MDXField * LoopLeft();
-    /// The next member of the level. After the last one comes the level's first calculated member, or its first
-    /// member if it has none.
+    /// The next member of the level. After the last member comes the level's first calculated member or, if the
+    /// level has none, its first member.
     virtual MDXField * LoopRight();
     /// The text itself, unchanged.
     virtual MDXField * ReplaceName(KelpString const & text);

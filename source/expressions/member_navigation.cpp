@@ -71,7 +71,7 @@ MDXField * MDXField::TakeNameOfCalculation(BRIM_o::Calculation const * calculati
     return rewrite(this, calculation->getUniqueName());
 }
 
-// The neighbour, else the last of the level with its calculated members, else the member itself.
+// The neighbour, else the last member of the level, calculated members included, else the member itself.
 MDXField * MDXField::LoopLeft()
 {
     return rewrite<u" { $1.PREVMEMBER, ADDCALCULATEDMEMBERS( $1.LEVEL.MEMBERS )"

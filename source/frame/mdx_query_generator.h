@@ -64,8 +64,8 @@ public:
     virtual MDXField * GenerateField(MDXField const * other) = 0;
     /// level.[name]
     virtual MDXField * GenerateField(BRIM_o::Level const * level, KelpString const & name) = 0;
-    /// hierarchy.[name] with the calculation's hierarchy. If the calculation has no hierarchy, its parent's unique
-    /// name is used instead.
+    /// hierarchy.[name] with the calculation's hierarchy. If `getHierarchy` returns null, the parent's unique name
+    /// is used; the calculation must then have a parent.
     virtual MDXField * GenerateField(BRIM_o::Calculation const * calculation, KelpString const & name) = 0;
     /// The default member.
     virtual MDXField * GenerateField(BRIM_o::Dimension const * dimension) = 0;

@@ -130,7 +130,7 @@ extern "C" {
 /// Copies a zero-terminated text. Null for a null text and if memory runs out. SysFreeString frees the copy.
 SUPPORT_API BSTR SysAllocString(char16_t const * text);
 
-/// Copies `length` characters; makes as many zeros from a null text. Null if memory runs out.
+/// Copies `length` characters; gives `length` zeros for a null text. Null if memory runs out.
 SUPPORT_API BSTR SysAllocStringLen(char16_t const * text, unsigned length);
 
 /// Frees a text. Does nothing for null.
@@ -154,7 +154,7 @@ SUPPORT_API HRESULT VariantClear(VARIANT * value);
 /// For any result but S_OK, `destination` is unchanged:
 /// - DISP_E_TYPEMISMATCH: another `type`, a value that has no number, a null pointer, or a text that is not a
 ///   number.
-/// - DISP_E_OVERFLOW: a number in a text that is too large.
+/// - DISP_E_OVERFLOW: a text whose number is too large.
 /// - DISP_E_BADVARTYPE: an unknown type in `source` or `destination`.
 /// - E_INVALIDARG: a null argument, a pointer to a pointer to a value, or a decimal with a scale above 28 or an
 ///   undefined sign.

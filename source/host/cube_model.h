@@ -47,16 +47,16 @@ public:
     /// The number of levels, including the "(All)" level if the hierarchy has one.
     virtual std::int32_t getLevelCount() = 0;
 
-    /// Fills `ids`, which is empty, with the hierarchy's calculated members, in the order in which a text lists
-    /// them.
+    /// Fills `ids`, which is empty, with the hierarchy's calculated members, in the order in which MDX text is to
+    /// list them.
     virtual void getCalculationIds(std::vector<CalculationId> & ids) const = 0;
 
-    /// Sets `calculation` to the calculated member with that id. For an id from getCalculationIds it may not be
-    /// null. The result is not read.
+    /// Sets `calculation` to the calculated member with that id. For an id from getCalculationIds, `calculation`
+    /// may not be null. The return value is not read.
     virtual bool getCalculation(CalculationId id, Calculation *& calculation) const = 0;
 
-    /// Fills the map, which is empty, with the hierarchy's calculated members. A text lists them by id and skips
-    /// nulls.
+    /// Fills the map, which is empty, with the hierarchy's calculated members. They are written in the order of
+    /// their ids; null entries are skipped.
     virtual void getCalculations(std::map<CalculationId, Calculation *> & calculations) = 0;
 
 protected:

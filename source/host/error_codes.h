@@ -10,7 +10,7 @@ enum MDXErrorCode : std::uint32_t {
     MDX_ERR_NOTHING_TO_DROP = 0x201706F,         ///< the text of a DROP without a name
     MDX_ERR_MIXED_DROP = 0x2017070,              ///< members and sets in one DROP
     MDX_ERR_BAD_ENUM = 0x2017076,                ///< a value out of range; inserts: the value, the enumeration
-    MDX_ERR_MISSING_TUPLE = 0x2017077,           ///< an extreme by sum or percent without a tuple
+    MDX_ERR_MISSING_TUPLE = 0x2017077,           ///< an extreme, or a condition with current(), without a tuple
     MDX_ERR_EMPTY_TUPLE = 0x2017078,             ///< the text of a tuple without a field
     MDX_ERR_BAD_EXPRESSION = 0x2017079           ///< a node of a condition tree that has no translation
 };

@@ -40,7 +40,7 @@ enum ExpressionType : std::int32_t {
     ET_OR = 152,
     ET_NOT = 153,    ///< NOT( a )
     ET_NEGATE = 157, ///< -( a )
-    ET_ADD = 158,    ///< ( a ) + ( b ), but an ET_TUPLE_VALUE without parentheses; likewise the next three
+    ET_ADD = 158,    ///< ( a ) + ( b ); ET_TUPLE_VALUE has no parentheses; likewise the next three
     ET_SUBTRACT = 159,
     ET_TIMES = 160,
     ET_DIVIDE = 161,

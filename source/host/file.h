@@ -49,15 +49,16 @@ public:
     /// programs may write to the file at the same time. On Linux only its owner can read a new file; on Windows the
     /// folder decides. Returns false for another mode, for anything but a regular file, and if the system refuses.
     ///
-    /// In a folder that other users may write to, they could have put a link or a file of their own in this place.
-    /// There, open() also returns false for a symbolic link, for a file with several names and for another user's
-    /// file. Such a folder is the one for temporary files and, on Linux, any folder that all users may write to. On
-    /// Windows the owner is not checked.
+    /// In a folder that other users may write to, another user could have put a link or a file in this place.
+    /// There, open() also returns false for a symbolic link, for a file with more than one hard link and for
+    /// another user's file. Such a folder is the one for temporary files and, on Linux, any folder that all users
+    /// may write to. On Windows the owner is not checked.
     bool open(char const * mode);
 
     /// Appends the text and a line end. Does nothing if no file is open. On Windows lines end in "\r\n", also those
-    /// within the text. Lines of two processes do not mix: the call waits for another process that is writing, for
-    /// up to two seconds. If the file ends within a line, the text starts on a new line.
+    /// within the text. Lines of two processes do not mix: the call waits up to two seconds for another process
+    /// that is writing, and then writes anyway; only then can lines mix. If the file ends within a line, the text
+    /// starts on a new line.
     ///
     /// A failure to write is not reported, and the rest of the line is lost. On Linux the process gets no SIGXFSZ
     /// when the file reaches its size limit.

@@ -45,8 +45,8 @@ public:
     void timeQuery(MDXQueryTimer ** timer);
 
     /// Writes the cube's name and the statement in its multi-line form. If there is a timer, also writes the
-    /// seconds since its construction and deletes it. If the log is closed, `query` is null, the statement throws
-    /// or memory runs out, writes nothing and leaves the timer to the caller.
+    /// seconds since its construction and deletes it. Writes nothing and leaves the timer to the caller if the log
+    /// is closed, if `query` is null, or if an exception is thrown, which reaches the caller.
     void logQuery(MDXQuery const * query, MDXQueryTimer * timer);
 
 private:

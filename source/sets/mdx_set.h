@@ -136,12 +136,12 @@ public:
 
     /// The ancestor `count` generations above the member; with `all`, the ancestors from there down to the member.
     /// A count below 0 counts as 0. Each level is written as a chain of parents, so the text grows with the square
-    /// of the count, and with `all` with its cube. A count past the top repeats the top member: call
+    /// of the count, or with its cube if `all` is set. A count past the top repeats the top member: call
     /// SpecifyDistinct.
     virtual MDXSet * TakeAncestorsOfMember(KelpString const & member, bool all, std::int32_t count);
-    /// The ancestors of each member of a set, written in the same way, but with `all` without the members
-    /// themselves. A count of -1 goes to the top; a dialect may use `openCount` in its place. Another negative
-    /// count counts as 0, and with `all` gives no ancestor.
+    /// The ancestors of each member of a set, written in the same way. With `all`, the members themselves are not
+    /// included. A count of -1 goes to the top; a dialect may use `openCount` in its place. Any other negative
+    /// count counts as 0; with `all`, the result is empty.
     virtual MDXSet * TakeAncestorsOfSet(KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all,
         std::int32_t count, std::int32_t openCount);
 
@@ -227,9 +227,9 @@ protected:
     /// error, `text` may hold part of the condition.
     virtual void translate_condition(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple);
 
-    /// Lets a dialect write a node itself: it writes the node and its operands to `text` and returns true. This is
-    /// called before the operands are translated, for the kinds of node that servers are likely to spell
-    /// differently. Here it returns false.
+    /// Lets a dialect write a node itself: it writes the node and its operands to `text` and returns true. If it
+    /// returns false, anything that it wrote is discarded. This is called before the operands are translated, for
+    /// the kinds of node that servers are likely to spell differently. Here it returns false.
     virtual bool server_translate(KelpString & text, BRIM_o::Expression * expression, MDXTuple const * tuple);
 
     KelpString fText;

@@ -13,7 +13,7 @@ using namespace mdx_text;
 namespace {
 
 // The ancestors of a member from the count-th one down to the member itself: "a.Parent.Parent, a.Parent, a". The
-// chain from a nearer ancestor is the end of this text, so one text serves all of them.
+// chain of a nearer ancestor is a suffix of this text, so one text serves for all chains.
 class AncestorChain {
 public:
     AncestorChain(KelpString const & member, std::u16string_view step, std::int64_t count)

@@ -6,6 +6,6 @@ namespace BRIM_o {
 class Hierarchy;
 }
 
-// The text of TakeAncestorsOfSet for a count. -1 is a count like any other here.
+// The text of TakeAncestorsOfSet for a count. A count of -1 has no special meaning here.
 KelpString counted_ancestors(
     KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all, std::int32_t count);

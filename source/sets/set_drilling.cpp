@@ -5,7 +5,7 @@
 
 using namespace mdx_text;
 
-// The forms on a name have two blanks before the brace. Those on a set have one or no brace.
+// DrillDown and DrillUp write two blanks before the brace. The ...OnSet operations write one blank, or no brace.
 MDXSet * MDXSet::DrillDown(BRIM_o::Hierarchy const * hierarchy, KelpString const & given, bool recursive)
 {
     if (recursive)

@@ -23,7 +23,7 @@ struct Node;
 // A kind of node: `shape` writes such a node to `text`, which is empty.
 struct Kind {
     ExpressionType type;
-    bool asksServer; // server_translate is asked before anything of the node is translated
+    bool asksServer; // server_translate is called before any operand is translated
     void (*shape)(Node const & node, KelpString & text);
     // The placeholders are operands. Shapes that write a text by other means do not use the template.
     Template text{ {}, nullptr, 0 };
@@ -77,8 +77,8 @@ private:
     VARIANT fValue;
 };
 
-// Stack depth per level decides how deep a tree may be: a shape keeps little more than its texts. The first operand
-// is translated into the text that becomes the node's, which keeps left-deep chains linear.
+// The stack used per level limits the depth of a tree, so a shape has few local variables besides its texts. The
+// first operand is translated into the text that becomes the node's, which keeps left-deep chains linear.
 
 void literal(Node const & node, KelpString & text)
 {
@@ -168,7 +168,7 @@ void three_operands(Node const & node, KelpString & text)
     combine(text, node.text, second, third);
 }
 
-// The first `count` operands, separated by commas, are the template's text.
+// Inserts the first `count` operands, separated by commas, as $1 of the template.
 inline void list(Node const & node, std::size_t count, KelpString & text)
 {
     node.operand(0, text);

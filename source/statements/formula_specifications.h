@@ -10,8 +10,8 @@ class MDXSet;
 class MDXValue;
 
 /// The definition of a calculated member or a named set, for a WITH clause or a CREATE statement, which makes and
-/// owns it. `qualified` puts the cube's name and a dot before the defined name. A formula asks what it holds for
-/// its text each time the formula's text is needed; it may not hold null then.
+/// owns it. `qualified` puts the cube's name and a dot before the defined name. Each getText() asks the held
+/// objects for their texts. They may not be null at that time.
 class MDX_API MDXSingleFormulaSpecification {
 public:
     explicit MDXSingleFormulaSpecification(KelpString const & cubeName);

@@ -30,7 +30,7 @@ public:
         MDXAxisSpecification(MDXAxisSpecification const &) = delete;
         MDXAxisSpecification & operator=(MDXAxisSpecification const &) = delete;
 
-        /// NON EMPTY set DIMENSION PROPERTIES names ON axis, which ends in a blank.
+        /// NON EMPTY set DIMENSION PROPERTIES names ON axis. The text ends in a blank.
         virtual KelpString getText();
         /// Assigns getText() to `out`.
         virtual void writeText(KelpString & out);
@@ -38,7 +38,7 @@ public:
     private:
         friend class MDXSelectQuery;
 
-        // The statement appends its axes to its own text, which spares a text for each.
+        // The statement appends each axis to its own text, which saves a temporary string for each.
         void append_to(KelpString & text) const;
 
         bool fNonEmpty;

@@ -75,8 +75,8 @@ KelpString::size_type KelpString::find(char character, size_type position) const
 {
     if (static_cast<unsigned char>(character) >= 0x80)
         return npos;
-    // The C library finds a byte much faster than std::u16string finds a character. The byte that it finds may
-    // belong to another character, as either half.
+    // The C library finds a byte much faster than std::u16string finds a character. The byte found may be half of
+    // another character, so the whole character is compared.
     auto const wanted = static_cast<char16_t>(static_cast<unsigned char>(character));
     auto const * const bytes = reinterpret_cast<unsigned char const *>(data());
     size_type const end = 2 * size();

@@ -43,7 +43,7 @@ char32_t take_code_point(std::string_view & text) noexcept
         return kReplacement;
 
     int const tails = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
-    // The second byte tells overlong forms, surrogates and code points past U+10FFFF.
+    // The second byte reveals overlong forms, surrogates and code points past U+10FFFF.
     unsigned char low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
     unsigned char high = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
     char32_t point = lead & (0x3Fu >> tails);

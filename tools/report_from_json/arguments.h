@@ -42,7 +42,8 @@ public:
 
     KelpString text(std::size_t i) const { return (*this)[i].text(); }
     std::int32_t number(std::size_t i) const { return (*this)[i].number(); }
-    // A number of levels: the text of a step grows with its square.
+    // A number of levels. It is limited because the text of a step grows with its square, or with its cube if all
+    // ancestors are asked for.
     std::int32_t levels(std::size_t i) const
     {
         constexpr std::int32_t most = 64;

@@ -8,7 +8,7 @@ using namespace memory_cube;
 
 namespace {
 
-// In characters. A step multiplies the length of a text by ten at most.
+// In characters. The limits are checked after each step.
 constexpr int kLongestText = 1'000'000;
 constexpr int kLongestTotal = 50'000'000;
 

@@ -112,7 +112,7 @@ std::int64_t Place::whole_number() const
 {
     Json const & number = expect(is_whole_number(), "a whole number");
     if (number.is_number_unsigned() && number.get<std::uint64_t>() > std::numeric_limits<std::int64_t>::max())
-        reject("the number is too large");
+        reject("the number is out of range");
     return number.get<std::int64_t>();
 }
 
