@@ -27,12 +27,11 @@ bool is_digit(char16_t character)
 // Reads what follows an "&": "H1F" in hexadecimal or "O17" in octal digits, a signed number of 32 bits.
 HRESULT parse_bits(std::u16string_view text, double & out)
 {
-    if (text.size() < 2)
+    char16_t const mark = text.size() < 2 ? u'\0' : ascii_lower(text.front());
+    if (mark != u'h' && mark != u'o')
         return DISP_E_TYPEMISMATCH;
-    char16_t const mark = ascii_lower(text.front());
-    unsigned const shift = mark == u'h' ? 4 : mark == u'o' ? 3 : 0;
-    std::u16string_view const digits =
-        std::u16string_view(u"0123456789abcdef").substr(0, shift == 0 ? 0 : 1u << shift);
+    unsigned const shift = mark == u'h' ? 4 : 3;
+    std::u16string_view const digits = std::u16string_view(u"0123456789abcdef").substr(0, 1u << shift);
     std::uint32_t bits = 0;
     bool fits = true;
     for (char16_t const digit : text.substr(1)) {
