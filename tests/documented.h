@@ -20,7 +20,8 @@ inline Condition text_value(char16_t const * text, ExpressionType kind = ET_VALU
     static std::vector<std::shared_ptr<OLECHAR>> texts;
     VARIANT value{};
     value.vt = VT_BSTR;
-    value.bstrVal = texts.emplace_back(SysAllocString(ole_characters(text)), SysFreeString).get();
+    std::shared_ptr<OLECHAR> const copy(SysAllocString(ole_characters(text)), SysFreeString); // freed if memory runs out below
+    value.bstrVal = texts.emplace_back(copy).get();
     return Condition(value, kind);
 }
 
