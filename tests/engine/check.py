@@ -33,29 +33,31 @@ def output(*command):
     return subprocess.run(command, check=True, capture_output=True, encoding="utf-8").stdout
 
 
+def read(text, flat, page=""):
+    """The statements of a text by their titles."""
+    found = {}
+    for title, forms in statements(respell(text, flat), page):
+        title = title if title.startswith(page) else f"{page}: {title}"
+        if title in found:
+            sys.exit(f"Two statements are called {title}.")
+        found[title] = forms[0]
+    return found
+
+
 def sources(build, flat):
     """The statements, and what they have to show, by the files of results/."""
-    def read(text, page=""):
-        found = {}
-        for title, forms in statements(respell(text, flat), page):
-            title = title if title.startswith(page) else f"{page}: {title}"
-            if title in found:
-                sys.exit(f"Two statements are called {title}.")
-            found[title] = forms[0]
-        return found
-
     def shown_by(page):  # its blocks of text, which are what its programs print
         return "\n".join(re.findall(r"^```text\n(.*?)^```", page.read_text("utf-8"), re.DOTALL | re.MULTILINE))
 
     guides = {}
     for page in PAGES:
-        guides |= read(shown_by(page), page.stem)
+        guides |= read(shown_by(page), flat, page.stem)
     sales_json = output(build / "tools/report_from_json/report_from_json", ROOT / "examples/sales.json")
     return {
-        "sales_report": (read(output(build / "examples/sales_report")), documents.SALES_REPORT),
-        "sales_json": (read(sales_json), documents.SALES_JSON),
+        "sales_report": (read(output(build / "examples/sales_report"), flat), documents.SALES_REPORT),
+        "sales_json": (read(sales_json, flat), documents.SALES_JSON),
         "guides": (guides, documents.GUIDES),
-        "operations": (read(output(build / "tests/engine/operation_uses", *(["flat"] if flat else []))),
+        "operations": (read(output(build / "tests/engine/operation_uses", *(["flat"] if flat else [])), flat),
                        operation_uses.EXPECTED),
     }
 
@@ -149,7 +151,7 @@ class Counts:
 
     def lines(self):
         yield (f"{self.statements} statements: {self.accepted} accepted, {self.reworded} accepted in other words,"
-               f" {self.rejected} rejected; {self.cells} cells compared with arithmetic")
+               f" {self.rejected} rejected; {self.cells:,} cells compared with arithmetic")
         yield "\nAccepted in other words, because the engine lacks"
         yield from (f"{number:4}  {word}" for word, number in self.words.items())
         yield "\nRejected"
@@ -159,8 +161,9 @@ class Counts:
 
 
 def run_all(build, flat):
-    """Runs everything in one spelling. Returns the texts of results/ by name, and what is not as expected."""
-    texts, counts, unexpected = {}, Counts(), []
+    """Runs everything in one spelling. Returns the texts of results/ by name, the tables of results by the titles of
+    their statements, and what is not as expected."""
+    texts, tables, counts, unexpected = {}, {}, Counts(), []
     with Engine(flat) as engine:
         for name, (found, expected) in sources(build, flat).items():
             session, lines = Session(engine), []
@@ -171,10 +174,11 @@ def run_all(build, flat):
                 if title in expected:
                     counts.add(title, run, expected[title])
                     lines += described(title, text, run, expected[title])
+                tables[title] = table(run.result) if run.result else [f"Rejected: {run.reason}"]
             unexpected += [f"{name}: {title}: there is no such statement" for title in expected if title not in found]
             texts[name] = respell("\n".join(lines), False)
     texts["summary"] = "\n".join(counts.lines()) + "\n"
-    return texts, unexpected
+    return texts, tables, unexpected
 
 
 def unused_operations():
@@ -185,11 +189,20 @@ def unused_operations():
     return sorted(documented - used - set(NOT_NAMED))
 
 
-def result_in_readme(guides):
-    """The lines of the result of README's statement that README does not show."""
-    result = re.search(r"^== README 1 ==\n.*?WHERE\n.*?\n(.*?)\n\n", guides, re.DOTALL | re.MULTILINE).group(1)
-    shown = (ROOT / "README.md").read_text("utf-8")
-    return [f"README does not show {line}" for line in result.splitlines() if f"    {line}\n" not in shown]
+def with_results(page, tables, figures):
+    """The page with what its blocks of results and figures have to contain. A result is that of the statement before it."""
+    shown = ""
+
+    def filled(block):
+        nonlocal shown
+        if block[1] == "text":
+            shown += block[2]
+            return block[0]
+        if block[1] == "figures":
+            return f"```figures\n{figures}\n```"
+        return "\n".join(("```result", *tables[list(read(shown, False, page.stem))[-1]], "```"))
+
+    return re.sub(r"^```(text|result|figures)\n(.*?)^```", filled, page.read_text("utf-8"), flags=re.DOTALL | re.MULTILINE)
 
 
 def compared(before, now, before_name, now_name):
@@ -198,23 +211,22 @@ def compared(before, now, before_name, now_name):
 
 def main(build, update):
     unexpected = [f"No statement uses {name}: see uses/" for name in unused_operations()]
-    results = {}
+    results, pages = {}, {}
     for flat, spelling in ((False, "unique names"), (True, "flat names")):
         begin = time.monotonic()
-        texts, found = run_all(build, flat)
+        texts, tables, found = run_all(build, flat)
+        pages = pages or {page: with_results(page, tables, texts["summary"].splitlines()[0]) for page in PAGES}
         unexpected += [f"{spelling}: {line}" for line in found]
         for name, text in texts.items():
             unexpected += compared(results.setdefault(name, text), text, f"{name}, unique names", f"{name}, flat names")
         print(f"{spelling}, {time.monotonic() - begin:.0f} s: {texts['summary'].splitlines()[0]}", flush=True)
     print(*results["summary"].splitlines()[1:], sep="\n")
-    for name, text in results.items():
-        file = HERE / "results" / f"{name}.txt"
+    files = {HERE / "results" / f"{name}.txt": text for name, text in results.items()} | pages
+    for file, text in files.items():
         if update:
-            file.parent.mkdir(exist_ok=True)
             file.write_text(text, "utf-8")
         else:
             unexpected += compared(file.read_text("utf-8"), text, str(file.relative_to(ROOT)), "now")
-    unexpected += result_in_readme(results["guides"])
     for line in unexpected:
         print(line, file=sys.stderr)
     sys.exit(1 if unexpected else 0)
