@@ -145,7 +145,7 @@ private:
     {
         auto const [place, isNew] = parts.try_emplace(uniqueName.fText, arguments...);
         if (!isNew)
-            throw std::invalid_argument("The cube has " + uniqueName.fText.toUTF8() + " already");
+            throw std::invalid_argument("The cube already has " + uniqueName.fText.toUTF8());
         return &place->second;
     }
     template <class Part>
