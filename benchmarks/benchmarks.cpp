@@ -413,7 +413,7 @@ void print_stack_use(char const * name, BRIM_o::ExpressionType type, bool left, 
 int main(int argc, char ** argv)
 {
 #if defined(__linux__)
-    // The allocator otherwise goes to the system for long texts, and the same code swings by three.
+    // Otherwise malloc calls the system for long texts, and timings of the same code vary by a factor of three.
     mallopt(M_MMAP_THRESHOLD, 1 << 30);
     mallopt(M_TRIM_THRESHOLD, 1 << 30);
     cpu_set_t processor;

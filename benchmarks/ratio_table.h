@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-// Runs each piece of work beside its floor, interleaved, and prints the ratio of their medians. A ratio above the
-// bar is marked; nothing fails by it.
+// Times each piece of work and its floor, a minimal version written by hand, and prints the ratio of their medians.
+// A ratio above its bar is marked but is not an error.
 class RatioTable : public benchmark::BenchmarkReporter {
 public:
     template <class Work, class Floor>

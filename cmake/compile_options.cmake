@@ -1,4 +1,4 @@
-# Compiler and linker options. All of them are private and do not reach a host.
+# Compiler and linker options. All of them are private, except that a host must compile as C++17 or later.
 set(ODBOMODULE_HIDE_STD_MAP "${CMAKE_CURRENT_LIST_DIR}/hide_std.map")
 
 # Whether the compiler accepts the options of g++. clang-cl, which accepts those of Visual Studio, does not.

@@ -11,7 +11,7 @@ import gdb.types
 
 
 def shown(count):
-    """The number of characters or elements to show. Before its constructor, an object may have any count."""
+    """The number of characters or elements to show. Before an object is constructed, its count may be garbage."""
     return min(count, gdb.parameter("print elements") or count)
 
 
@@ -167,7 +167,7 @@ def error(value):
     return Line(f'{value.type.name} {code}{inserts and ": "}{inserts}')
 
 
-# The texts of conditions that are not NAME( operands ).
+# Templates of the conditions that are not written as NAME( operands ).
 CONDITIONS = {
     "BETWEEN": "{0} >= {1} AND {0} <= {2}",
     "OUTSIDE": "{0} < {1} OR {0} > {2}",
@@ -237,7 +237,8 @@ PRINTERS = {
     "BaseError": error,
     "memory_cube::Condition": condition,
 }
-# The static types that are printed. Of the first three, the object tells its class.
+# A value is printed if its static type is listed here or derives from a listed one. The object's dynamic type
+# selects the printer, so the first three need none.
 ROOTS = {"support::RefCount", "MDXSingleFormulaSpecification", "BRIM_o::AnyError", *PRINTERS}
 
 

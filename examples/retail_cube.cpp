@@ -10,7 +10,7 @@ namespace {
 // above.
 struct CalculationRow {
     char const * name;
-    char const * parent; // the path of a member; empty directly under the hierarchy
+    char const * parent; // the parent's path; empty if the calculation is directly under the hierarchy
 };
 struct HierarchyRow {
     char const * dimension;

@@ -22,7 +22,8 @@ static memory_cube::Condition read_tree(FuzzedDataProvider & bytes, int depth)
     return memory_cube::Condition(value, kind);
 }
 
-// A tree is translated whole, or an error leaves the set as it was; a set that is translated twice gives one text.
+// If a tree cannot be translated, the set is unchanged. Otherwise Filter() and TakeFilter(), called on two sets,
+// write the same condition.
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size)
 {
     std::unique_ptr<MDXQueryGenerator> const generator(createMSOLAP7QueryGenerator("[C]", false));

@@ -10,7 +10,7 @@
 using Operation = std::function<support::RefCount *(MDXSet & s, MDXField & m, MDXValue & x)>;
 #define CALL(...) [&](MDXSet & s, MDXField & m, MDXValue & x) { return (void)s, (void)m, (void)x, __VA_ARGS__; }
 
-// The texts after an operation, of which a quoted one is never out of date.
+// Returns the texts after an operation. Asserts that the quoted texts match them.
 static std::array<KelpString, 3> outcome(Operation const & operation, MDXSet & s, MDXField & m, MDXValue & x)
 {
     try {
@@ -28,7 +28,8 @@ static std::array<KelpString, 3> outcome(Operation const & operation, MDXSet & s
 }
 
 // Operations on old objects, whose texts are rewritten in place if there is room, write the same texts as on new
-// objects. So does a statement with the set. A wrong count shows as a leak or as a use after free.
+// objects. A statement with the set contains its new text. The address sanitizer reports a wrong reference count as
+// a leak or a use after free.
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size)
 {
     static auto * const generator = createMSOLAP7QueryGenerator("[C]", false);

@@ -13,7 +13,7 @@ static KelpString quoted(KelpString const & text)
     return result += u"\"";
 }
 
-// A value that is written after any text reads back as itself, also if a comment, a broken line and another key
+// A value that is written after any text is read back unchanged, even if a comment, a broken line and another key
 // follow.
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size)
 {

@@ -16,8 +16,8 @@ static KelpString with_mark_doubled(char16_t mark, KelpString const & text)
     return result;
 }
 
-// A quote doubles its mark and nothing else; UTF-8 there and back changes nothing that was well formed; a number
-// that is written reads back as itself.
+// Quoting doubles the mark and changes nothing else. A round trip through UTF-8 keeps well-formed text. A number
+// that is written is read back unchanged.
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size)
 {
     KelpString text(KelpString::Base(size / 2, u'\0'));

@@ -10,7 +10,8 @@
 #include <cstring>
 #include <fuzzer/FuzzedDataProvider.h>
 
-// Converts a value, a pointer to it, and the value in place: all give one result. A refusal changes no destination.
+// Converts a value, a pointer to the value, and the value in place: all give the same result. A refused conversion
+// leaves the destination unchanged.
 static void convert(VARIANT value, VARTYPE to)
 {
     VARIANT pointer{};

@@ -30,17 +30,17 @@ namespace memory_cube {
 ///     Condition const enough = value(sales) >= 1000 && !is_empty(key);
 ///     take_filter(rows, enough);
 ///
-/// Operators and functions add the parentheses without which MDX would read the text differently. && and || always
-/// evaluate both operands.
+/// Operators and functions add parentheses where MDX needs them. Text from mdx() or a RefPtr must bring its own:
+/// comparisons, && and || add none around it. && and || always evaluate both operands.
 ///
 /// A condition is a value. Its nodes never change and copies share them, so a copy costs the same for any size, and
 /// copies may be used from several threads at once. A tree can be of any depth, but the library translates it by
-/// recursion: within a stack of 1 MiB it reads 4,000 levels. `a && b && c` has a level for each operator; all_of
-/// and any_of make a tree of a million conditions with 20 levels.
+/// recursion: a stack of 1 MiB is enough for 4,000 levels. `a && b && c` adds a level for each operator. all_of and
+/// any_of join a million conditions in only 20 levels.
 class Condition final : public BRIM_o::Expression {
 public:
-    /// A number, true or false. Characters do not convert. A whole number that is too large for a real number is
-    /// written as text, with all its digits.
+    /// A number or a bool. Characters do not convert. An integer with a magnitude above 2^53 is written as text,
+    /// with all its digits.
     template <class Number, class = std::enable_if_t<is_number<Number>>>
     Condition(Number number) : fNode(number_node(number))
     {}
@@ -54,7 +54,8 @@ public:
         : fNode(new Node(type, {}, {}, std::move(operands)))
     {}
     Condition(BRIM_o::ExpressionType type, KelpString const & text) : fNode(new Node(type, text, {}, {})) {}
-    /// A value of any type that converts to a number. What it points to has to outlive the condition.
+    /// A value of any type that converts to a number. What the VARIANT points to, such as a BSTR, is not copied and
+    /// must outlive the condition.
     explicit Condition(VARIANT const & value, BRIM_o::ExpressionType type = BRIM_o::ET_VALUE)
         : fNode(new Node(type, {}, value, {}))
     {}
@@ -71,8 +72,8 @@ public:
 
     /// The tree as the library's functions take it. They do not change its nodes.
     BRIM_o::Expression * get() const { return const_cast<Condition *>(this); }
-    /// The same, for a call that passes this tuple. Throws MDX_ERR_MISSING_TUPLE if `tuple` is null and the
-    /// condition has current().
+    /// The same, for a library call to which `tuple` is passed too. Throws MDX_ERR_MISSING_TUPLE if `tuple` is null
+    /// and the condition has current().
     BRIM_o::Expression * get(RefPtr<MDXTuple> const & tuple) const
     {
         if (!tuple && fNode->fHasCurrent)
@@ -187,7 +188,7 @@ private:
     {
         if constexpr (std::is_integral_v<Number> && sizeof(Number) > sizeof(std::int32_t)) {
             constexpr Number largest = Number{ 1 } << std::numeric_limits<double>::digits;
-            bool isExact = number <= largest; // as a real number
+            bool isExact = number <= largest; // as a double
             if constexpr (std::is_signed_v<Number>)
                 isExact = isExact && number >= -largest;
             if (!isExact)

@@ -32,7 +32,7 @@ inline Condition current_set()
 {
     return Condition(BRIM_o::ET_CURRENTSET);
 }
-/// ( first, second ), from one member or more.
+/// ( first, second ), from one or more members.
 inline Condition tuple(std::vector<Condition> members)
 {
     return Condition(BRIM_o::ET_TUPLE, std::move(members));
@@ -57,8 +57,8 @@ inline Condition is_empty(RefPtr<MDXTuple> const & tuple)
 {
     return mdx(u"IsEmpty( " + tuple->getText() + u" )");
 }
-/// tuple = NULL. This does not tell reliably whether there is a value: on some servers the comparison never holds,
-/// on others it also holds for 0. Use is_empty for that.
+/// tuple = NULL. Use is_empty to test whether there is a value: on some servers this comparison is never true, on
+/// others it is also true for 0.
 inline Condition is_null(Condition const & tuple)
 {
     BRIM_o::ExpressionType const type = tuple.get()->getType();
@@ -76,13 +76,13 @@ inline Condition outside(Condition const & x, Condition const & low, Condition c
 {
     return Condition::of(BRIM_o::ET_OUTSIDE, Condition::Sum, { x, low, high });
 }
-/// a AND b AND c; true without a condition.
+/// a AND b AND c; true if `all` is empty.
 inline Condition all_of(std::vector<Condition> const & all)
 {
     return all.empty() ? Condition(true)
                        : Condition::joined(BRIM_o::ET_AND, Condition::And, all.data(), all.size());
 }
-/// a OR b OR c; false without a condition.
+/// a OR b OR c; false if `all` is empty.
 inline Condition any_of(std::vector<Condition> const & all)
 {
     return all.empty() ? Condition(false) : Condition::joined(BRIM_o::ET_OR, Condition::Or, all.data(), all.size());

@@ -92,8 +92,8 @@ public:
     }
     Member * add_member(UniqueName const & uniqueName) { return insert(fMembers, uniqueName, uniqueName.fText); }
 
-    /// Adds a calculated member. Its unique name is the hierarchy's and its own name, even if it has a parent. It
-    /// gets an id that no other calculated member of the cube has or had.
+    /// Adds a calculated member. Its unique name is hierarchy.[name], even if it has a parent. Its id is never used
+    /// for another calculated member of the cube.
     Calculation * add_calculation(Hierarchy * hierarchy, KelpString const & name, Member const * parent = nullptr)
     {
         UniqueName const uniqueName = below(hierarchy->fUniqueName, name);
@@ -133,7 +133,7 @@ private:
     {
         return UniqueName(owner + u"." + bracketed(name));
     }
-    // Lets the next emplace_back succeed.
+    // Allocates now, so that the next emplace_back cannot throw.
     template <class Element>
     static void make_room(std::vector<Element> & elements)
     {
@@ -145,7 +145,7 @@ private:
     {
         auto const [place, isNew] = parts.try_emplace(uniqueName.fText, arguments...);
         if (!isNew)
-            throw std::invalid_argument("The cube has " + uniqueName.fText.toUTF8() + " already");
+            throw std::invalid_argument("The cube already has " + uniqueName.fText.toUTF8());
         return &place->second;
     }
     template <class Part>

@@ -83,7 +83,7 @@ struct Hierarchy : BRIM_o::Hierarchy {
     KelpString fName; // empty if the hierarchy has the name of its dimension
     KelpString fUniqueName;
     std::vector<Level *> fLevels;                                               // from the top down
-    std::vector<std::pair<BRIM_o::CalculationId, Calculation *>> fCalculations; // in the order of the text
+    std::vector<std::pair<BRIM_o::CalculationId, Calculation *>> fCalculations; // in the order MDX lists them
 
     Hierarchy(Dimension const * dimension, KelpString const & name, KelpString const & uniqueName)
         : fDimension(dimension), fName(name), fUniqueName(uniqueName)

@@ -14,7 +14,7 @@ namespace memory_cube {
 
 class Condition;
 
-/// Whether the type is a number, true or false; not a character.
+/// Whether the type is an arithmetic type, including bool, but not a character type.
 template <class Type>
 inline constexpr bool is_number = std::is_arithmetic_v<Type> && !std::is_same_v<Type, char> &&
                                   !std::is_same_v<Type, wchar_t> && !std::is_same_v<Type, char16_t> &&
@@ -54,7 +54,7 @@ public:
     /// has current() and there is no `current`. Defined in conditions.h.
     RefPtr<MDXValue> value(Condition const & condition, RefPtr<MDXTuple> const & current = {}) const;
 
-    /// The calculated member, by its hierarchy and its own name. A CREATE defines it under this name.
+    /// hierarchy.[name] of the calculated member, the name under which a CREATE should define it.
     RefPtr<MDXField> calculated(Calculation const * calculation) const
     {
         return member(static_cast<BRIM_o::Calculation const *>(calculation), calculation->fName);
@@ -73,12 +73,13 @@ public:
             tuple->AddField(member.get());
         return tuple;
     }
-    /// { first, second }. The empty set is set().
+    /// { first, second }. For the empty set, call set().
     RefPtr<MDXSet> list(std::vector<RefPtr<MDXField>> const & members) const { return set(pointers(members)); }
     RefPtr<MDXSet> list(std::vector<RefPtr<MDXTuple>> const & tuples) const { return set(pointers(tuples)); }
 
     RefPtr<MDXSelectQuery> select() const { return query<MDXSelectQuery>(MDXQuery::QT_SELECT); }
-    /// A SELECT with one or two axes. The status says whether both leave out positions without values.
+    /// A SELECT with one or two axes. The status applies to both axes: NES_NON_EMPTY leaves out positions without
+    /// values.
     RefPtr<MDXSelectQuery> select(RefPtr<MDXSet> const & columns, RefPtr<MDXSet> const & rows = {},
         MDXSelectQuery::NonEmptyStatus status = MDXSelectQuery::NES_ALL) const
     {

@@ -25,8 +25,8 @@ void add_formula(RefPtr<Query> const & query, RefPtr<MDXField> const & member, R
     query->AddMemberFormula(member.get(), value.get(), solveOrder, names, values);
 }
 
-/// Calls `send` with the statement's text on one line, writes the statement to the generator's query log if there
-/// is one, with the time that `send` took if the settings ask for it, and returns what `send` returned. Logs
+/// Passes the statement's text, on one line, to `send` and returns what `send` returns. Then writes the statement
+/// to the generator's query log, if there is one, with the duration of `send` if the settings ask for it. Logs
 /// nothing if `send` throws.
 template <class Send>
 auto logged(MDXQueryGenerator & generator, MDXQuery const & query, Send && send)

@@ -1,5 +1,5 @@
-# Components: `runtime` contains the libraries, `development` what a host is built with, `symbols` the debug symbols
-# in files apart from the libraries, `documentation` the HTML.
+# Components: `runtime` has the libraries and, except on Windows, the gdb printers; `development` has what a host is
+# built with and the guides, `symbols` the debug symbols in separate files, and `documentation` the HTML.
 include(CMakePackageConfigHelpers)
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/odbomodule")
 set(doc_dir "${CMAKE_INSTALL_DATAROOTDIR}/doc/odbomodule") # CMAKE_INSTALL_DOCDIR may be a surrounding project's
@@ -45,7 +45,7 @@ file(RELATIVE_PATH PC_LIBDIR "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL_LIB
 file(RELATIVE_PATH PC_INCLUDEDIR "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL_INCLUDEDIR}")
 set(PC_SYSTEM_LIBS "")
 if(WIN32)
-    set(PC_SYSTEM_LIBS " -loleaut32") # the values of conditions
+    set(PC_SYSTEM_LIBS " -loleaut32") # OLE automation, for the VARIANT values of conditions
 endif()
 configure_file(packaging/odbomodule.pc.in "${PROJECT_BINARY_DIR}/odbomodule.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/odbomodule.pc"
@@ -55,8 +55,8 @@ if(ODBOMODULE_BUILD_DOCS)
     install(DIRECTORY "${PROJECT_BINARY_DIR}/html" DESTINATION "${doc_dir}" COMPONENT documentation)
 endif()
 
-# The gdb printers. gdb loads a script that is named after a library: from a folder of the system for a library in
-# /usr, otherwise from the library's own folder if the user trusts that.
+# The gdb printers. gdb loads a script that is named after a library. For a library in /usr it looks in a system
+# folder, otherwise in the library's folder, which the user must have declared safe.
 if(NOT WIN32)
     set(gdb_dir "${CMAKE_INSTALL_LIBDIR}")
     if(CMAKE_INSTALL_PREFIX STREQUAL /usr)
@@ -64,7 +64,7 @@ if(NOT WIN32)
     endif()
     install(FILES debuggers/odbomodule-gdb.py DESTINATION "${gdb_dir}" COMPONENT runtime
         RENAME "$<TARGET_FILE_NAME:odbomodule>-gdb.py")
-    # Only installed by name: the libraries of a whole installation contain their symbols.
+    # Installed only if this component is named. The libraries of a full installation contain the symbols.
     install(CODE "set(libraries \"$<TARGET_FILE:odbomodule>;$<TARGET_FILE:support_dll>\")
         set(readelf \"${CMAKE_READELF}\")
         set(objcopy \"${CMAKE_OBJCOPY}\")"

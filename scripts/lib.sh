@@ -31,7 +31,7 @@ find_missing() {
     done
 }
 
-# install_packages PACKAGE...: installs the packages and leaves no other files.
+# install_packages PACKAGE...: installs the packages and keeps no package lists or downloads.
 install_packages() {
     command -v apt-get > /dev/null || fail "Missing: ${missing[*]}
 Please install the contents of these Debian packages: $*"
@@ -88,8 +88,8 @@ need_engine() {
         "$java/slf4j-nop.jar" libslf4j-java
 }
 
-# build_dir NAME: prints the folder for a build. It is in the tree, or, if the user may not write there, in a folder
-# of the user's for this checkout.
+# build_dir NAME: makes the folder for a build and prints its path. It is build/NAME or, if that is not writable, a
+# folder in the user's cache or the temporary folder, separate for each checkout.
 build_dir() {
     local base checkout
     checkout=odbomodule-$(cksum <<< "$root" | cut -d' ' -f1)

@@ -24,7 +24,7 @@ public:
             fObject->use();
     }
     RefPtr(RefPtr && other) noexcept : fObject(std::exchange(other.fObject, nullptr)) {}
-    /// A RefPtr to a derived class converts to one to its base.
+    /// Converts from a RefPtr to a derived class.
     template <class Derived, std::enable_if_t<std::is_convertible_v<Derived *, Object *>, int> = 0>
     RefPtr(RefPtr<Derived> const & other) : RefPtr(static_cast<Object *>(other.get()))
     {

@@ -32,9 +32,9 @@ protected:
     virtual ~RefCount();
 
 public:
-    /// Reports an assertion failure and changes nothing: counted objects are not meant to be assigned. The
-    /// assignment of a derived class calls this one first and then copies its own fields. It hides this one on
-    /// purpose, so the warning is off.
+    /// Reports an assertion failure and changes nothing: counted objects are not meant to be assigned. Derived
+    /// classes hide this operator on purpose, so the warning is off. Most of them call it before they copy their
+    /// fields; MDXSet only copies its texts.
 #if defined(__GNUC__)
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Woverloaded-virtual"

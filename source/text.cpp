@@ -48,7 +48,7 @@ KelpString written(Template const & form, Text const * texts)
     return text;
 }
 
-// Writes around the old text, which replaces the placeholder `old` and no other. The string has room.
+// Wraps the old text in place. Only placeholder `old` refers to it, and the capacity is large enough.
 static void wrap(KelpString & text, Template const & form, std::size_t old, Text const * texts)
 {
     std::size_t before = form[old].before;

@@ -15,10 +15,10 @@
 // placeholder without a text, a text without a placeholder and a "$" without a digit do not compile.
 //
 // Texts are borrowed until the template is written. What a host returns by reference may change with the next call
-// to the host: copy it into a KelpString, unless it is the last text that is asked for.
+// to the host: copy it into a KelpString, unless no other call to the host follows.
 //
-// Templates are made fast here and in text.cpp: they are split at compile time, a text is measured before it is
-// allocated, and a text that is wrapped grows within its buffer.
+// For speed, templates are split at compile time, the length is computed before memory is allocated, and wrapping a
+// text reuses its buffer if there is room.
 namespace mdx_text {
 
 // A number in decimal digits.
@@ -53,7 +53,7 @@ private:
     std::u16string_view fView;
 };
 
-// A literal, split into its letters and its placeholders.
+// A literal, split into its placeholders and the characters around them, called letters here.
 class Template {
 public:
     struct Placeholder {
@@ -114,7 +114,7 @@ struct SplitLiteral {
             if (*from != u'$') {
                 *to++ = *from;
                 if (++placeholders[i].before == 0)
-                    throw "too many letters before a placeholder or at the end";
+                    throw "more than 65535 characters before a placeholder or at the end";
                 continue;
             }
             ++from;
@@ -138,7 +138,7 @@ template <Literal literal>
 inline constexpr Template template_of{ { split<literal>.letters, SplitLiteral<literal>::kLetters },
     split<literal>.placeholders, SplitLiteral<literal>::kPlaceholders };
 
-// The same. Checks at compile time that the literal takes `Count` texts.
+// The template of a literal, after a check at compile time that it takes `Count` texts.
 template <Literal literal, std::size_t Count>
 constexpr Template const & template_for() noexcept
 {
@@ -158,7 +158,7 @@ KelpString mdx(Text const (&texts)[Count])
     return written(template_for<literal, Count>(), texts);
 }
 
-// Appends a template to `text`, which may not be one of `texts`.
+// Appends a template to `text`, which must not be one of `texts`.
 template <Literal literal, std::size_t Count>
 void append(KelpString & text, Text const (&texts)[Count])
 {
@@ -241,10 +241,10 @@ KelpString quoted_text(Object * object)
     return TextFields::quoted(object);
 }
 
-// For text that is built from the inside out: the template's $1 is `text`, which is also the result, $2 is `second`
-// and $3 is `third`. The result is written in the longest of these strings if it has room; the other strings have
-// unspecified contents afterwards. These are functions rather than templates so that a recursion that ends in one
-// has a small stack frame.
+// These build a text from the inside out. $1 is `text`, $2 is `second` and $3 is `third`; the result replaces
+// `text`. For speed, it is written in the buffer of the longest string if that has room. `second` and `third` have
+// unspecified contents afterwards. These are plain functions, not function templates, which keeps the stack frames
+// of recursive callers small.
 void enclose(KelpString & text, Template const & form);
 void combine(KelpString & text, Template const & form, KelpString & second);
 void combine(KelpString & text, Template const & form, KelpString & second, KelpString & third);

@@ -252,7 +252,7 @@ TEST(BaseError, HasAMessageWithItsInserts)
     BaseError const error = error_with(MDX_ERR_BAD_ENUM, { "%2", "Sort::direction" });
     EXPECT_EQ("The value %2 is out of range for the enumeration Sort::direction.", error.getText().toUTF8());
     EXPECT_EQ("The value 7 is out of range for the enumeration .", raises(MDX_ERR_BAD_ENUM, { "7" }));
-    EXPECT_EQ("Error 0x020170ab of the module ODBOMODULE.", raises(0x20170AB, { "7" }));
+    EXPECT_EQ("Error 0x020170ab in module ODBOMODULE.", raises(0x20170AB, { "7" }));
     EXPECT_EQ(error.hResult(), static_cast<std::int32_t>(0x82017076));
     EXPECT_EQ(error.getInsert(2), nullptr);
     EXPECT_EQ(error.getInsert(-1), nullptr);

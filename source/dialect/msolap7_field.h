@@ -3,8 +3,9 @@
 #include "../host/export.h"
 
 /// A member in the MSOLAP dialect. Members below a hierarchy and calculated members are written as
-/// hierarchy.[name]. With `flatHierarchyNames`, a hierarchy is written as [dimension.hierarchy], from the short
-/// names, or as [dimension] if its own name is empty. Without the flag, a hierarchy is written as its unique name.
+/// hierarchy.[name]. With `flatHierarchyNames`, that hierarchy is written as [dimension.hierarchy], from the short
+/// names, or as [dimension] if its own name is empty; without the flag, as its unique name. DEFAULTMEMBER and
+/// CURRENTMEMBER always follow the unique name.
 class MDX_API MSOLAP7Field : public MDXField {
 public:
     MSOLAP7Field(KelpString const & text, bool flatHierarchyNames);
@@ -21,8 +22,8 @@ public:
     MSOLAP7Field(MSOLAP7Field const &) = default;
     ~MSOLAP7Field() override;
 
-    /// The calculation's hierarchy, even if it has a parent member. If the hierarchy is null, the text is
-    /// unchanged.
+    /// The calculation's hierarchy, even if the calculation has a parent member. If the hierarchy is null, the text
+    /// is unchanged.
     MDXField * TakeParentOfCalculation(BRIM_o::Calculation const * calculation) override;
 
 private:

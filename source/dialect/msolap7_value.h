@@ -1,7 +1,8 @@
 #pragma once
 #include "../expressions/mdx_value.h"
 
-// A value in the MSOLAP dialect, where a member's name replaces its caption and its description.
+// A value in the MSOLAP dialect, where TakeProperty asks for a member's name instead of its caption or
+// description.
 class MSOLAP7Value final : public MDXValue {
 public:
     using MDXValue::MDXValue;

@@ -58,9 +58,9 @@ public:
     virtual MDXField * MoveToChild(KelpString const & name);
     /// dimension.[name]
     virtual MDXField * MoveToRootNode(BRIM_o::Dimension const * dimension, KelpString const & name);
-    /// this.FIRSTCHILD. Below a leaf there is nothing: the axis is empty, without an error.
+    /// this.FIRSTCHILD. For a leaf, the server returns an empty axis and no error.
     virtual MDXField * MoveToFirstChild();
-    /// this.PARENT. Above the top there is nothing: the axis is empty, without an error.
+    /// this.PARENT. For a member of the top level, the server returns an empty axis and no error.
     virtual MDXField * MoveToParent();
     /// The first member of this member's level.
     virtual MDXField * MoveToFirstSibling();

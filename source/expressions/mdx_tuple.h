@@ -17,7 +17,8 @@ public:
     /// Takes new references to the same fields.
     MDXTuple(MDXTuple const & other);
 
-    /// Reports an assertion failure and then takes over the other's fields: tuples are not meant to be assigned.
+    /// Reports an assertion failure and then shares the other's fields in place of its own: tuples are not meant to
+    /// be assigned.
     MDXTuple & operator=(MDXTuple const & other);
 
     /// The text of a single field, unchanged, or ( first, second ) for several. Throws MDX_ERR_EMPTY_TUPLE if there

@@ -47,7 +47,8 @@ public:
     virtual MDXValue * TakeCaption(MDXField const * field);
     /// field.DESCRIPTION
     virtual MDXValue * TakeDescription(MDXField const * field);
-    /// SUM(set). Adds up the current measure, which is usually the default one: cross the set with a measure first.
+    /// SUM(set). Sums the current measure, usually the default one. To sum another measure, cross the set with it
+    /// first.
     virtual MDXValue * TakeSum(MDXSet const * set);
     /// MIN(set)
     virtual MDXValue * TakeMin(MDXSet const * set);
@@ -57,10 +58,10 @@ public:
     virtual MDXValue * TakeAverage(MDXSet const * set);
 
     /// COVARIANCE(set, first, second), or COVARIANCEN if `unbiased`. Here and in the operations up to
-    /// TakeCorrelation, `second` may be null and is then left out. These operations write their text piece by
-    /// piece: a value that is its own argument reads what has been written so far. If an argument throws or memory
-    /// runs out, the text is what has been written so far. `first` is y and `second` is x. `unbiased` divides by n
-    /// - 1.
+    /// TakeCorrelation, `second` may be null and is then left out. These operations write the text in pieces: a
+    /// value that is its own argument supplies the unfinished text. If an argument throws or memory runs out, the
+    /// text is what has been written so far. `first` holds the y values and `second` the x values. With `unbiased`,
+    /// the server divides by n - 1, not n.
     virtual MDXValue * TakeCovariance(
         MDXSet const * set, MDXValue const * first, MDXValue const * second, bool unbiased);
     /// LINREGVARIANCE(set, first, second)
@@ -81,7 +82,8 @@ public:
     virtual MDXValue * Add(std::int32_t number);
     /// - (this)
     virtual MDXValue * ReverseSign();
-    /// field.Properties("name"). The cell is an error for a member above the level of the property.
+    /// field.Properties("name"). If the member is above the level that has the property, the server returns an
+    /// error in the cell.
     virtual MDXValue * TakeProperty(MDXField const * field, KelpString const & name);
     /// this = text. A text constant must include its quotes.
     virtual MDXValue * TakeEquality(KelpString text);

@@ -7,5 +7,5 @@
 MDX_API void quote_member_name(KelpString & result, KelpString const & source);
 
 /// Sets `result` to `source` with each "]" doubled, for a name between brackets. The two may be the same string.
-/// Hosts link by this spelling, so it must stay.
+/// The name is misspelled ("sqaure"), but hosts link to it, so it cannot change.
 MDX_API void double_sqaure_brackets(KelpString & result, KelpString const & source);

@@ -7,8 +7,8 @@
 
 using namespace mdx_text;
 
-// keyword(at, set, first, second ) without `at` or `second` if that is null. The text is written in place, because
-// an argument may be the value itself: it then reads what has been written so far.
+// keyword(at, set, first, second ). A null `at` or `second` is left out. The text is written in place, so an
+// argument that is `value` itself supplies the unfinished text.
 static MDXValue * statistic(MDXValue * value, std::u16string_view keyword, MDXValue const * at, MDXSet const * set,
     MDXValue const * first, MDXValue const * second)
 {

@@ -1,5 +1,5 @@
 #pragma once
 class CoreLog;
 
-// The log of the process, fetched when the library is loaded. Null if the support library has none.
+// The log of the process, fetched when the library is loaded. Null before that.
 extern CoreLog * gCoreLog;

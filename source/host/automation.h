@@ -142,8 +142,8 @@ SUPPORT_API unsigned SysStringLen(BSTR text);
 /// Sets an uninitialised value to VT_EMPTY.
 SUPPORT_API void VariantInit(VARIANT * value);
 
-/// Frees what the value owns and sets it to VT_EMPTY. For an unknown type, does nothing and returns
-/// DISP_E_BADVARTYPE.
+/// Frees the text of a VT_BSTR, but nothing of other types, and sets the value to VT_EMPTY. Does nothing for an
+/// unknown type (DISP_E_BADVARTYPE) and for null (E_INVALIDARG).
 SUPPORT_API HRESULT VariantClear(VARIANT * value);
 
 /// Converts `source`, or the value that it points to, to `type`: VT_R8 or VT_BOOL, which conditions need. The
@@ -156,8 +156,8 @@ SUPPORT_API HRESULT VariantClear(VARIANT * value);
 ///   number.
 /// - DISP_E_OVERFLOW: a text whose number is too large.
 /// - DISP_E_BADVARTYPE: an unknown type in `source` or `destination`.
-/// - E_INVALIDARG: a null argument, a pointer to a pointer to a value, or a decimal with a scale above 28 or an
-///   undefined sign.
+/// - E_INVALIDARG: a null argument, a VT_BYREF | VT_VARIANT that points to another one, or a decimal with a scale
+///   above 28 or an undefined sign.
 /// - E_OUTOFMEMORY: memory ran out.
 SUPPORT_API HRESULT VariantChangeType(
     VARIANT * destination, VARIANT const * source, std::uint16_t flags, VARTYPE type);

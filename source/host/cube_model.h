@@ -41,7 +41,7 @@ public:
     virtual KelpString const & getName() const = 0;
     virtual KelpString const & getUniqueName() const = 0;
 
-    /// The level with that ordinal, counted from 0 at the top; null below the deepest level.
+    /// The level with ordinal `index`, counted from 0 at the top; null below the deepest level.
     virtual Level * getLevel(std::int32_t index) const = 0;
 
     /// The number of levels, including the "(All)" level if the hierarchy has one.
@@ -52,7 +52,7 @@ public:
     virtual void getCalculationIds(std::vector<CalculationId> & ids) const = 0;
 
     /// Sets `calculation` to the calculated member with that id. For an id from getCalculationIds, `calculation`
-    /// may not be null. The return value is not read.
+    /// must not be null afterwards. The return value is not read.
     virtual bool getCalculation(CalculationId id, Calculation *& calculation) const = 0;
 
     /// Fills the map, which is empty, with the hierarchy's calculated members. They are written in the order of
@@ -88,7 +88,7 @@ protected:
 class Calculation {
 public:
     virtual Hierarchy const * getHierarchy() const = 0;
-    virtual KelpString getUniqueName() const = 0;       ///< as a list of members names it
+    virtual KelpString getUniqueName() const = 0;       ///< the name that lists of members use
     virtual KelpString getParentUniqueName() const = 0; ///< empty directly below the hierarchy
 
 protected:

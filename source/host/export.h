@@ -2,8 +2,8 @@
 
 // MDX_API marks what a host links to in the module, SUPPORT_API what a host and the module link to in the support
 // library. ODBOMODULE_BUILD and SUPPORT_DLL_BUILD are defined while the library of that name is built. SUPPORT_TYPE
-// marks a class that derives from a class of the standard library; its functions have SUPPORT_API. A DLL that
-// exported the whole class would export the base class too, of which a host has its own copy.
+// marks a class that derives from a class of the standard library; its functions have SUPPORT_API. Exporting the
+// whole class from a DLL would also export its base class, of which the host has its own copy.
 #if defined(_WIN32)
 #define MDX_EXPORT __declspec(dllexport)
 #define MDX_IMPORT __declspec(dllimport)

@@ -6,8 +6,8 @@
 
 namespace BRIM_o {
 
-/// The kinds of node in a condition tree and the text that each writes: a, b and c are its operands. Any other
-/// number throws MDX_ERR_BAD_EXPRESSION.
+/// The kinds of node in a condition tree. Each comment shows the text of the node; a, b and c are its operands.
+/// Translating a node of any other kind throws MDX_ERR_BAD_EXPRESSION.
 enum ExpressionType : std::int32_t {
     ET_BETWEEN = 0,        ///< a >= b AND a <= c
     ET_OUTSIDE = 1,        ///< a < b OR a > c
@@ -40,7 +40,7 @@ enum ExpressionType : std::int32_t {
     ET_OR = 152,
     ET_NOT = 153,    ///< NOT( a )
     ET_NEGATE = 157, ///< -( a )
-    ET_ADD = 158,    ///< ( a ) + ( b ); ET_TUPLE_VALUE has no parentheses; likewise the next three
+    ET_ADD = 158,    ///< ( a ) + ( b ), without parentheses around an ET_TUPLE_VALUE; likewise the next three
     ET_SUBTRACT = 159,
     ET_TIMES = 160,
     ET_DIVIDE = 161,
@@ -52,7 +52,7 @@ enum ExpressionType : std::int32_t {
 };
 
 /// One node of a condition tree, implemented by the host. A node has the operands of its kind, none of them null;
-/// if one is missing, std::out_of_range is thrown. The library keeps no node. The tree may not change during a
+/// if one is missing, std::out_of_range is thrown. The library keeps no node. The tree must not change during a
 /// call.
 class Expression {
 public:

@@ -51,14 +51,14 @@ public:
     ///
     /// In a folder that other users may write to, another user could have put a link or a file in this place.
     /// There, open() also returns false for a symbolic link, for a file with more than one hard link and for
-    /// another user's file. Such a folder is the one for temporary files and, on Linux, any folder that all users
-    /// may write to. On Windows the owner is not checked.
+    /// another user's file. This applies after setLocationToTemp() and, on Linux, to any folder that all users may
+    /// write to. On Windows the owner is not checked.
     bool open(char const * mode);
 
-    /// Appends the text and a line end. Does nothing if no file is open. On Windows lines end in "\r\n", also those
-    /// within the text. Lines of two processes do not mix: the call waits up to two seconds for another process
-    /// that is writing, and then writes anyway; only then can lines mix. If the file ends within a line, the text
-    /// starts on a new line.
+    /// Appends the text and a line end. Does nothing if no file is open. On Windows all lines end in "\r\n",
+    /// including those inside the text. If another process is writing, the call waits up to two seconds and then
+    /// writes anyway. Only in that case can the lines of two processes mix. If the file ends within a line, the
+    /// text starts on a new line.
     ///
     /// A failure to write is not reported, and the rest of the line is lost. On Linux the process gets no SIGXFSZ
     /// when the file reaches its size limit.

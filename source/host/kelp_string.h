@@ -92,7 +92,7 @@ inline constexpr bool join_to_kelp_string = (is_kelp_string<A> && std::is_conver
 
 }
 
-/// The standard library compares a KelpString with 16-bit text, these compare it with narrow text.
+/// Compare a KelpString with narrow text. The standard library has the operators for 16-bit text.
 template <class A, class B, std::enable_if_t<support::compare_by_kelp_string<A, B>, int> = 0>
 bool operator==(A const & a, B const & b)
 {
@@ -104,8 +104,8 @@ bool operator!=(A const & a, B const & b)
     return !(a == b);
 }
 
-/// Joins a KelpString with narrow or 16-bit text. The result of the standard library's operator for 16-bit text
-/// would not join with narrow text.
+/// Joins a KelpString with narrow or 16-bit text. The standard library's operator would return a std::u16string, to
+/// which narrow text cannot be added.
 template <class A, class B, std::enable_if_t<support::join_to_kelp_string<A, B>, int> = 0>
 KelpString operator+(A && a, B && b)
 {

@@ -7,12 +7,12 @@
 class File;
 class MDXQuery;
 
-/// A file of statements with the time that each took, written for the host. A setting of the machine switches it
-/// on. The generator makes and owns it. Only one thread at a time may use it. A failure to write is not reported;
-/// if memory runs out, std::bad_alloc is thrown.
+/// A file to which a host logs its statements and how long each took. A setting of the machine switches it on. The
+/// generator makes and owns it. Only one thread at a time may use it. A failure to write is not reported; if memory
+/// runs out, std::bad_alloc is thrown.
 class MDX_API MDXQueryLog {
 public:
-    /// Measures time from its construction on. The host owns a timer from timeQuery until logQuery deletes it.
+    /// Measures the time since its construction. The host owns a timer from timeQuery until logQuery deletes it.
     class MDX_API MDXQueryTimer {
     public:
         MDXQueryTimer();
@@ -31,10 +31,10 @@ public:
     MDXQueryLog(MDXQueryLog const &) = delete;
     MDXQueryLog & operator=(MDXQueryLog const &) = delete;
 
-    /// Opens the file that the setting "MDX Query Log" below `registryKey` names, for appending. A name without a
+    /// Opens a file for appending. The setting "MDX Query Log" under `registryKey` holds its name. A name without a
     /// folder goes to the temporary folder. The setting "MDX Query Clock" says whether to write durations; false if
-    /// it is missing. Returns false if the first setting is missing or empty, which means that the log is off, and
-    /// if the file cannot be opened.
+    /// it is missing. Returns false if the log is off (the first setting is missing or empty) or the file cannot be
+    /// opened.
     bool open(KelpString const & registryKey);
 
     /// Writes `text` as a line. Does nothing while the log is closed.
@@ -45,8 +45,8 @@ public:
     void timeQuery(MDXQueryTimer ** timer);
 
     /// Writes the cube's name and the statement in its multi-line form. If there is a timer, also writes the
-    /// seconds since its construction and deletes it. Writes nothing and leaves the timer to the caller if the log
-    /// is closed, if `query` is null, or if an exception is thrown, which reaches the caller.
+    /// seconds since its construction and deletes it. If the log is closed, `query` is null or this function
+    /// throws, it writes nothing and leaves the timer to the caller.
     void logQuery(MDXQuery const * query, MDXQueryTimer * timer);
 
 private:

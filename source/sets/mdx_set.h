@@ -49,7 +49,7 @@ public:
     explicit MDXSet(BRIM_o::Hierarchy const * hierarchy);
     MDXSet(MDXSet const & other) = default;
 
-    /// Copies the other's text. The count and the id stay.
+    /// Copies the other's text. Keeps its own reference count and id.
     void operator=(MDXSet const & other);
 
     /// The text.
@@ -72,23 +72,24 @@ public:
     /// The offsets count from the anchor. The anchor's text must be a member, not a tuple of several. Here and
     /// below, a tuple without a field throws MDX_ERR_EMPTY_TUPLE.
     virtual MDXSet * TakeSubset(MDXTuple const * anchor, std::int32_t offset1, std::int32_t offset2);
-    /// The part of this from `first` to `second`, in whichever order the server finds them. Empty if one of the two
-    /// is not in this.
+    /// The part of the set from `first` to `second`, whichever of the two comes first. Empty if either is not in
+    /// the set.
     virtual MDXSet * TakeSubset(MDXTuple const * first, MDXTuple const * second);
     /// SUBSET(this, start, count). A negative count is left out. `start` counts from 0 and is not checked.
     virtual MDXSet * TakeSubset(std::int32_t start, std::int32_t count);
 
-    /// UNION(this, {field}), as += writes it. Without `unite`, the list this, field: call Delimit to make it a set.
+    /// UNION(this, {field}), like +=. Without `unite`, appends ", field" to the text; call Delimit to make that a
+    /// set.
     virtual MDXSet * AddField(MDXField const & field, bool unite);
     /// ADDCALCULATEDMEMBERS(this). Adds the calculated members that are siblings of a member in this.
     virtual MDXSet * AddCalculations();
     /// STRIPCALCULATEDMEMBERS(this). With `byName`, a dialect may instead name the hierarchy's calculated members
-    /// one by one; without it, the hierarchy is not read and may be null. If they are named, each must exist on the
-    /// server or in the statement.
+    /// one by one; without it, the hierarchy is not read and may be null. Each member that is named must be defined
+    /// on the server or in the statement.
     virtual MDXSet * StripCalculations(BRIM_o::Hierarchy const * hierarchy, bool byName);
-    /// HIERARCHIZE(this), which discards an earlier Order. The arguments are not read here. A dialect that is given
-    /// a hierarchy may first call StripCalculations with `byName` and finally add `calculations` at the end, even
-    /// if this did not contain them. A filter that is to drop them must therefore come after Hierarchize.
+    /// HIERARCHIZE(this), which discards an earlier Order. The arguments are not read here. Given a hierarchy, a
+    /// dialect may first call StripCalculations(hierarchy, byName) and afterwards append `calculations`, even those
+    /// that were not in the set. To filter these out, call TakeFilter after Hierarchize.
     virtual MDXSet * Hierarchize(bool, BRIM_o::Hierarchy const * hierarchy, bool byName,
         std::vector<BRIM_o::Calculation *> const & calculations);
     /// HIERARCHIZE(this). A dialect may do nothing.
@@ -118,12 +119,12 @@ public:
     /// DRILLDOWNMEMBER(this, {given}). With `recursive`, all members of the hierarchy replace `given`, which is not
     /// read; without it, the hierarchy is not read and may be null.
     virtual MDXSet * DrillDown(BRIM_o::Hierarchy const * hierarchy, KelpString const & given, bool recursive);
-    /// DRILLDOWNMEMBER(this, {other}). Adds children only where they do not follow already, so start from a level
-    /// or from the All member. A member that occurs twice gets its children twice.
+    /// DRILLDOWNMEMBER(this, {other}). Adds no children to a member that its children already follow, so start from
+    /// a level or from the All member. A member that occurs twice gets its children twice.
     virtual MDXSet * DrillDownOnSet(KelpString const & given);
     virtual MDXSet * DrillDownOnSet(MDXSet const * other);
-    /// DRILLUPMEMBER(this, {given}). Closes a member only if a descendant follows it at once; DrillUpOnSet sorts
-    /// first.
+    /// DRILLUPMEMBER(this, {given}). Collapses a member only if the next member in the set is its descendant.
+    /// DrillUpOnSet sorts the set first.
     virtual MDXSet * DrillUp(KelpString const & given);
     /// DRILLUPMEMBER(Hierarchize(this), other), which discards an earlier Order.
     virtual MDXSet * DrillUpOnSet(KelpString const & given);
@@ -141,7 +142,7 @@ public:
     virtual MDXSet * TakeAncestorsOfMember(KelpString const & member, bool all, std::int32_t count);
     /// The ancestors of each member of a set, written in the same way. With `all`, the members themselves are not
     /// included. A count of -1 goes to the top; a dialect may use `openCount` in its place. Any other negative
-    /// count counts as 0; with `all`, the result is empty.
+    /// count counts as 0, or with `all` gives an empty set.
     virtual MDXSet * TakeAncestorsOfSet(KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all,
         std::int32_t count, std::int32_t openCount);
 
@@ -156,7 +157,7 @@ public:
     virtual MDXSet * TakeFilter(KelpString & condition);
     /// FILTER(this, condition) with the text of a condition tree. `tuple` replaces ET_CURRENT in the tree; it may
     /// be null if the tree has no such node. Throws MDX_ERR_BAD_EXPRESSION for a node that cannot be translated,
-    /// and MDX_ERR_EMPTY_TUPLE if the tree needs a tuple and that has no field.
+    /// and MDX_ERR_EMPTY_TUPLE if the tree has ET_CURRENT and `tuple` has no field.
     virtual MDXSet * TakeFilter(BRIM_o::Expression * condition, MDXTuple const * tuple);
     /// The text of a tree, without FILTER. The arguments and errors are those of TakeFilter. A condition is not a
     /// set: use its text in a value, not on an axis.
@@ -172,8 +173,8 @@ public:
     /// TOPCOUNT(this, amount, tuple), BOTTOMSUM and so on. `amount` is a number as text. A null tuple is left out.
     /// Throws MDX_ERR_BAD_ENUM for an unknown type or measure, with the value and the name of the enumeration, and
     /// MDX_ERR_MISSING_TUPLE for a null tuple unless the measure is Count. Members of all levels are compared with
-    /// each other, so start from one level. In the bottom, empty members come first. Servers disagree about a
-    /// bottom without a tuple.
+    /// each other, so start from one level. The BOTTOM functions return members with empty cells first. Servers
+    /// disagree about BOTTOMCOUNT without a tuple.
     virtual MDXSet * TakeExtremity(
         ExtremityType type, ExtremityMeasure measure, KelpString const & amount, MDXTuple const * tuple);
 
@@ -182,10 +183,11 @@ public:
 
     /// The siblings of the field. The dimension is not read and may be null.
     virtual MDXSet * TakeSiblings(MDXField const * field, BRIM_o::Dimension const * dimension);
-    /// The descendants of each member of the set down to `depth` levels below it, or down to the leaves for -1:
-    /// with `all` every one of them, without it only the leaves. `level` is not read here. A dialect may use it, as
-    /// the unique name of a level, instead of the depth. The sets of the MSOLAP generator give the children of each
-    /// member for a depth of -1 without a level, not the leaves. Calculated members are left out.
+    /// The descendants of each member of the set, at most `depth` levels below the member; -1 is no limit. Without
+    /// `all`, only the leaves among them. With `all`, a depth of 0 or more includes the members themselves. `level`
+    /// is not read here. A dialect may use it, as the unique name of a level, instead of the depth. The sets of the
+    /// MSOLAP generator ignore the depth: without a level they give the children of each member and, with `all`,
+    /// the set as well. Calculated members are left out.
     virtual MDXSet * TakeChildren(MDXSet const * set, BRIM_o::Hierarchy const * hierarchy, bool all,
         std::int32_t depth, KelpString const & level);
     /// field.CHILDREN

@@ -56,7 +56,7 @@ void reserve_chains(KelpString & text, AncestorChain const & chain, std::int64_t
     text.reserve(length);
 }
 
-// More than what surrounds a chain, apart from the member or hierarchy.
+// An upper bound for the text around one chain, not counting the name of the member or hierarchy.
 constexpr std::size_t kAroundChain = 80;
 
 }

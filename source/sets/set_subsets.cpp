@@ -15,7 +15,8 @@ MDXSet * MDXSet::TakeSubset(std::int32_t start, std::int32_t count)
     return rewrite<u"SUBSET( $1, $2 ) ">(this, { fText, decimal(start) });
 }
 
-// The start is the lower rank minus 1, the count is the difference of the ranks plus 1. RANK has three spellings.
+// The start is the lower rank minus 1, the count is the difference of the ranks plus 1. The calls of RANK differ in
+// their blanks on purpose.
 MDXSet * MDXSet::TakeSubset(MDXTuple const * first, MDXTuple const * second)
 {
     return rewrite<u"SUBSET( $1"

@@ -25,7 +25,8 @@ struct Kind {
     ExpressionType type;
     bool asksServer; // server_translate is called before any operand is translated
     void (*shape)(Node const & node, KelpString & text);
-    // The placeholders are operands. Shapes that write a text by other means do not use the template.
+    // Its placeholders are the operands; for set functions and tuples, $1 is the list of them. Empty if `shape`
+    // needs no template.
     Template text{ {}, nullptr, 0 };
 };
 
@@ -78,7 +79,7 @@ private:
 };
 
 // The stack used per level limits the depth of a tree, so a shape has few local variables besides its texts. The
-// first operand is translated into the text that becomes the node's, which keeps left-deep chains linear.
+// first operand is translated directly into the node's own text, so a left-deep chain takes linear time.
 
 void literal(Node const & node, KelpString & text)
 {

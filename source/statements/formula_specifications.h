@@ -9,9 +9,9 @@ class MDXField;
 class MDXSet;
 class MDXValue;
 
-/// The definition of a calculated member or a named set, for a WITH clause or a CREATE statement, which makes and
-/// owns it. `qualified` puts the cube's name and a dot before the defined name. Each getText() asks the held
-/// objects for their texts. They may not be null at that time.
+/// The definition of a calculated member or a named set in a WITH clause or CREATE. The statement makes and owns
+/// it. `qualified` puts the cube's name and a dot before the defined name. getText() asks the member, value or set
+/// for its text; none of these may be null by then.
 class MDX_API MDXSingleFormulaSpecification {
 public:
     explicit MDXSingleFormulaSpecification(KelpString const & cubeName);
@@ -43,9 +43,9 @@ protected:
     bool fQualified;
 };
 
-/// MEMBER member AS value, SOLVE_ORDER = number, name = property. A negative solve order is left out. Property
-/// values are MDX and inserted unchanged: a text constant must include its quotes. Takes references to the member
-/// and the value.
+/// MEMBER member AS value, SOLVE_ORDER = number, property name = property value. A negative solve order is left
+/// out. Property values are MDX and inserted unchanged: a text constant must include its quotes. Takes references
+/// to the member and the value.
 class MDX_API MDXMemberSpecification : public MDXSingleFormulaSpecification {
 public:
     MDXMemberSpecification(MDXField * member, MDXValue * value, std::int32_t solveOrder,

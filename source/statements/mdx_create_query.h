@@ -26,8 +26,8 @@ public:
     virtual void AddMemberFormula(MDXField * name, MDXValue * value, std::int32_t solveOrder,
         std::vector<KelpString> const & propertyNames, std::vector<KelpString> const & propertyValues);
     virtual void AddSetFormula(KelpString const & name, MDXSet * set);
-    /// Stores the whole statement, CREATE included, as text. From now on that is the statement; formulas are
-    /// ignored.
+    /// Stores the whole statement, CREATE included, as text. From then on getText returns `text` and ignores all
+    /// formulas.
     virtual void AddRawMemberFormula(KelpString const & text);
 
 protected:

@@ -81,7 +81,7 @@ KelpString MDXSelectQuery::getText(bool multiLine) const
         throw MDXError(MDX_ERR_NO_AXES);
 
     Layout const & before = multiLine ? kSeveralLines : kOneLine;
-    constexpr std::size_t kUsualLength = 512; // of an axis, and of all other parts together
+    constexpr std::size_t kUsualLength = 512; // for each axis, and once for all other parts together
     KelpString text;
     text.reserve(kUsualLength * (fAxes.size() + 1));
     for (auto const & formula : fFormulas) {

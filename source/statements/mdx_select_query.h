@@ -58,7 +58,7 @@ public:
     /// calculated last. Without a FORMAT_STRING the server may round what it shows.
     virtual void AddMemberFormula(MDXField * name, MDXValue * value, std::int32_t solveOrder,
         std::vector<KelpString> const & propertyNames, std::vector<KelpString> const & propertyValues);
-    /// Adds a named set to the WITH clause. The server evaluates the set once, within the slicer.
+    /// Adds a named set to the WITH clause. The server evaluates the set once, in the context of the slicer.
     virtual void AddSetFormula(KelpString const & name, MDXSet * set);
 
     /// Adds the next axis. `axis` counts from 0. Throws MDX_ERR_AXIS_OUT_OF_ORDER for another number; nothing
@@ -76,8 +76,8 @@ public:
     /// Puts DRILLTHROUGH before SELECT and returns true. A dialect without drill-through does nothing and returns
     /// false.
     virtual bool SpecifyDrillThrough();
-    /// Stores the whole statement as text. From now on that is the statement, whatever else is added. `text` is not
-    /// changed.
+    /// Stores the whole statement as text. From then on getText returns this text and ignores everything else that
+    /// is added. `text` is not changed.
     virtual void setQuery(KelpString & text);
 
 protected:

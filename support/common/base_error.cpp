@@ -58,7 +58,7 @@ KelpString BaseError::getText() const
 {
     char const * at = error_message(fCode);
     if (at == nullptr)
-        return format_text("Error 0x%08x of the module %s.", fCode, fModule);
+        return format_text("Error 0x%08x in module %s.", fCode, fModule);
 
     KelpString text;
     for (; *at != '\0'; ++at) {

@@ -10,13 +10,13 @@ char const * error_message(std::uint32_t code) noexcept
     case MDX_ERR_NO_FORMULAS: return "There is no formula to create.";
     case MDX_ERR_PROPERTY_COUNT_MISMATCH: return "The numbers of property names and property values differ.";
     case MDX_ERR_NOTHING_TO_DROP: return "There is nothing to drop.";
-    case MDX_ERR_MIXED_DROP: return "Members and sets cannot be dropped by one statement.";
+    case MDX_ERR_MIXED_DROP: return "One statement cannot drop both members and sets.";
     case MDX_ERR_BAD_ENUM: return "The value %1 is out of range for the enumeration %2.";
-    case MDX_ERR_MISSING_TUPLE: return "A tuple is needed to measure by.";
+    case MDX_ERR_MISSING_TUPLE: return "The operation or condition needs a tuple, but none was given.";
     case MDX_ERR_EMPTY_TUPLE: return "The tuple is empty.";
     case MDX_ERR_BAD_EXPRESSION:
-        return "The condition has a node of an unknown kind, a value that is not a finite number or a bool, or a "
-               "null test of something other than a tuple.";
+        return "The condition contains a node of an unknown kind, a value that is neither a finite number nor a "
+               "bool, or a null test of something other than a tuple.";
     }
     return nullptr;
 }

@@ -1,6 +1,6 @@
 #pragma once
 #include <cstdint>
 
-// The message of an error code; null for an unknown code. "%1" to "%9" are the places of the error's inserts. A
+// The message of an error code; null for an unknown code. "%1" to "%9" are placeholders for the error's inserts. A
 // message has no other "%".
 char const * error_message(std::uint32_t code) noexcept;

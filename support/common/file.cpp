@@ -10,8 +10,8 @@
 
 namespace {
 
-// Locks a file for the length of a scope. After two seconds the scope goes on without the lock: a writer that hangs
-// must not stop this one.
+// Locks a file for the length of a scope. Gives up after two seconds and continues without the lock, so a hung
+// process cannot block this one.
 class WriteLock {
 public:
     explicit WriteLock(support_dll::OpenFile & file) : fFile(file)

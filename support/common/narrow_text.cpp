@@ -27,8 +27,8 @@ void append_code_point(std::string & out, char32_t point)
     }
 }
 
-// Takes one code point off `text`. Of an incomplete sequence, takes the bytes that belong to it and returns one
-// replacement character.
+// Removes one code point from the start of `text` and returns it. If the sequence is ill-formed, removes its valid
+// beginning, at least one byte, and returns U+FFFD.
 char32_t take_code_point(std::string_view & text) noexcept
 {
     auto const take = [&] {

@@ -11,7 +11,7 @@ namespace support_dll {
 // A file that is open for appending: the part of File that each platform does in its own way.
 class OpenFile {
 public:
-    // Opens a file as File::open says. Null where that returns false.
+    // Opens a file by the rules of File::open. Returns null if the file is refused or cannot be opened.
     static std::unique_ptr<OpenFile> open(FileLocator const & location);
 
     // The text and a line end, as this platform writes lines.
@@ -19,8 +19,8 @@ public:
 
     virtual ~OpenFile() = default;
 
-    // Locks the file against other writers. Returns false if one of them has it locked, and true if the file system
-    // has no locks.
+    // Locks the file against other writers. Returns false if another writer holds the lock. Returns true if the
+    // file system has no locks.
     virtual bool lock() noexcept = 0;
     virtual void unlock() noexcept = 0;
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The longest text is a whole number of 32 binary digits and a sign.
+// The longest text is a 32-bit integer in radix 2, with its sign.
 constexpr std::size_t kLongest = 40;
 
 void assign(KelpString & out, char const * begin, char const * end)

@@ -13,8 +13,8 @@
 
 namespace {
 
-// The number of bytes of a value, without its type. 0 for a type without a value, for VT_DECIMAL, whose value
-// covers its type, and for unknown types.
+// The size of a value in bytes, without the type field. 0 for VT_DECIMAL, whose value overlaps the type field, and
+// for all types that are not listed.
 std::size_t size_of(unsigned type)
 {
     switch (type) {
@@ -49,7 +49,7 @@ bool is_type(unsigned type)
     return base == VT_VARIANT ? type != base : type == VT_EMPTY || type == VT_NULL;
 }
 
-// Copies the value that `source` is or points to. A text is not copied.
+// Copies `source` or, if it is a pointer, the value it points to. The copy shares the characters of a text.
 HRESULT dereference(VARIANT const & source, VARIANT & out)
 {
     if (!is_type(source.vt))
@@ -89,7 +89,7 @@ HRESULT real_of(DECIMAL const & value, double & out)
         static_cast<std::uint32_t>(value.Lo64) };
     std::string digits;
     while ((parts[0] | parts[1] | parts[2]) != 0) {
-        std::uint64_t rest = 0; // of the division of all parts by ten: the next digit from the right
+        std::uint64_t rest = 0; // remainder of the division by ten: the next digit from the right
         for (std::uint32_t & part : parts) {
             std::uint64_t const dividend = rest << 32 | part;
             part = static_cast<std::uint32_t>(dividend / 10);
@@ -137,7 +137,7 @@ HRESULT real_of(VARIANT const & value, double & out)
 HRESULT bool_of(VARIANT const & value, VARIANT_BOOL & out)
 {
     if (value.vt == VT_BOOL) {
-        out = value.boolVal; // unchanged, as on Windows, if it is neither of the two
+        out = value.boolVal; // as on Windows, copies even values that are neither 0 nor -1
         return S_OK;
     }
     if (value.vt == VT_BSTR) {

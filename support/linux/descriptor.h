@@ -2,7 +2,7 @@
 #include <unistd.h>
 #include <utility>
 
-// Owns an open file by its number, which is below 0 if there is none.
+// Owns a file descriptor. A negative number means that there is none.
 class Descriptor {
 public:
     explicit Descriptor(int number) noexcept : fNumber(number) {}

@@ -24,7 +24,7 @@ bool is_digit(char16_t character)
     return character >= u'0' && character <= u'9';
 }
 
-// Reads what follows an "&": "H1F" in hexadecimal or "O17" in octal digits, a signed number of 32 bits.
+// Reads what follows an "&", as a signed 32-bit number: "H1F" is hexadecimal, "O17" is octal.
 HRESULT parse_bits(std::u16string_view text, double & out)
 {
     char16_t const mark = text.size() < 2 ? u'\0' : ascii_lower(text.front());

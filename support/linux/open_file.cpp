@@ -14,7 +14,7 @@
 namespace {
 
 // Blocks SIGXFSZ in this thread for the length of a scope. A file at its size limit would raise the signal and end
-// the process. A signal that was raised within the scope is discarded; the write has failed, which says the same.
+// the process. A signal raised within the scope is discarded, because the failed write already reports the limit.
 class LimitSignalBlocked {
 public:
     LimitSignalBlocked() noexcept

@@ -28,7 +28,7 @@ std::vector<std::string> setting_folders()
     return folders;
 }
 
-// The bytes of a settings file. None if the file is missing, too large, not a regular file or unreadable.
+// The bytes of a settings file. Empty if the file is missing, too large, not a regular file or unreadable.
 std::string read_file(std::string const & path)
 {
     Descriptor const file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));

@@ -17,7 +17,7 @@ std::u16string_view trim(std::u16string_view text)
     return text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
 }
 
-// Takes the next line off `text`, without its end and the blanks around it.
+// Removes the next line from `text` and returns it without the line end and surrounding blanks.
 std::u16string_view take_line(std::u16string_view & text)
 {
     std::size_t const end = text.find(u'\n');
@@ -26,7 +26,8 @@ std::u16string_view take_line(std::u16string_view & text)
     return trim(line);
 }
 
-// Takes a quoted text off the start of `line`. Nothing for a text without an end or with an unknown escape.
+// Removes a quoted text from the start of `line` and returns it without quotes and escapes. Returns nullopt if a
+// quote is missing or an escape is unknown.
 std::optional<KelpString> take_quoted(std::u16string_view & line)
 {
     if (!line.starts_with(u'"'))
@@ -57,7 +58,8 @@ std::optional<std::uint32_t> number_of(std::u16string_view text)
     return end == last && failure == std::errc() ? std::optional(number) : std::nullopt;
 }
 
-// The value in the line `"name"=value`. Nothing for another name and for a value of another type.
+// The value in the line `"name"=value`. Returns nullopt for another name, or if the value is neither a text nor a
+// dword.
 std::optional<RegistryValue> value_of(std::u16string_view line, std::u16string_view name)
 {
     std::optional<KelpString> const found = take_quoted(line);

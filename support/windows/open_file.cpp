@@ -54,9 +54,9 @@ private:
 std::unique_ptr<support_dll::OpenFile> support_dll::OpenFile::open(FileLocator const & location)
 {
     bool const shared = location.inSharedFolder();
-    auto result = std::make_unique<WindowsFile>(); // may throw, so before the file is open
-    // Other programs may append to the file, read it and move it while it is open. A handle that may only append
-    // writes to the end, even if another program has moved the end.
+    auto result = std::make_unique<WindowsFile>(); // may throw, so it is made before the file is opened
+    // Other programs may append to the file, read it and move it while it is open. An append-only handle always
+    // writes at the current end, even after another program has appended.
     result->fFile = ::CreateFileW(location.path().c_str(),
         FILE_APPEND_DATA | FILE_READ_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE,
         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,

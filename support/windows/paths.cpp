@@ -7,7 +7,7 @@
 std::filesystem::path native_path(KelpString const & text)
 {
     wchar_t const * const begin = ole_characters(text.data());
-    return std::filesystem::path(begin, begin + text.size()); // which may have lone surrogates
+    return std::filesystem::path(begin, begin + text.size()); // not by way of UTF-8, which has no lone surrogates
 }
 
 std::filesystem::path temporary_folder()

@@ -12,8 +12,8 @@ bool has_zero(KelpString const & text)
     return text.std::u16string::find(u'\0') != text.npos;
 }
 
-// Reads a value of the type in `flags` into `out`, which has room for `size` bytes. The registry has no names with
-// a zero character; they are not found.
+// Reads a value of the type in `flags` into `out`, which has room for `size` bytes. A name that contains a zero
+// character cannot exist in the registry, so it is not found.
 LSTATUS read_value(RegistryWrapper::RootKey root, KelpString const & key, KelpString const & name, DWORD flags,
     void * out, DWORD & size)
 {

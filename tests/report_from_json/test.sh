@@ -63,9 +63,9 @@ fault '"level": "[Store].[City]"' '"level": "[Store].[Town]"' 'reports[1].axes[1
 fault '["is empty"' '["is nil"' 'reports[0].axes[1].steps[2][1][2][1][0]: "is nil" is unknown here; known: !=, *, +,'
 fault '"nonEmpty": true' '"nonEmtpy": true' 'reports[0].axes[1]: "nonEmtpy" is unknown here; known: from, nonEmpty, properties, steps'
 fault '"Count", 3, "[Measures].[Store Sales]"' '"Sum", 3' \
-    'reports[1].axes[1].steps[1]: A tuple is needed to measure by.'
+    'reports[1].axes[1].steps[1]: The operation or condition needs a tuple, but none was given.'
 fault '"sets": ["[Home]"]' '"sets": []' 'reports[5]: '
-fault '"Store Cost", "Unit Sales"' '"Store Sales"' 'cube.dimensions[0]: The cube has [Measures].[Store Sales] already'
+fault '"Store Cost", "Unit Sales"' '"Store Sales"' 'cube.dimensions[0]: The cube already has [Measures].[Store Sales]'
 fault '["TakeLeafNodes", "[Store]"]' '["TakeFilter", ["current"]]' 'reports[2].axes[1].steps[0]: The tuple is empty.'
 fault '["TakeLeafNodes", "[Store]"]' "$(printf '["not",%.0s' {1..200})" 'lists and objects are nested more than 200 levels deep'
 fault '["TakeLeafNodes", "[Store]"]' '["TakeAncestorsOfMember", "[Store].[Europe]", 2147483647]' \

@@ -13,7 +13,7 @@ public:
     Composer(memory_cube::Cube & cube, bool recordSteps) : fCube(cube), fMake(cube), fRecordSteps(recordSteps) {}
 
     memory_cube::Maker const & make() const { return fMake; }
-    // The recorded texts after each step since the last call.
+    // Returns and forgets the recorded text of each step since the last call.
     std::string take_recorded() { return std::exchange(fRecorded, {}); }
 
     memory_cube::Hierarchy * hierarchy(Place const & place);
@@ -29,7 +29,7 @@ public:
     RefPtr<MDXValue> value(Place const & place);
     memory_cube::Condition condition(Place const & place);
 
-    // Rejects a text of this length if it, or all texts together, are too long.
+    // Adds this length to the total. Rejects `place` if the length or the total exceeds its limit.
     void expect_room(double length, Place const & place);
 
 private:
@@ -40,5 +40,5 @@ private:
     memory_cube::Maker fMake;
     bool fRecordSteps;
     std::string fRecorded;
-    double fTotal = 0; // the length of all texts after steps
+    double fTotal = 0; // the sum of the lengths given to expect_room
 };

@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t kMaxDepth = 200; // because nested values are read recursively
 constexpr std::size_t kLongestMessage = 300;
 
-// What the parser calls for each part of the file. Finds what the parsed value does not show.
+// The callback of the parser. Rejects duplicate keys, which the parsed value no longer has, and deep nesting.
 class Checker {
 public:
     bool operator()(int, Place::Json::parse_event_t event, Place::Json & parsed)
@@ -35,8 +35,8 @@ public:
 private:
     struct Open {
         bool isList;
-        std::size_t index = 0; // of the item of a list that comes next
-        std::string key{};     // of the entry of an object that was read last
+        std::size_t index = 0; // in a list: the index of the item that is being read
+        std::string key{};     // in an object: the key of the entry that is being read
         std::set<std::string> keys{};
     };
 

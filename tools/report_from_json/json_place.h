@@ -27,7 +27,7 @@ public:
     using Json = nlohmann::ordered_json;
 
     explicit Place(Json const & json, std::string name = "") : fJson(&json), fName(std::move(name)) {}
-    // The places below this one that these values have.
+    // The place of an item or entry of this list or object. `json` is its value.
     Place item(Json const & json, std::size_t index) const;
     Place entry(Json const & json, std::string const & key) const;
 
