@@ -25,9 +25,6 @@ void uses_of_conditions(Sales & u)
     keeps("condition: not less, which keeps an empty cell here", !(sales < 2000));
     keeps("condition: less or equal", units <= 604);
     keeps("condition: greater or equal", units >= 604);
-    keeps("condition: and", sales > 1000 && sales < 10000);
-    keeps("condition: or", sales < 1000 || sales > 10000);
-    keeps("condition: or before and", (sales < 1000 || sales > 10000) && cost > 1000);
     keeps("condition: not", !(sales < 1000 || sales > 10000));
     keeps("condition: minus", -sales < -10000);
     keeps("condition: arithmetic", (sales - cost) / sales > 0.4);
@@ -35,7 +32,6 @@ void uses_of_conditions(Sales & u)
     keeps("condition: whole division", Condition(ET_INTDIVIDE, { sales, 1000 }) > 9);
     keeps("condition: true", Condition(true));
     keeps("condition: false", Condition(false));
-    keeps("condition: a text constant", mc::mdx("[Store].CURRENTMEMBER.NAME") == mc::text("東京"));
     keeps("condition: groups",
         Condition(ET_AND, { Condition(ET_GROUP_190, { sales < 1000 || sales > 10000 }), Condition(ET_GROUP_206, { cost < 10000 }) }));
 
