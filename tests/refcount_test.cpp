@@ -3,7 +3,6 @@
 
 #include <cstdlib>
 #include <set>
-#include <stdexcept>
 #include <thread>
 
 namespace {
@@ -58,20 +57,6 @@ TEST(RefCount, DropsALineForWhichMemoryRunsOut)
     EXPECT_EQ(Strings{}, lines.take());
     EXPECT_EQ(1, thing->unuse());
     EXPECT_EQ(0, thing->unuse());
-}
-
-TEST(RefCount, DoesNotFailWithTheLog)
-{
-    ScopedLevel const counts("INTERFACE", "Thing", 5);
-    auto * const thing = new Thing;
-    CoreLog::Sink const fail = [](void *, std::uint32_t, std::int32_t, KelpString const &, KelpString const &, KelpString const &) {
-        throw std::runtime_error("full");
-    };
-    support_dll::getLogObject()->setSink(fail, nullptr);
-    EXPECT_EQ(2, thing->use());
-    EXPECT_EQ(1, thing->unuse());
-    EXPECT_EQ(0, thing->unuse());
-    support_dll::getLogObject()->setSink(nullptr, nullptr);
 }
 
 TEST(RefCount, ReportsAnUnuseTooMany)
