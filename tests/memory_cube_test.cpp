@@ -1,8 +1,6 @@
 #include "allocations.h"
 #include "fixture.h"
 
-#include <thread>
-
 namespace {
 
 using namespace memory_cube;
@@ -115,20 +113,12 @@ TEST_F(Conditions, ShareNodesThatNeverChange)
     EXPECT_EQ("S > 1", mdx_of(child));
     Condition const moved = std::move(child);
     EXPECT_EQ("S > 1", mdx_of(child));
-
-    std::thread other([&copy, want = mdx_of(copy), this] {
-        for (int i = 0; i < 1000; ++i)
-            EXPECT_EQ(want, mdx_of(Condition(copy)));
-    });
-    for (int i = 0; i < 1000; ++i)
-        EXPECT_EQ("NOT( S > 1 ) OR S", mdx_of(Condition(copy) || sales));
-    other.join();
 }
 
 TEST_F(Conditions, MayHaveAMillionTerms)
 {
-#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
-    constexpr std::size_t count = 100'000; // sanitizers make them slow
+#ifdef __SANITIZE_ADDRESS__
+    constexpr std::size_t count = 100'000; // the sanitizer makes them slow
 #else
     constexpr std::size_t count = 1'000'000;
 #endif
