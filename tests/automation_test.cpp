@@ -177,8 +177,6 @@ TEST(VariantChangeType, ReadsLongTexts)
     expect_text_as_number(u"0." + zeros + u"1e400", "0.1");
     expect_text_as_number(u"1.0" + zeros + u"e400", "!overflow");
     expect_text_as_number(u"0" + zeros + u"1e400", "!overflow");
-    expect_text_as_number(u"0." + zeros + u"1e800", "!overflow");
-    expect_text_as_number(u"1" + zeros + u"e-800", "0");
     expect_text_as_number(std::u16string(400, u'9'), kWine ? "inf" : "!overflow");
 }
 

@@ -25,7 +25,7 @@ struct NodeRow {
 
     Row as_row() const
     {
-        return { row, [make = make](Documented & f) { return f.told(make(f)); }, { node.text } };
+        return { row, "s->Filter", [make = make](Documented & f) { return f.told(make(f)); }, { node.text } };
     }
     bool isAsked() const { return node.isAsked == "yes"; } // whether a server may write it
     std::size_t needed() const { return node.operands == "none" ? 0 : node.operands == "all" ? 1 : std::stoul(node.operands); }

@@ -137,9 +137,11 @@ struct Documented : Fixture {
         return __VA_ARGS__;                                                                                                                \
     }
 
-// A row: what its code tells, and what it tells of other classes or with flat names. Texts at the end may be missing.
+// A row: its operation, such as "s->TakeTail", what its code tells, and what it tells of other classes or with flat names. Texts at the end
+// may be missing.
 struct Row {
     char const * row;
+    char const * operation;
     std::function<Strings(Documented &)> code;
     Strings texts;
     Strings others{};
@@ -177,21 +179,26 @@ inline void expect_call(Row const & row, std::initializer_list<Classes> classes)
 }
 
 // Has each question to the host fail in turn, and then each allocation. Everything is as it was afterwards, and the call does what it
-// should when it is repeated. An operation that goes by steps may leave its own object with the text of a step.
+// should when it is repeated. An operation that goes by steps may leave its own object with the text of a step, and changes nothing else.
 inline void expect_no_trace_of_faults(Row const & row, std::initializer_list<Classes> classes, bool bySteps = false)
 {
     for (Classes const each : classes) {
         Documented done(each);
         row.run(done);
+        auto const same = [&](Fixture::State a, Fixture::State b) {
+            if (bySteps)
+                a[done.changed] = b[done.changed];
+            return a == b;
+        };
         for (auto const fails : { fails_at_question, fails_at_allocation }) {
             for (std::size_t nth = 1;; ++nth) {
                 Documented f(each);
                 Fixture::State const before = f.state();
                 if (!fails(nth, [&] { row.run(f); }) || !f.changed.empty()) // the call was over when it failed
                     break;
-                EXPECT_TRUE(before == f.state() || bySteps) << row.row;
+                EXPECT_TRUE(same(before, f.state())) << row.row;
                 row.run(f);
-                EXPECT_TRUE(done.state() == f.state() || bySteps) << row.row;
+                EXPECT_TRUE(same(done.state(), f.state())) << row.row;
             }
         }
     }

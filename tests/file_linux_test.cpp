@@ -7,7 +7,9 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <fcntl.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -105,6 +107,19 @@ TEST(File, CompletesALineAfterAnInterruption)
     file.writeLine("a line that is written in two parts");
     EXPECT_STREQ(gWrites, "");
     EXPECT_EQ(text_of_file(machine.fFolder / "log.txt"), "a line that is written in two parts\n");
+}
+
+TEST(File, WritesInTheEndDespiteTheLockOfAWriterThatHangs)
+{
+    Machine const machine;
+    fs::path const path = machine.fFolder / "log.txt";
+    File file(locate(path));
+    ASSERT_TRUE(file.open("a+"));
+    int const other = ::open(path.c_str(), O_RDONLY);
+    ASSERT_EQ(::flock(other, LOCK_EX), 0);
+    file.writeLine("one"); // after two seconds
+    ::close(other);
+    EXPECT_EQ(text_of_file(path), "one\n");
 }
 
 TEST(File, StartsANewLineAfterTheSizeLimitOfTheProcess)

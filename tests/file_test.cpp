@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <thread>
-
 namespace {
 
 FileLocator in_folder(Machine const & machine, std::u16string const & name)
@@ -64,27 +62,6 @@ TEST(File, RefusesASecondNameInTheTemporaryFolder)
     std::filesystem::create_hard_link(machine.temporary_folder() / "log.txt", machine.fFolder / "other.txt");
     EXPECT_FALSE(File(shared).open("a+"));
     EXPECT_TRUE(File(in_folder(machine, u"other.txt")).open("a+")) << "in a folder of the user's own";
-}
-
-// Two threads take the place of two processes: a system tells two open files of one process apart in the same way.
-TEST(File, KeepsLinesOfTwoWritersApart)
-{
-    Machine const machine;
-    std::size_t const length = 20000; // more than one page
-    auto const write_lines = [&](char character) {
-        File file(in_folder(machine, u"log.txt"));
-        file.open("a+");
-        for (int n = 0; n < 300; ++n)
-            file.writeLine(std::string(length, character).c_str());
-    };
-    std::thread other(write_lines, 'a');
-    write_lines('b');
-    other.join();
-    std::istringstream text(text_of_file(machine.fFolder / "log.txt"));
-    int lines = 0;
-    for (std::string line; std::getline(text, line); ++lines)
-        ASSERT_TRUE(line == std::string(length, 'a') || line == std::string(length, 'b')) << line.substr(0, 20);
-    EXPECT_EQ(lines, 600);
 }
 
 }

@@ -87,11 +87,9 @@ print amount
 continue
 up
 print error
-print error
 print city
 print none
 print set
-print *set.fObject
 print field
 print value
 print tuple
@@ -114,10 +112,8 @@ MDXSet::TakeExtremity in source/sets/set_filters.cpp
 MSOLAP7Set "s", 1 holder
 u"10"
 MDXError MDX_ERR_BAD_ENUM: 9, QueryType
-MDXError MDX_ERR_BAD_ENUM: 9, QueryType
 u"Zürich"
 null
-MSOLAP7Set "TOPCOUNT( s, 10 ) ", 3 holders
 MSOLAP7Set "TOPCOUNT( s, 10 ) ", 3 holders
 MSOLAP7Field "m", 5 holders
 MSOLAP7Value "5", 2 holders

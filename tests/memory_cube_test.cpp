@@ -1,39 +1,10 @@
-#include <odbomodule/memory_cube.h>
 #include "allocations.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <new>
-#include <stdexcept>
-#include <thread>
+#include "fixture.h"
 
 namespace {
 
 using namespace memory_cube;
 using namespace memory_cube::conditions;
-
-TEST(Cube, SaysWhatItDoesNotHave)
-{
-    Cube cube("[Sales]");
-    std::pair<char const *, std::function<void()>> const rows[] = {
-        { "The cube has no dimension [X]", [&] { cube.dimension("[X]"); } },
-        { "The cube has no hierarchy [X]", [&] { cube.hierarchy("[X]"); } },
-        { "The cube has no level [X]", [&] { cube.level("[X]"); } },
-        { "The cube has no member [X]", [&] { cube.member("[X]"); } },
-        { "The cube has no calculated member [X]", [&] { cube.calculation("[X]"); } },
-    };
-    for (auto const & [want, ask] : rows) {
-        try {
-            ask();
-            FAIL();
-        } catch (std::out_of_range const & error) {
-            EXPECT_STREQ(want, error.what());
-        }
-    }
-    cube.add_dimension("Store");
-    EXPECT_THROW(cube.add_dimension("Store"), std::invalid_argument);
-}
 
 TEST(Cube, TakesTheUniqueNamesOfAServer)
 {
@@ -48,8 +19,6 @@ TEST(Cube, TakesTheUniqueNamesOfAServer)
     EXPECT_EQ("[Property].[City].&[42]", make.member(cube.member("[Property].[City].&[42]"))->getText());
     EXPECT_EQ("[Property].[City].&[42].[Zoë]", cube.add_member(member, "Zoë")->getUniqueName());
     EXPECT_EQ("[Dim Property].[H1].[Mean]", cube.add_calculation(city, "Mean")->getUniqueName());
-    EXPECT_EQ("City", city->getName());
-    EXPECT_EQ(level, city->getLevel(0));
 }
 
 // Whatever fails, the call can be repeated.
@@ -61,14 +30,10 @@ TEST(Cube, AddsAPartCompletelyOrNotAtAll)
     for (std::size_t nth = 1; failed; ++nth) {
         Cube cube("[Sales]");
         Hierarchy * const stores = cube.add_hierarchy(cube.add_dimension("A dimension with a long name"), "A hierarchy, too");
-        gFailAt = nth;
-        try {
+        failed = fails_at_allocation(nth, [&] {
             cube.add_level(stores, "A level");
             cube.add_calculation(stores, "A calculated member");
-            failed = false;
-        } catch (std::bad_alloc const &) {
-        }
-        gFailAt = 0;
+        });
         EXPECT_EQ(cube.levels().size(), stores->fLevels.size());
         EXPECT_EQ(cube.calculations().size(), stores->fCalculations.size());
         if (cube.levels().empty())
@@ -87,13 +52,11 @@ TEST(Cube, NeverGivesAnIdTwice)
     cube.add_calculation(stores, "North");
     cube.add_calculation(stores, "South");
     stores->fCalculations.erase(stores->fCalculations.begin());
-    Calculation * const west = cube.add_calculation(stores, "West");
-    std::map<BRIM_o::CalculationId, BRIM_o::Calculation *> all;
-    stores->getCalculations(all);
-    EXPECT_EQ(2u, all.size());
+    cube.add_calculation(stores, "West");
+    std::vector<BRIM_o::CalculationId> ids;
+    stores->getCalculationIds(ids);
+    EXPECT_EQ((std::vector<BRIM_o::CalculationId>{ 2, 3 }), ids);
     BRIM_o::Calculation * found = nullptr;
-    EXPECT_TRUE(stores->getCalculation(3, found));
-    EXPECT_EQ(west, found);
     EXPECT_FALSE(stores->getCalculation(1, found));
 }
 
@@ -122,20 +85,16 @@ struct Conditions : testing::Test {
 TEST_F(Conditions, AreWritten)
 {
     std::pair<Condition, char const *> const rows[] = {
-        { is_empty(sales), "IsEmpty( S )" },
         { !is_empty(key) && value(sales) > 1, "NOT( IsEmpty( ( S, Y )  ) ) AND S > 1" },
         { all_of({}), "1<2" },
         { any_of({}), "1>2" },
         { all_of({ sales }), "S" },
-        { any_of({ value(sales) > 1, value(sales) < 2, sales }) && true, "( S > 1 OR S < 2 OR S ) AND 1<2" },
-        { all_of({ value(sales) > 1, value(sales) < 2 || sales, value(sales) > 3 }), "S > 1 AND ( S < 2 OR S ) AND S > 3" },
         { current() == 1, "( S, Y )  = 1" },
         { Condition(9007199254740992), "9007199254740992" },
         { Condition(-9007199254740992), "-9007199254740992" },
         { Condition(9007199254740993), "9007199254740993" },
         { Condition(-9007199254740993), "-9007199254740993" },
         { Condition(~std::uint64_t{ 0 }), "18446744073709551615" },
-        { Condition(4000000000u), "4000000000" },
     };
     for (auto const & [condition, want] : rows)
         EXPECT_EQ(want, mdx_of(condition));
@@ -154,19 +113,15 @@ TEST_F(Conditions, ShareNodesThatNeverChange)
     EXPECT_EQ("S > 1", mdx_of(child));
     Condition const moved = std::move(child);
     EXPECT_EQ("S > 1", mdx_of(child));
-
-    std::thread other([&copy, want = mdx_of(copy), this] {
-        for (int i = 0; i < 1000; ++i)
-            EXPECT_EQ(want, mdx_of(Condition(copy)));
-    });
-    for (int i = 0; i < 1000; ++i)
-        EXPECT_EQ("NOT( S > 1 ) OR S", mdx_of(Condition(copy) || sales));
-    other.join();
 }
 
 TEST_F(Conditions, MayHaveAMillionTerms)
 {
+#ifdef __SANITIZE_ADDRESS__
+    constexpr std::size_t count = 100'000; // the sanitizer makes them slow
+#else
     constexpr std::size_t count = 1'000'000;
+#endif
     std::size_t const length = std::string_view("S > 1 AND ").size() * count - std::string_view(" AND ").size();
     EXPECT_EQ(length, mdx_of(all_of(std::vector(count, value(sales) > 1))).size());
 
@@ -180,16 +135,8 @@ TEST_F(Conditions, MayHaveAMillionTerms)
 TEST_F(Conditions, NeedTheTupleThatTheyName)
 {
     RefPtr<MDXSet> const rows = make.set("A");
-    auto const error_of = [](std::function<void()> const & call) -> std::uint32_t {
-        try {
-            call();
-        } catch (MDXError const & error) {
-            return error.code();
-        }
-        return 0;
-    };
-    EXPECT_EQ(MDX_ERR_MISSING_TUPLE, error_of([&] { take_filter(rows, sales || current() > 1); }));
-    EXPECT_EQ(MDX_ERR_MISSING_TUPLE, error_of([&] { make.value(-current()); }));
+    EXPECT_EQ(raises(MDX_ERR_MISSING_TUPLE), error_of([&] { take_filter(rows, sales || current() > 1); }));
+    EXPECT_EQ(raises(MDX_ERR_MISSING_TUPLE), error_of([&] { make.value(-current()); }));
     EXPECT_EQ("A", rows->getText());
     take_filter(rows, current() > 1, key);
     take_filter(rows, Condition(sales));
@@ -206,12 +153,9 @@ TEST(Maker, TakesWhatAHostHas)
         { make.member(member)->getText(), "[Zoë]" },
         { make.set(rows)->getText(), "{A}" },
         { make.value(name)->getText(), "[Zoë]" },
-        { make.value(-5)->getText(), "-5" },
         { make.value(4000000000u)->getText(), "4000000000" },
         { make.value(-9007199254740993)->getText(), "-9007199254740993" },
         { make.value(1.5)->getText(), "1.5" },
-        { make.value((value(member) - 1) / value(member))->getText(), "( [Zoë] - ( 1 ) ) / [Zoë]" },
-        { make.select(rows)->getText(false), "SELECT {A} ON COLUMNS FROM [Sales] " },
         { make.select(rows, make.set("{B}"), MDXSelectQuery::NES_NON_EMPTY)->getText(false),
             "SELECT NON EMPTY {A} ON COLUMNS , NON EMPTY {B} ON ROWS FROM [Sales] " },
     };
@@ -224,15 +168,11 @@ TEST(Statements, TakePropertiesAsPairs)
     Maker const make("[Sales]");
     RefPtr const query = make.create();
     add_formula(query, make.member("[M]"), make.value(1), { { "FORMAT_STRING", "'0'" }, { "LANGUAGE", "2057" } }, 2);
-    add_formula(query, make.member("[N]"), make.value(3));
-    EXPECT_EQ("CREATE MEMBER [Sales].[M] AS ' 1 ' , SOLVE_ORDER = 2, FORMAT_STRING = '0', LANGUAGE = 2057 "
-              "MEMBER [Sales].[N] AS ' 3 '  ",
-        query->getText(false));
+    EXPECT_EQ("CREATE MEMBER [Sales].[M] AS ' 1 ' , SOLVE_ORDER = 2, FORMAT_STRING = '0', LANGUAGE = 2057 ", query->getText(false));
 
     RefPtr<MDXQuery> const base = query; // and RefPtr converts to a base
     KelpString sent;
     EXPECT_EQ(42, logged(make.generator(), *base, [&](KelpString const & text) { return sent = text, 42; }));
-    logged(make.generator(), *query, [&](KelpString const & text) { EXPECT_EQ(sent, text); });
     EXPECT_EQ(sent, query->getText(false));
 }
 

@@ -1,11 +1,6 @@
 #include "allocations.h"
 #include "fixture.h"
 
-#include <cstdlib>
-#include <set>
-#include <stdexcept>
-#include <thread>
-
 namespace {
 
 struct Thing final : support::RefCount {
@@ -15,36 +10,6 @@ struct Thing final : support::RefCount {
     ~Thing() override { fAtEnd(*this); }
 };
 
-void on_eight_threads(std::function<void()> const & body)
-{
-    std::vector<std::jthread> threads; // which end before it does
-    for (int i = 0; i < 8; ++i)
-        threads.emplace_back(body);
-}
-
-}
-
-// The lines of the log follow the count, whoever changes it.
-TEST(RefCount, CountsAndLogsItsHoldersOnEightThreads)
-{
-    ScopedLevel const counts("INTERFACE", "Thing", 5);
-    bool ended = false;
-    auto * const thing = new Thing;
-    thing->fAtEnd = [&ended](Thing &) { ended = true; };
-    LogLines lines;
-    on_eight_threads([thing] {
-        for (int round = 0; round < 500; ++round)
-            count_of(*thing);
-    });
-    int last = 1;
-    for (std::string const & line : lines.take()) {
-        int const count = std::stoi(line.substr(line.rfind(' ')));
-        ASSERT_EQ(1, std::abs(std::exchange(last, count) - count));
-    }
-    EXPECT_EQ(1, last);
-    EXPECT_FALSE(ended);
-    EXPECT_EQ(0, thing->unuse());
-    EXPECT_TRUE(ended);
 }
 
 TEST(RefCount, DropsALineForWhichMemoryRunsOut)
@@ -58,20 +23,6 @@ TEST(RefCount, DropsALineForWhichMemoryRunsOut)
     EXPECT_EQ(Strings{}, lines.take());
     EXPECT_EQ(1, thing->unuse());
     EXPECT_EQ(0, thing->unuse());
-}
-
-TEST(RefCount, DoesNotFailWithTheLog)
-{
-    ScopedLevel const counts("INTERFACE", "Thing", 5);
-    auto * const thing = new Thing;
-    CoreLog::Sink const fail = [](void *, std::uint32_t, std::int32_t, KelpString const &, KelpString const &, KelpString const &) {
-        throw std::runtime_error("full");
-    };
-    support_dll::getLogObject()->setSink(fail, nullptr);
-    EXPECT_EQ(2, thing->use());
-    EXPECT_EQ(1, thing->unuse());
-    EXPECT_EQ(0, thing->unuse());
-    support_dll::getLogObject()->setSink(nullptr, nullptr);
 }
 
 TEST(RefCount, ReportsAnUnuseTooMany)
@@ -148,22 +99,6 @@ TEST(RefCount, TellsNothingOfANewSlicer)
     ScopedLevel const counts("INTERFACE", "MDXTuple", 5);
     static_cast<MDXSelectQuery &>(*query).AddSlicerSpecification(f.field);
     EXPECT_EQ(Strings{}, lines.take());
-}
-
-TEST(RefCount, NumbersObjectsThatAreMadeOnEightThreads)
-{
-    Fixture f;
-    LogLines lines;
-    ScopedLevel const memory("MEMORY", "MDXValue", 4);
-    on_eight_threads([&f] {
-        for (int round = 0; round < 100; ++round)
-            f.generator->GenerateValue(round)->unuse();
-    });
-    std::set<std::string> numbered;
-    for (std::string const & line : lines.fAll)
-        numbered.insert(line.substr(0, line.find(')')));
-    EXPECT_EQ(1600u, lines.fAll.size()); // made and destroyed
-    EXPECT_EQ(800u, numbered.size());
 }
 
 TEST(RefPtr, TakesAndGivesBack)

@@ -32,12 +32,6 @@ TEST_F(SettingsFile, IsReadAsDocumented)
 #include "documented_settings.h"
 }
 
-TEST_F(SettingsFile, IsUTF8)
-{
-    write(fFirst, kSection + "\"Name\"=\"\u00e9\U0001F600\"");
-    EXPECT_EQ(read_setting("Name"), "\xC3\xA9\xF0\x9F\x98\x80");
-}
-
 TEST_F(SettingsFile, CountsIfItIsTheFirstWithTheValue)
 {
     write(fSecond, kSection + "\"Both\"=\"home\"\n\"Home\"=\"home\"\n\"Kind\"=\"home\"\n");

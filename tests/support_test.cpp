@@ -8,7 +8,6 @@
 #include <cmath>
 #include <sstream>
 #include <stdexcept>
-#include <thread>
 
 namespace {
 
@@ -175,23 +174,6 @@ TEST(CoreLog, WritesToStandardErrorByDefault)
     testing::internal::CaptureStderr();
     support_dll::getLogObject()->log(1, 2, "MODULE", "Part", 3, inserts);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "MODULE Part [00000001, level 2] one  three\n");
-}
-
-TEST(CoreLog, KeepsALevelForEachSubModule)
-{
-    auto const level_of = [](int part) {
-        return support_dll::getLogObject()->getModuleVerbosity("MODULE", KelpString(std::to_string(part).c_str()));
-    };
-    auto const raise_levels = [&] {
-        for (int part = 0; part < 500; ++part)
-            ++*level_of(part);
-    };
-    std::thread other(raise_levels);
-    raise_levels();
-    other.join();
-    for (int part = 0; part < 500; ++part)
-        EXPECT_EQ(level_of(part)->exchange(0), 2);
-    EXPECT_NE(support_dll::getLogObject()->getModuleVerbosity("OTHER", "1"), level_of(1));
 }
 
 TEST(CoreLog, DropsALineThatItCannotWrite)

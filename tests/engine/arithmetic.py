@@ -7,7 +7,7 @@ make of them. operation_uses.py and documents.py say so for each statement.
 import dataclasses
 import math
 
-from cube import ROWS, Member, children, level, members, total
+from cube import ROWS, Member, children, level, total
 
 
 def store(*path):
@@ -20,10 +20,6 @@ def product(*path):
 
 def period(*path):
     return Member("Time.Calendar", path)
-
-
-def fiscal(*path):
-    return Member("Time.Fiscal", path)
 
 
 def measure(name):
@@ -109,14 +105,12 @@ def evaluate(context, defined):
 class Shows:
     """The positions of each axis, the members of the slicer, and calculated members that the statement defines.
 
-    `wrong` says what a statement shows in place of what its title says: it is run, and has to go when the statement is
-    mended. `fault` says the same of the engine.
+    `fault` says what the engine gets wrong.
     """
     axes: list
     where: tuple = ()
     defined: dict = dataclasses.field(default_factory=dict)
     properties: dict = dataclasses.field(default_factory=dict)
-    wrong: str = ""
     fault: str = ""
 
     def cells(self):
@@ -228,10 +222,6 @@ def fewest(members, least, descending=True, measured=sold):
         found.append(member)
         reached += measured(member)
     return found
-
-
-def hierarchical(*chosen):
-    return [member for member in members(chosen[0].hierarchy) if member in chosen]
 
 
 def opened(countries, *chosen):

@@ -88,11 +88,6 @@ def differences(result, expected):
     return found if shown == wanted else found + [f"the properties are {shown} and have to be {wanted}"]
 
 
-def wrong(expected):
-    """What is known to be wrong with a statement, or with the engine."""
-    return getattr(expected, "wrong", "") or getattr(expected, "fault", "")
-
-
 def faults(run, expected):
     """What is not as expected of a statement."""
     if expected is None:
@@ -103,7 +98,7 @@ def faults(run, expected):
     if run.result is None:
         return [f"it is rejected: {run.reason}"]
     found = differences(run.result, expected)
-    if wrong(expected):
+    if expected.fault:
         return [] if found else ["it shows what it has to show, and is said not to"]
     return found
 
@@ -120,50 +115,33 @@ def described(title, text, run, expected):
         if run.text != text:
             yield "Run as:"
             yield run.text.strip()
-        if reason := wrong(expected):
+        if reason := getattr(expected, "fault", ""):
             yield f"Wrong: {reason}"
         yield from table(run.result)
     yield ""
 
 
-class Counts:
-    """The figures of a run, the same in both spellings."""
-
-    def __init__(self):
-        self.statements = self.accepted = self.reworded = self.rejected = self.cells = 0
-        self.words = collections.Counter()
-        self.reasons = collections.Counter()
-        self.wrong = []
-
-    def add(self, title, run, expected):
-        self.statements += 1
-        self.words.update(run.lacking)
-        if run.result is None:
-            self.rejected += 1
-            self.reasons[getattr(expected, "why", "")] += 1
-            return
-        self.accepted += not run.lacking
-        self.reworded += bool(run.lacking)
-        if reason := wrong(expected):
-            self.wrong.append(f"{title}: {reason}")
-        else:
-            self.cells += len(run.result.values)
-
-    def lines(self):
-        yield (f"{self.statements} statements: {self.accepted} accepted, {self.reworded} accepted in other words,"
-               f" {self.rejected} rejected; {self.cells:,} cells compared with arithmetic")
-        yield "\nAccepted in other words, because the engine lacks"
-        yield from (f"{number:4}  {word}" for word, number in self.words.items())
-        yield "\nRejected"
-        yield from (f"{number:4}  {reason}" for reason, number in self.reasons.items())
-        yield "\nNot as it has to be"
-        yield from ("      " + line for line in self.wrong)
+def summary(runs):
+    """The figures of the statements, each with its title, its run and what it has to show. Both spellings have the same."""
+    words = collections.Counter(word for _, run, _ in runs for word in run.lacking)
+    rejected = collections.Counter(getattr(expected, "why", "") for _, run, expected in runs if run.result is None)
+    accepted = [(title, run, getattr(expected, "fault", "")) for title, run, expected in runs if run.result is not None]
+    reworded = sum(bool(run.lacking) for _, run, _ in accepted)
+    cells = sum(len(run.result.values) for _, run, fault in accepted if not fault)
+    yield (f"{len(runs)} statements: {len(accepted) - reworded} accepted, {reworded} accepted after rewording,"
+           f" {rejected.total()} rejected; {cells:,} cells compared with arithmetic")
+    yield "\nAccepted after rewording, because the engine lacks"
+    yield from (f"{number:4}  {word}" for word, number in words.items())
+    yield "\nRejected"
+    yield from (f"{number:4}  {reason}" for reason, number in rejected.items())
+    yield "\nNot as it has to be"
+    yield from (f"      {title}: {fault}" for title, _, fault in accepted if fault)
 
 
 def run_all(build, flat):
     """Runs everything in one spelling. Returns the texts of results/ by name, the tables of results by the titles of
     their statements, and what is not as expected."""
-    texts, tables, counts, unexpected = {}, {}, Counts(), []
+    texts, tables, runs, unexpected = {}, {}, [], []
     with Engine(flat) as engine:
         for name, (found, expected) in sources(build, flat).items():
             session, lines = Session(engine), []
@@ -172,12 +150,12 @@ def run_all(build, flat):
                 if wrong_here := faults(run, expected.get(title)):
                     unexpected += [f"{name}: {title}: {fault}" for fault in wrong_here] + [f"    {run.text}"]
                 if title in expected:
-                    counts.add(title, run, expected[title])
+                    runs.append((title, run, expected[title]))
                     lines += described(title, text, run, expected[title])
                 tables[title] = table(run.result) if run.result else [f"Rejected: {run.reason}"]
             unexpected += [f"{name}: {title}: there is no such statement" for title in expected if title not in found]
             texts[name] = respell("\n".join(lines), False)
-    texts["summary"] = "\n".join(counts.lines()) + "\n"
+    texts["summary"] = "\n".join(summary(runs)) + "\n"
     return texts, tables, unexpected
 
 

@@ -58,7 +58,6 @@ fault() {
 fault '"TakeLeafNodes"' '"TakeLeaves"' 'reports[2].axes[1].steps[0][0]: "TakeLeaves" is unknown here; known: *=, +=, -=, AddCalculations,'
 fault '"TakeSubset", 0' '"TakeSubset", "first"' 'reports[2].axes[1].steps[1][1]: expected a whole number, found "first"'
 fault '"TakeSubset", 0, 20' '"TakeSubset", 0' 'reports[2].axes[1].steps[1]: TakeSubset takes 2 arguments, found 1'
-fault '["LoopLeft"]' '["LoopLeft", 2]' 'reports[2].axes[0].from.members[0].steps[0]: LoopLeft takes 0 arguments, found 1'
 fault '"level": "[Store].[City]"' '"level": "[Store].[Town]"' 'reports[1].axes[1].from.level: "[Store].[Town]" is unknown here; known: [Measures].'
 fault '["is empty"' '["is nil"' 'reports[0].axes[1].steps[2][1][2][1][0]: "is nil" is unknown here; known: !=, *, +,'
 fault '"nonEmpty": true' '"nonEmtpy": true' 'reports[0].axes[1]: "nonEmtpy" is unknown here; known: from, nonEmpty, properties, steps'
@@ -74,13 +73,10 @@ fault '["LoopLeft"]' "$(printf '["LoopLeft"],%.0s' {1..16})[\"DrillUp\"]" \
     'reports[2].axes[0].from.members[0].steps[6]: the text gets longer than 1000000 characters'
 fault '["TakeLeafNodes", "[Store]"]' "[\"TakeFilter\", $(printf '["between",%.0s' {1..40}) 1$(printf ', 1, 1]%.0s' {1..40})]" \
     'reports[2].axes[1].steps[0][1]: the text gets longer than 1000000 characters'
-fault '"nonEmpty": true' '"nonEmpty": true, "from": 1' 'reports[0].axes[1]: "from" is given twice'
 fault '"Europe", "parent"' '"Europe", "name": "x", "parent"' \
     'cube.dimensions[2].hierarchies[0].calculations[0]: "name" is given twice'
 fault '"Top"' "\"$(printf 'ü%.0s' {1..100})\"" \
     "reports[1].axes[1].steps[1][1]: \"$(printf 'ü%.0s' {1..80})...\" is unknown here; known: Bottom, Top"
-fault '"TakeSubset", 0' "\"TakeSubset\", \"$(printf 'ü%.0s' {1..100})\"" \
-    "reports[2].axes[1].steps[1][1]: expected a whole number, found \"$(printf 'ü%.0s' {1..80})...\""
 fault '["[Measures].[Unit Sales]", "[Measures].[Store Sales]"]' 5 \
     'reports[2].axes[0].steps[0][1]: expected MDX, a list of members or an object, found 5'
 fault '"slicer": ["[Time]' '"slicer": ["[Tmie]' \
@@ -99,10 +95,7 @@ expect_failure() {
 }
 # shellcheck disable=SC2317 # called by name
 to_a_full_disk() { "$program" "$sample" > /dev/full; }
-# shellcheck disable=SC2317
-to_nowhere() { "$program" "$sample" >&-; }
 expect_failure 'The output could not be written.' to_a_full_disk
-expect_failure 'The output could not be written.' to_nowhere
 expect_failure "$work: the file cannot be read" "$program" "$work"
 printf '%s\0{' "$(< "$sample")" > "$work/zero.json"
 expect_failure "$work/zero.json: the file has a zero byte at offset $(($(wc -c < "$work/zero.json") - 2))" \

@@ -16,22 +16,15 @@ void uses_of_conditions(Sales & u)
     Condition const units = mc::mdx("[Measures].[Unit Sales]");
     keeps("condition: between", mc::between(sales, 1000, 10000));
     keeps("condition: outside", mc::outside(sales, 1000, 10000));
-    keeps("condition: MDX as it is", Condition(ET_NATIVE, "[Measures].[Store Sales] < 1000"));
     keeps("condition: = NULL, which holds for nothing here", mc::is_null(mc::current()));
     keeps("condition: NOT( = NULL ), which holds for all here", !mc::is_null(mc::current()));
-    keeps("condition: empty", mc::is_empty(salesField));
     keeps("condition: not empty", !mc::is_empty(salesField));
     keeps("condition: an empty tuple", mc::is_empty(RefPtr(hold(u.tuple({ u.cost(), u.period(".[2024]") })))));
     keeps("condition: equal", units == 604);
     keeps("condition: not equal", units != 604);
-    keeps("condition: less", sales < 2000);
     keeps("condition: not less, which keeps an empty cell here", !(sales < 2000));
     keeps("condition: less or equal", units <= 604);
-    keeps("condition: greater", sales > 13000);
     keeps("condition: greater or equal", units >= 604);
-    keeps("condition: and", sales > 1000 && sales < 10000);
-    keeps("condition: or", sales < 1000 || sales > 10000);
-    keeps("condition: or before and", (sales < 1000 || sales > 10000) && cost > 1000);
     keeps("condition: not", !(sales < 1000 || sales > 10000));
     keeps("condition: minus", -sales < -10000);
     keeps("condition: arithmetic", (sales - cost) / sales > 0.4);
@@ -39,26 +32,12 @@ void uses_of_conditions(Sales & u)
     keeps("condition: whole division", Condition(ET_INTDIVIDE, { sales, 1000 }) > 9);
     keeps("condition: true", Condition(true));
     keeps("condition: false", Condition(false));
-    keeps("condition: undefined is true", Condition(ET_UNDEFINED));
-    keeps("condition: a text constant", mc::mdx("[Store].CURRENTMEMBER.NAME") == mc::text("東京"));
-    keeps("condition: of two measures", mc::value(salesField) - mc::member_value(costField) > 7000);
-    keeps("condition: a tuple of its own", mc::value(mc::tuple({ salesField, RefPtr(hold(u.period(".[2024]"))) })) > 3000);
     keeps("condition: groups",
         Condition(ET_AND, { Condition(ET_GROUP_190, { sales < 1000 || sales > 10000 }), Condition(ET_GROUP_206, { cost < 10000 }) }));
-    keeps("condition: texts", Condition(ET_AND, { Condition(ET_TEXT_193, "[Measures].[Store Sales] > 1000"),
-                                                    Condition(ET_TEXT_199, "[Measures].[Store Sales] < 10000") }));
 
-    auto const is = [&](char const * title, Condition condition) { u.rows(title, u.cities()->Filter(condition.get(), u.bySales())); };
     Condition const set = mc::current_set();
-    is("Filter: the set", set);
-    is("Filter: a filter", Condition(ET_FILTER, { set, sales > 10000 }));
-    is("Filter: top sum", Condition(ET_TOPSUM, { set, 40000, sales }));
-    is("Filter: top percent", Condition(ET_TOPPERCENT, { set, 60, sales }));
-    is("Filter: top count", Condition(ET_TOPCOUNT, { set, 3, sales }));
-    is("Filter: bottom sum", Condition(ET_BOTTOMSUM, { Condition(ET_FILTER, { set, sales > 0 }), 5000, sales }));
-    is("Filter: bottom percent", Condition(ET_BOTTOMPERCENT, { Condition(ET_FILTER, { set, sales > 0 }), 10, sales }));
-    is("Filter: bottom count", Condition(ET_BOTTOMCOUNT, { Condition(ET_FILTER, { set, sales > 0 }), 3, sales }));
-    is("Filter: except", Condition(ET_EXCEPT, { set, Condition(ET_TOPCOUNT, { set, 8, sales }) }));
+    Condition except(ET_EXCEPT, { set, Condition(ET_TOPCOUNT, { set, 8, sales }) });
+    u.rows("Filter: except", u.cities()->Filter(except.get(), u.bySales()));
     Condition many = sales > 10000;
     u.values("Filter: a condition as a value",
         u.value(KelpString("IIF( ") + u.set()->Filter(many.get(), u.bySales())->getText() + u", 1, 0 )"), u.countries());

@@ -20,7 +20,6 @@ void members(Sales & u)
     u.row("TakeParentOfCalculation: the default member", u.member("")->TakeParentOfCalculation(u.snacks));
     u.row("TakeNameOfCalculation: the calculated member", u.member("")->TakeNameOfCalculation(u.snacks));
     u.row("ReplaceName: a text", u.member("")->ReplaceName("[Store].[Japan]"));
-    u.row("LoopLeft: the one before", u.japan()->LoopLeft());
     u.row("LoopLeft: from the first", u.member("[Store].[Brazil]")->LoopLeft());
     u.row("LoopLeft: across parents", u.cork()->LoopLeft());
     u.row("LoopRight: the one after", u.japan()->LoopRight());
@@ -38,13 +37,9 @@ void members(Sales & u)
 
 void values(Sales & u)
 {
-    auto const cities = [&] { return u.cities(); };
     auto const sold = [&] { return *u.cities() *= *u.list({ u.sales() }); };
     u.value_of_all("GenerateValue: a number", u.value(-5));
-    u.value_of_all("GenerateValue: a text", u.value("[Measures].[Store Sales] * 2"));
-    u.value_of_all("TakeCount: empty ones too", u.value(0)->TakeCount(cities()));
-    u.value_of_all(
-        "TakeCount: of those that sold", u.value(0)->TakeCount(cities()->TakeFilter(u.value("NOT IsEmpty( [Measures].[Store Sales] )"))));
+    u.value_of_all("TakeCount: empty ones too", u.value(0)->TakeCount(u.cities()));
     u.value_of_all("TakeSum: of the cities", u.value(0)->TakeSum(sold()));
     u.value_of_all("TakeMin: of the cities", u.value(0)->TakeMin(sold()));
     u.value_of_all("TakeMax: of the cities", u.value(0)->TakeMax(sold()));
@@ -55,11 +50,9 @@ void values(Sales & u)
     u.value_of_all("TakeCaption", u.value(0)->TakeCaption(city));
     u.value_of_all("TakeDescription", u.value(0)->TakeDescription(city));
     u.values("TakeProperty: the manager", u.value(0)->TakeProperty(u.member("[Store].CURRENTMEMBER"), "Manager"), u.cities());
-    u.value_of_all("TakeProperty: the caption is the name", u.value(0)->TakeProperty(city, "Caption"));
     u.value_of_all("Add and ReverseSign", u.value(40)->Add(2)->ReverseSign());
     MDXValue * const isZurich = u.value("[Store].CURRENTMEMBER.NAME")->TakeEquality(memory_cube::quoted("Zürich"));
     u.rows("TakeEquality: a text", u.cities()->TakeFilter(isZurich));
-    u.rows("TakeEquality: a number", u.cities()->TakeFilter(u.value("[Measures].[Unit Sales]")->TakeEquality(604)));
 
     MDXSet * const months = u.set(u.cube.level(u.calendar->fUniqueName + u".[Month]"));
     MDXValue * const y = u.value("[Measures].[Store Sales]");

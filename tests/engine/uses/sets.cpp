@@ -7,24 +7,14 @@ namespace {
 
 void made_by_the_generator(Sales & u)
 {
-    u.rows("GenerateSet: empty", u.set());
-    u.rows("GenerateSet: a text", u.set("[Store].[Country].MEMBERS"));
-    u.rows("GenerateSet: a copy of a set", u.set(static_cast<MDXSet const *>(u.countries())));
-    u.rows("GenerateSet: members", u.list({ u.japan(), u.ireland() }));
-    u.rows("GenerateSet: no members", u.list({}));
     u.rows("GenerateSet: tuples", u.set(std::vector{ u.tuple({ u.ireland(), u.member("[Product].[Drink]") }),
                                       u.tuple({ u.japan(), u.member("[Product].[Food]") }) }));
-    u.rows("GenerateSet: a level", u.set(u.cube.level("[Store].[City]")));
-    u.periods("GenerateSet: a hierarchy", u.set(u.fiscal));
     u.rows("GenerateSet: a hierarchy with a calculated member", u.set(u.products));
 
-    u.row("GenerateField: a text", u.member("[Store].[Ireland]"));
     u.row("GenerateField: an owner and a name", u.member("[Store].[Japan]", "大阪"));
     u.row("GenerateField: a member", u.member(u.cube.add_member(u.cube.add_member(u.stores, "USA"), "Portland")));
     u.row("GenerateField: a level and a name", u.member(u.cube.level("[Store].[City]"), "Dublin"));
-    u.row("GenerateField: a dimension", u.member(u.cube.dimension("[Product]")));
     u.periods("GenerateField: a hierarchy", u.list({ u.member(u.calendar) }));
-    u.row("GenerateField: a hierarchy and a name", u.member(u.stores, "Norway"));
     u.row("GenerateField: a calculated member and its name", u.member(u.snacks, u.snacks->fName));
 }
 
@@ -35,31 +25,25 @@ void algebra(Sales & u)
     u.rows("+=: a set", *three() += *two());
     u.rows("+=: a member", *three() += *u.dublin());
     u.rows("-=: a set", *u.countries() -= *two());
-    u.rows("*=: a set", *two() *= *u.families());
     u.rows("nonEmptyCrossjoin: keeps what is empty", u.list({ u.norway(), u.ireland() })->nonEmptyCrossjoin(u.families()));
     u.rows("Intersect: what is in both", three()->Intersect(u.list({ u.dublin(), u.norway(), u.japan() })));
-    u.rows("AddField: united", three()->AddField(*u.ireland(), true));
     u.rows("AddField and Delimit: a list", u.set("[Store].[Ireland]")->AddField(*u.japan(), false)->Delimit());
     u.rows("AddCalculations: beside the departments", u.set()->TakeChildren(u.member("[Product].[Food]"))->AddCalculations());
     u.rows_with_europe("AddCalculations: none beside the countries", u.countries()->AddCalculations());
 
     auto const mixed = [&] { return u.list({ u.member("[Store].[Europe]"), u.japan(), u.ireland() }); };
     u.rows_with_europe("StripCalculations: all", mixed()->StripCalculations(u.stores, false));
-    u.rows_with_europe("StripCalculations: without a hierarchy", mixed()->StripCalculations(nullptr, false));
     u.rows_with_europe("StripCalculations: by name", mixed()->StripCalculations(u.stores, true));
     u.rows("Hierarchize: by the hierarchy's order",
         u.list({ u.japan(), u.dublin(), u.ireland(), u.norway() })->Hierarchize(false, nullptr, false, {}));
     u.rows_with_europe("Hierarchize: a calculation at the end", mixed()->Hierarchize(false, u.stores, false, { u.europe }));
-    u.rows_with_europe("Hierarchize: a calculation by name at the end", mixed()->Hierarchize(false, u.stores, true, { u.europe }));
     u.rows_with_europe("Hierarchize: a calculation that was not there",
         u.list({ u.japan(), u.ireland() })->Hierarchize(false, u.stores, true, { u.europe }));
     u.rows_with_europe("HierarchizeCalculations: nothing", mixed()->HierarchizeCalculations(true));
     u.rows("SpecifyDistinct: once each", u.list({ u.japan(), u.ireland(), u.japan() })->SpecifyDistinct());
     u.rows("TakeTail: the last", u.countries()->TakeTail());
-    u.rows("Delimit: braces", u.countries()->Delimit());
     u.rows("Empty: nothing", u.countries()->Empty());
     u.rows("TakeName: a text", u.set()->TakeName("[Store].[Country].MEMBERS"));
-    u.rows("TakeName: a set", u.set()->TakeName(u.countries()));
     u.rows("SetExpression: a text", u.set()->SetExpression("{ [Store].[Japan] }"));
     u.rows("Extract: the stores of a crossjoin", u.set()->Extract((*two() *= *u.families())->getText(), u.stores));
     u.rows("removeCalculationsSpecial: nothing", three()->removeCalculationsSpecial(nullptr));
@@ -69,13 +53,10 @@ void levels(Sales & u)
 {
     u.rows("TakeTopLevel: All", u.set()->TakeTopLevel(u.stores));
     u.periods("TakeTopLevel: the years", u.set()->TakeTopLevel(u.calendar));
-    u.rows("TakeTopLevel: no hierarchy", u.set()->TakeTopLevel(nullptr));
     u.rows("TakeWholeLevel: the families", u.set()->TakeWholeLevel(u.cube.level("[Product].[Family]")));
     u.periods("TakeAllMembers: a hierarchy", u.set()->TakeAllMembers(u.fiscal));
-    u.rows("TakeAllMembers: a text", u.set()->TakeAllMembers("[Customers]"));
     u.rows("TakeBaseLevel: the second level", u.set()->TakeBaseLevel(u.stores, 2));
     u.rows("TakeLeafNodes: the stores", u.set()->TakeLeafNodes(u.stores));
-    u.rows("TakeLeafNodes: the products", u.set()->TakeLeafNodes(u.products));
     u.rows("Invert: all others", u.set("[Store].[City].MEMBERS, [Store].[Store Name].MEMBERS")->Delimit()->Invert(u.stores));
 }
 
@@ -85,7 +66,6 @@ void drilling(Sales & u)
     auto const chosen = [&] { return u.list({ u.ireland(), u.member("[Store].[Singapore]") }); };
     u.rows("DrillDown: recursive", u.list({ u.ireland() })->DrillDown(u.stores, "", true));
     u.rows("DrillDown: two countries", u.countries()->DrillDown(nullptr, "[Store].[Ireland], [Store].[Singapore]", false));
-    u.rows("DrillDownOnSet: a text", u.countries()->DrillDownOnSet("[Store].[Ireland]"));
     u.rows("DrillDownOnSet: a set", u.countries()->DrillDownOnSet(chosen()));
     u.rows(
         "DrillDownOnSet: twice", u.list({ u.ireland() })->DrillDownOnSet("[Store].[Ireland]")->DrillDownOnSet("[Store].[Ireland].[Cork]"));
@@ -94,7 +74,6 @@ void drilling(Sales & u)
         "DrillDownOnSet: children that were there", u.list({ u.member("[Store].[All Stores]") })->DrillDownOnSet("[Store].[All Stores]"));
     u.rows("DrillDownOnSet: the same member twice", u.list({ u.ireland(), u.ireland() })->DrillDownOnSet("[Store].[Ireland]"));
     u.rows("DrillUp: a country", opened()->DrillUp("[Store].[Ireland]"));
-    u.rows("DrillUpOnSet: a text", opened()->DrillUpOnSet("{ [Store].[Ireland].[Cork] }"));
     u.rows("DrillUpOnSet: a set", opened()->DrillUpOnSet(chosen()));
     u.rows("ToggleDrillStateOnSet: closed ones open", u.countries()->ToggleDrillStateOnSet(chosen(), false));
     u.rows("ToggleDrillStateOnSet: open ones close", opened()->ToggleDrillStateOnSet(chosen(), false));
@@ -108,15 +87,11 @@ void relatives(Sales & u)
     KelpString const twoText = two()->getText();
     u.rows("TakeAncestorsOfMember: none up", u.set()->TakeAncestorsOfMember(marketText, false, 0));
     u.rows("TakeAncestorsOfMember: two up", u.set()->TakeAncestorsOfMember(marketText, false, 2));
-    u.rows("TakeAncestorsOfMember: all, one up", u.set()->TakeAncestorsOfMember(marketText, true, 1));
     u.rows("TakeAncestorsOfMember: all, two up", u.set()->TakeAncestorsOfMember(marketText, true, 2));
     u.rows("TakeAncestorsOfMember: past the top", u.set()->TakeAncestorsOfMember(marketText, true, 5));
-    u.rows("TakeAncestorsOfMember: past the top, distinct", u.set()->TakeAncestorsOfMember(marketText, true, 5)->SpecifyDistinct());
     u.rows("TakeAncestorsOfSet: two up", u.set()->TakeAncestorsOfSet(twoText, u.stores, false, 2, 0));
     u.rows("TakeAncestorsOfSet: all, two up, without the members", u.set()->TakeAncestorsOfSet(twoText, u.stores, true, 2, 0));
-    u.rows("TakeAncestorsOfSet: open, one up", u.set()->TakeAncestorsOfSet(twoText, u.stores, false, -1, 1));
     u.rows("TakeAncestorsOfSet: open, none up", u.set()->TakeAncestorsOfSet(twoText, u.stores, false, -1, 0));
-    u.rows("TakeAncestorsOfSet: all, open, one up", u.set()->TakeAncestorsOfSet(twoText, u.stores, true, -1, 1));
 
     u.rows("TakeChildren: of a member", u.set()->TakeChildren(u.japan()));
     u.rows("TakeChildren: of one without", u.set()->TakeChildren(u.norway()));
@@ -129,7 +104,6 @@ void relatives(Sales & u)
         "TakeChildren: down to a level, with those between", u.set()->TakeChildren(parents(), u.stores, true, -1, "[Store].[Store Name]"));
     u.rows("TakeDescendants: with self", u.set()->TakeDescendants(u.ireland(), true));
     u.rows("TakeDescendants: without self", u.set()->TakeDescendants(u.ireland(), false));
-    u.rows("TakeDescendants: all", u.set()->TakeDescendants("[Store].[Ireland]", nullptr, true, -1, ""));
     u.rows("TakeDescendants: the leaves", u.set()->TakeDescendants("[Store].[Ireland]", u.stores, false, -1, ""));
     u.rows("TakeDescendants: all, one down", u.set()->TakeDescendants("[Store].[Ireland]", nullptr, true, 1, ""));
     u.rows("TakeDescendants: the leaves, three down", u.set()->TakeDescendants("[Store].[Ireland]", nullptr, false, 3, ""));
@@ -148,7 +122,6 @@ void subsets(Sales & u)
     u.rows("TakeSubset: to an absent member", u.countries()->TakeSubset(u.tuple({ u.norway() }), u.tuple({ u.dublin() })));
     MDXTuple * const november = u.tuple({ u.period(".[2024].[Q4].[November]") });
     u.periods("TakeSubset: one and two after", u.set()->TakeSubset(november, 1, 2));
-    u.periods("TakeSubset: to two after", u.set()->TakeSubset(november, 0, 2));
     u.periods("TakeSubset: the one before", u.set()->TakeSubset(november, -1, -1));
     u.periods("TakeSubset: two before, cut at the start", u.set()->TakeSubset(november, -2, 0));
     u.periods("TakeSubset: around", u.set()->TakeSubset(november, -1, 1));
@@ -164,18 +137,12 @@ void subsets(Sales & u)
 
 void filters(Sales & u)
 {
-    u.rows("TakeFilter: a value", u.cities()->TakeFilter(u.value("[Measures].[Store Sales] > 6000")));
-    KelpString text = "[Store].CURRENTMEMBER.NAME = '東京'";
-    u.rows("TakeFilter: a text", u.cities()->TakeFilter(text));
-    Condition large = value(current()) > 6000;
-    u.rows("TakeFilter: a tree", u.cities()->TakeFilter(large.get(), u.bySales()));
     Condition largeIn2024 = value(current()) >= 3000;
     u.rows("TakeFilter: by another year", u.cities()->TakeFilter(largeIn2024.get(), u.tuple({ u.sales(), u.period(".[2024]") })));
     u.rows("Order: ascending within each parent", u.cities()->Order(0, u.bySales()));
     u.rows("Order: descending within each parent", u.cities()->Order(1, u.bySales()));
     u.rows("Order: ascending across all", u.cities()->Order(2, u.value("[Measures].[Store Sales]")));
     u.rows("Order: descending across all", u.cities()->Order(3, u.value("[Measures].[Store Sales]")));
-    u.rows("Order: by another year", u.cities()->Order(3, u.tuple({ u.sales(), u.period(".[2024]") })));
     u.rows("TakeExtremity: the top three", u.cities()->TakeExtremity(MDXSet::Top, MDXSet::Count, "3", u.bySales()));
     u.rows("TakeExtremity: the first three", u.cities()->TakeExtremity(MDXSet::Top, MDXSet::Count, "3", nullptr));
     u.rows("TakeExtremity: the fewest that make 40000", u.cities()->TakeExtremity(MDXSet::Top, MDXSet::Sum, "40000", u.bySales()));
