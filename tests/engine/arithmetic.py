@@ -87,6 +87,7 @@ ON_THE_SERVER = {
         lambda at: divide(minus(at(SALES), at(COST)), at(measure("Customer Count")))),
     product("Food", "Snacks ]Salty[ and O'Brien's"): Calculated(
         sum_of(SNACKS, product("Food", "Produce", "Fruit", "O'Brien's"))),
+    fiscal("Forecast"): Calculated(lambda at: float(at(fiscal("FY 2025"))) * 1.1),
     period("2025", "2025 to Date"): Calculated(sum_of(period("2025", "Q1"), period("2025", "Q2"))),
 }
 MARGINS = {PROFIT: Calculated(lambda at: minus(at(SALES), at(COST)), 2),

@@ -19,7 +19,7 @@ MADE_BY_THE_GENERATOR = {
     "GenerateSet: no members": rows(),
     "GenerateSet: tuples": rows((IRELAND, product("Drink")), (JAPAN, FOOD)),
     "GenerateSet: a level": rows(*CITIES),
-    "GenerateSet: a hierarchy": periods(*members("Time.Fiscal")),
+    "GenerateSet: a hierarchy": periods(*members("Time.Fiscal"), fiscal("Forecast")),
     "GenerateSet: a hierarchy with a calculated member": rows(
         *members("Product"), product("Food", "Snacks ]Salty[ and O'Brien's")),
     "GenerateField: a text": rows(IRELAND),
