@@ -37,7 +37,7 @@ public:
     /// Assigns the text to `out`.
     virtual void writeText(KelpString & out) const;
 
-    /// COUNT(set). Counts empty cells too.
+    /// COUNT(set). Counts empty cells too: filter the set first.
     virtual MDXValue * TakeCount(MDXSet const * set);
     /// field.UNIQUENAME
     virtual MDXValue * TakeUniqueName(MDXField const * field);
@@ -48,6 +48,7 @@ public:
     /// field.DESCRIPTION
     virtual MDXValue * TakeDescription(MDXField const * field);
     /// SUM(set). Adds up the current measure, which is usually the default one: cross the set with a measure first.
+    /// The same is true for MIN, MAX and AVG.
     virtual MDXValue * TakeSum(MDXSet const * set);
     /// MIN(set)
     virtual MDXValue * TakeMin(MDXSet const * set);

@@ -80,7 +80,8 @@ public:
 
     /// UNION(this, {field}), as += writes it. Without `unite`, the list this, field: call Delimit to make it a set.
     virtual MDXSet * AddField(MDXField const & field, bool unite);
-    /// ADDCALCULATEDMEMBERS(this). Adds the calculated members that are siblings of a member in this.
+    /// ADDCALCULATEDMEMBERS(this). Adds the calculated members that are siblings of a member in this. One that is
+    /// directly under the hierarchy is not a sibling of the members below All.
     virtual MDXSet * AddCalculations();
     /// STRIPCALCULATEDMEMBERS(this). With `byName`, a dialect may instead name the hierarchy's calculated members
     /// one by one; without it, the hierarchy is not read and may be null. If they are named, each must exist on the
@@ -172,8 +173,8 @@ public:
     /// TOPCOUNT(this, amount, tuple), BOTTOMSUM and so on. `amount` is a number as text. A null tuple is left out.
     /// Throws MDX_ERR_BAD_ENUM for an unknown type or measure, with the value and the name of the enumeration, and
     /// MDX_ERR_MISSING_TUPLE for a null tuple unless the measure is Count. Members of all levels are compared with
-    /// each other, so start from one level. In the bottom, empty members come first. Servers disagree about a
-    /// bottom without a tuple.
+    /// each other, so start from one level. In the bottom, empty members come first. Give a bottom a tuple: without
+    /// one, some servers take the first members and others the last.
     virtual MDXSet * TakeExtremity(
         ExtremityType type, ExtremityMeasure measure, KelpString const & amount, MDXTuple const * tuple);
 

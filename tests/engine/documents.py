@@ -63,6 +63,19 @@ def sold_in_2024(city):
     return sold(city, Y2024)
 
 
+# Calculated measures that are the same everywhere.
+SOLD = [sold(city) for city in CITIES if has_value(city)]
+OF_ALL_CITIES = {measure(name): Calculated(lambda _, number=number: number) for name, number in {
+    "Sum": sum(SOLD), "Sum of Units": sum(units(city) for city in CITIES if has_value(city)), "Cities": len(CITIES),
+    "Cities That Sold": len(SOLD), "Average": sum(SOLD) / len(SOLD), "Unformatted": sum(SOLD) / len(SOLD),
+}.items()}
+
+
+def cost_ratio(at):
+    return divide(at(COST), at(SALES))
+
+
+RATIOS = {measure("Sum of Ratios"): Calculated(cost_ratio, 0), measure("Ratio of Sums"): Calculated(cost_ratio, 2)}
 GUIDES = {
     "README 1": rows(
         *(place for place in opened(top(3, COUNTRIES), *COUNTRIES) if has_value(place))),
@@ -86,6 +99,8 @@ GUIDES = {
     "names 1": Rejected("Syntax error", "The name does not end where the guide says that it should."),
     "names 2": list_of(MARKTGASSE),
     "names 3": list_of(FLAGSHIP),
+    "operations 1": list_of(*OF_ALL_CITIES, where=(Y2025,), defined=OF_ALL_CITIES),
+    "operations 2": rows(IRELAND, SWITZERLAND, EUROPE, columns=RATIOS, defined=OF_EUROPE | RATIOS),
     "ownership 1": list_of(OSAKA, TOKYO),
     "ownership 2": list_of(OSAKA, TOKYO),
     "report_file: The three best cities": rows(
