@@ -37,7 +37,7 @@ public:
     /// Assigns the text to `out`.
     virtual void writeText(KelpString & out) const;
 
-    /// COUNT(set). Counts empty cells too.
+    /// COUNT(set). Counts empty cells too: filter the set first.
     virtual MDXValue * TakeCount(MDXSet const * set);
     /// field.UNIQUENAME
     virtual MDXValue * TakeUniqueName(MDXField const * field);
@@ -48,7 +48,7 @@ public:
     /// field.DESCRIPTION
     virtual MDXValue * TakeDescription(MDXField const * field);
     /// SUM(set). Sums the current measure, usually the default one. To sum another measure, cross the set with it
-    /// first.
+    /// first. The same holds for MIN, MAX and AVG.
     virtual MDXValue * TakeSum(MDXSet const * set);
     /// MIN(set)
     virtual MDXValue * TakeMin(MDXSet const * set);

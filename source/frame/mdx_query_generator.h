@@ -88,7 +88,7 @@ public:
     /// An empty tuple.
     virtual MDXTuple * GenerateTuple() = 0;
 
-    /// owner.[property]
+    /// owner.[property]. On an axis, the property is empty for members of another level than its own.
     virtual MDXMemberProperty * GenerateMemberProperty(KelpString const & owner, KelpString const & property) = 0;
 
     virtual ServerType GetServerType() const = 0;

@@ -81,7 +81,8 @@ public:
     /// UNION(this, {field}), like +=. Without `unite`, appends ", field" to the text; call Delimit to make that a
     /// set.
     virtual MDXSet * AddField(MDXField const & field, bool unite);
-    /// ADDCALCULATEDMEMBERS(this). Adds the calculated members that are siblings of a member in this.
+    /// ADDCALCULATEDMEMBERS(this). Adds the calculated members that are siblings of a member in this. One that is
+    /// directly under the hierarchy is not a sibling of the members below All.
     virtual MDXSet * AddCalculations();
     /// STRIPCALCULATEDMEMBERS(this). With `byName`, a dialect may instead name the hierarchy's calculated members
     /// one by one; without it, the hierarchy is not read and may be null. Each member that is named must be defined
@@ -173,8 +174,8 @@ public:
     /// TOPCOUNT(this, amount, tuple), BOTTOMSUM and so on. `amount` is a number as text. A null tuple is left out.
     /// Throws MDX_ERR_BAD_ENUM for an unknown type or measure, with the value and the name of the enumeration, and
     /// MDX_ERR_MISSING_TUPLE for a null tuple unless the measure is Count. Members of all levels are compared with
-    /// each other, so start from one level. The BOTTOM functions return members with empty cells first. Servers
-    /// disagree about BOTTOMCOUNT without a tuple.
+    /// each other, so start from one level. The BOTTOM functions return members with empty cells first. Always give
+    /// BOTTOMCOUNT a tuple: without one, some servers return the first members and others the last.
     virtual MDXSet * TakeExtremity(
         ExtremityType type, ExtremityMeasure measure, KelpString const & amount, MDXTuple const * tuple);
 

@@ -22,6 +22,10 @@ def period(*path):
     return Member("Time.Calendar", path)
 
 
+def fiscal(*path):
+    return Member("Time.Fiscal", path)
+
+
 def measure(name):
     return Member("Measures", (name,))
 
@@ -83,6 +87,7 @@ ON_THE_SERVER = {
         lambda at: divide(minus(at(SALES), at(COST)), at(measure("Customer Count")))),
     product("Food", "Snacks ]Salty[ and O'Brien's"): Calculated(
         sum_of(SNACKS, product("Food", "Produce", "Fruit", "O'Brien's"))),
+    fiscal("Forecast"): Calculated(lambda at: float(at(fiscal("FY 2025"))) * 1.1),
     period("2025", "2025 to Date"): Calculated(sum_of(period("2025", "Q1"), period("2025", "Q2"))),
 }
 MARGINS = {PROFIT: Calculated(lambda at: minus(at(SALES), at(COST)), 2),
@@ -103,10 +108,8 @@ def evaluate(context, defined):
 
 @dataclasses.dataclass
 class Shows:
-    """The positions of each axis, the members of the slicer, and calculated members that the statement defines.
-
-    `fault` says what the engine gets wrong.
-    """
+    """The positions of each axis, the members of the slicer, and calculated members that the statement defines. `fault`
+    says what the engine gets wrong."""
     axes: list
     where: tuple = ()
     defined: dict = dataclasses.field(default_factory=dict)

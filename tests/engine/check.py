@@ -36,7 +36,7 @@ def output(*command):
 def read(text, flat, page=""):
     """The statements of a text by their titles."""
     found = {}
-    for title, forms in statements(respell(text, flat), page):
+    for title, forms, _ in statements(respell(text, flat), page):
         title = title if title.startswith(page) else f"{page}: {title}"
         if title in found:
             sys.exit(f"Two statements are called {title}.")

@@ -3,7 +3,7 @@
 import math
 
 from arithmetic import *
-from cube import children, descendants, members
+from cube import children, descendants, level, members
 
 BY_THE_SESSION = "CREATE, DROP: the engine keeps nothing. What CREATE makes is defined in each statement after it."
 CREATE = Rejected("Syntax error at line 1, column 1, token 'CREATE'", BY_THE_SESSION)
@@ -52,34 +52,58 @@ SALES_JSON = {
     "Dropping the named set": DROP,
 }
 
-NOT_IN_THE_CUBE = "A name that the guide made up."
 COSTS_KNOWN = [city for city in CITIES if not math.isnan(cell(COST, city))]
+YEAR = fiscal("FY 2025")
+FISCAL = members("Time.Fiscal")
+FORECAST = fiscal("Forecast")
+MARKTGASSE = store("Switzerland", "Bern", "Marktgasse [old]")
+
+
+def sold_in_2024(city):
+    return sold(city, Y2024)
+
+
+# Calculated measures that are the same everywhere.
+SOLD = [sold(city) for city in CITIES if has_value(city)]
+OF_ALL_CITIES = {measure(name): Calculated(lambda _, number=number: number) for name, number in {
+    "Sum": sum(SOLD), "Sum of Units": sum(units(city) for city in CITIES if has_value(city)), "Cities": len(CITIES),
+    "Cities That Sold": len(SOLD), "Average": sum(SOLD) / len(SOLD), "Unformatted": sum(SOLD) / len(SOLD),
+}.items()}
+
+
+def cost_ratio(at):
+    return divide(at(COST), at(SALES))
+
+
+RATIOS = {measure("Sum of Ratios"): Calculated(cost_ratio, 0), measure("Ratio of Sums"): Calculated(cost_ratio, 2)}
 GUIDES = {
     "README 1": rows(
         *(place for place in opened(top(3, COUNTRIES), *COUNTRIES) if has_value(place))),
     "conditions 1": list_of(
-        *(city for city in CITIES if 1000 <= sold(city, Y2024) < 5000 and profit(city, Y2024) >= 0
+        *(city for city in CITIES if 1000 <= sold_in_2024(city) < 5000 and profit(city, Y2024) >= 0
           and not math.isnan(cell(COST, city, Y2024)))),
-    "conditions 2": list_of(DUBLIN, store("Japan", "東京")),
-    "cube_model 1": Rejected("[Store].[Geo]", NOT_IN_THE_CUBE),
-    "cube_model 2": Rejected("[Store].[Geo]", NOT_IN_THE_CUBE),
-    "cube_model 3": Rejected("", NOT_IN_THE_CUBE),
-    "cube_model 4": Rejected("[Store].[Geo]", NOT_IN_THE_CUBE),
-    "cube_model 5": Rejected("[Store].[Geo]", NOT_IN_THE_CUBE),
-    "cube_model 6": Rejected("[Store].[Geo]", NOT_IN_THE_CUBE),
-    "cube_model 7": list_of(*members("Store")),
-    "cube_model 8": Rejected("[Store].[All Stores].[Japan].[[東京]]]", NOT_IN_THE_CUBE),
+    "conditions 2": list_of(DUBLIN, TOKYO),
+    "cube_model 1": list_of(YEAR),
+    "cube_model 2": list_of(FORECAST),
+    "cube_model 3": list_of(*level("Time.Fiscal", "Fiscal Week")),
+    "cube_model 4": list_of(*FISCAL, FORECAST),
+    "cube_model 5": list_of(children(YEAR)[0]),
+    "cube_model 6": list_of(*FISCAL),
+    "cube_model 7": list_of(*COUNTRIES),
+    "cube_model 8": list_of(MARKTGASSE),
     "first_report 1": rows(
         *top(10, [city for city in COSTS_KNOWN if sold(city) >= 1000]), columns=(SALES, MARGIN), defined=MARGINS),
-    "flat_names 1": Rejected("].[Year]", NOT_IN_THE_CUBE),
-    "flat_names 2": Rejected("].[2026]", NOT_IN_THE_CUBE),
-    "flat_names 3": Rejected("].[Forecast]", NOT_IN_THE_CUBE),
-    "names 1": Rejected("Lexical error", 'The name ends after "[old", as the guide says.'),
-    "names 2": Rejected("[Store].[Zürich [old]], it's]", NOT_IN_THE_CUBE),
-    "names 3": Rejected("", "A condition is not a set."),
-    "ownership 1": Rejected("[Home]", NOT_IN_THE_CUBE),
-    "ownership 2": Rejected("[Home]", NOT_IN_THE_CUBE),
+    "flat_names 1": list_of(YEAR),
+    "flat_names 2": list_of(YEAR),
+    "flat_names 3": list_of(FORECAST),
+    "names 1": Rejected("Syntax error", "The name does not end where the guide says that it should."),
+    "names 2": list_of(MARKTGASSE),
+    "names 3": list_of(FLAGSHIP),
+    "operations 1": list_of(*OF_ALL_CITIES, where=(Y2025,), defined=OF_ALL_CITIES),
+    "operations 2": rows(IRELAND, SWITZERLAND, EUROPE, columns=RATIOS, defined=OF_EUROPE | RATIOS),
+    "ownership 1": list_of(OSAKA, TOKYO),
+    "ownership 2": list_of(OSAKA, TOKYO),
     "report_file: The three best cities": rows(
-        *top(3, [city for city in CITIES if city != OSAKA], lambda city: sold(city, Y2024)), where=()),
-    "second_dialect 1": Rejected("[Measures].[Sales]", NOT_IN_THE_CUBE),
+        *top(3, [city for city in CITIES if city != OSAKA], sold_in_2024), where=()),
+    "second_dialect 1": list_of(*top(3, [city for city in CITIES if sold_in_2024(city) // 100 > 5], sold_in_2024)),
 }

@@ -11,6 +11,9 @@ IN_2025 = sum(sold(city) for city in SELLING)
 OSAKA, TOKYO = store("Japan", "大阪"), store("Japan", "東京")
 MARKET, OSAKA_STORE = children(CORK)[0], children(OSAKA)[0]
 
+TWO_HIERARCHIES = Rejected(
+    "contains more than one hierarchy", "The operation is for dimensions of one hierarchy.")
+
 MADE_BY_THE_GENERATOR = {
     "GenerateSet: tuples": rows((IRELAND, product("Drink")), (JAPAN, FOOD)),
     "GenerateSet: a hierarchy with a calculated member": rows(
@@ -53,6 +56,7 @@ LEVELS = {
     "TakeTopLevel: the years": periods(Y2024, Y2025),
     "TakeWholeLevel: the families": rows(*FAMILIES),
     "TakeAllMembers: a hierarchy": periods(*members("Time.Fiscal")),
+    "TakeAllMembers: a dimension of two hierarchies": TWO_HIERARCHIES,
     "TakeBaseLevel: the second level": rows(*COUNTRIES),
     "TakeLeafNodes: the stores": rows(*STORES),
     "Invert: all others": rows(ALL, *COUNTRIES),
@@ -139,6 +143,10 @@ FILTERS = {
     "TakeExtremity: the smallest that make 5000": rows(*fewest(SELLING, 5000, False)),
     "TakeExtremity: the smallest of 2024 that make 10 percent": rows(
         *fewest(SELLING, 0.1 * sum(map(sold_in_2024, SELLING)), False, sold_in_2024)),
+    "TakeExtremity: a bottom without a tuple, the first three here": rows(*CITIES[:3]),
+    "Order: descending within each parent, a crossjoin": rows(
+        *((country, family) for country in ordered([IRELAND, JAPAN], sold, True)
+          for family in ordered(FAMILIES, lambda family: sold(country, family), True))),
     "TakeExtremity: levels are mixed": rows(ALL, JAPAN),
 }
 
@@ -194,6 +202,9 @@ MEMBERS = {
     "LoopRight: from the last": rows(COUNTRIES[0]),
     "Delimit: a bare name": rows(IRELAND),
     "TakeCurrentMember: of a dimension": values(COUNTRIES, lambda country: country.name),
+    "TakeCurrentMember: of a dimension of two hierarchies": TWO_HIERARCHIES,
+    "MoveToRoot: in a dimension of two hierarchies": TWO_HIERARCHIES,
+    "TakeAncestorAtLevel: in a dimension of two hierarchies": TWO_HIERARCHIES,
     "TakeCurrentMember: the share of the parent": values(
         [IRELAND, *descendants(IRELAND)], lambda member: sold(member) / sold(member.parent)),
 }
@@ -217,6 +228,8 @@ VALUES = {
     "TakeCaption": value("Dublin"),
     "TakeDescription": value(None),
     "TakeProperty: the manager": values(CITIES, lambda city: MANAGERS[city]),
+    "TakeProperty: above its level": values([IRELAND, CORK], lambda member: MANAGERS.get(
+        member, "error: Property 'Manager' is not valid for member '[Store].[Ireland]'")),
     "Add and ReverseSign": value(-42),
     "TakeEquality: a text": rows(store("Switzerland", "Zürich")),
     "TakeCovariance": value(UNBIASED * (len(MONTHS) - 1) / len(MONTHS)),
@@ -249,6 +262,9 @@ STATEMENTS = {
     "SELECT: a named set sees the slicer": rows(*top(3, CITIES)),
     "SELECT: a calculated member of the server": periods(Q1, Q2, period("2025", "2025 to Date")),
     "SELECT: a calculated measure of the server": rows(*COUNTRIES, columns=(measure("Profit per Customer"),), where=()),
+    "SELECT: a slicer of a hierarchy that is on an axis": Rejected(
+        "appears in more than one independent axis", "The slicer cannot restrict a hierarchy that is on an axis."),
+    "SELECT: a property above its level": rows(IRELAND, CORK, where=(), properties={"Manager": MANAGERS.get}),
     "SELECT: a sum of ratios": ratio(0),
     "SELECT: a ratio of sums": ratio(2),
     "SELECT: a slicer of two members of one hierarchy": Rejected(

@@ -1,4 +1,5 @@
-"""show.py < STATEMENTS: shows statements, as the library's programs print them, each with its result.
+"""show.py [--steps] < STATEMENTS: shows statements, as the library's programs print them, each with its result. --steps
+also shows what is printed between a title and its statement.
 show.py --fits FILE: says what in the cube of a report file the cube of tests/engine does not have, and fails if there is any."""
 
 import collections
@@ -17,16 +18,17 @@ AFTER = {"CREATE": "define the same in a WITH clause", "DROP": "do not define it
 class Statement(typing.NamedTuple):
     title: str
     forms: list  # the statement as it is printed: on one line, on several, or both
+    steps: list  # the lines between the title and the statement
 
 
 def statements(text, page=""):
     """The statements in a text, with the titles above them, or counted on a page without titles. An expression on a line
     by itself is made a statement."""
-    found, title, lines = [], "", collections.deque(text.splitlines())
+    found, title, steps, lines = [], "", [], collections.deque(text.splitlines())
     while lines:
         line = lines.popleft()
         if heading := re.fullmatch(r"== (.*) ==", line):
-            title = heading[1]
+            title, steps = heading[1], []
             continue
         if re.match(r"(WITH|SELECT|CREATE|DROP)\b", line):
             form = line
@@ -35,13 +37,14 @@ def statements(text, page=""):
         elif re.match(r"[\[{]|[A-Za-z]+\(", line):
             form = f"SELECT {{ {line} }} ON COLUMNS FROM [Sales]"
         else:
+            steps += [line] if line.strip() else []
             continue
         known = [other for other in found if other.forms[0].split() == form.split() and (
             not title or other is found[-1] and other.title == title)]
         if known:
             known[0].forms.append(form)
         else:
-            found.append(Statement(title or f"{page} {len(found) + 1}", [form]))
+            found.append(Statement(title or f"{page} {len(found) + 1}", [form], steps))
     return found
 
 
@@ -83,9 +86,10 @@ def main():
         sys.exit(1 if found else 0)
     with Engine(flat=False) as engine:
         session = Session(engine)
-        for title, forms in statements(sys.stdin.read()):
+        for title, forms, steps in statements(sys.stdin.read()):
             run = session.run(respell(forms[0], False))
-            print(f"== {title} ==", forms[-1].strip("\n"), "", sep="\n")
+            shown = [*steps, ""] if steps and "--steps" in sys.argv else []
+            print(f"== {title} ==", *shown, forms[-1].strip("\n"), "", sep="\n")
             if run.lacking:
                 print(f"(Mondrian has no {', '.join(run.lacking)}. This is the result of other words.)")
             elif run.keeps:

@@ -29,6 +29,11 @@ void members(Sales & u)
     u.row("Delimit: a bare name", u.member(u"[Store]." + bare->getText()));
     u.values("TakeCurrentMember: of a dimension", u.value("0")->TakeName(u.member("")->TakeCurrentMember(u.cube.dimension("[Store]"))),
         u.countries());
+    u.values("TakeCurrentMember: of a dimension of two hierarchies", u.value("0")->TakeName(u.member("")->TakeCurrentMember(u.time)),
+        u.countries());
+    u.periods("MoveToRoot: in a dimension of two hierarchies", u.list({ u.period(".[2025].[Q1]")->MoveToRoot(nullptr) }));
+    u.periods(
+        "TakeAncestorAtLevel: in a dimension of two hierarchies", u.list({ u.period(".[2025].[Q1]")->TakeAncestorAtLevel(nullptr, 0) }));
     MDXField * const current = u.member("")->TakeCurrentMember(u.stores);
     u.values("TakeCurrentMember: the share of the parent",
         u.value(u"[Measures].[Store Sales] / ( [Measures].[Store Sales], " + current->MoveToParent()->getText() + u" )"),
@@ -50,6 +55,8 @@ void values(Sales & u)
     u.value_of_all("TakeCaption", u.value(0)->TakeCaption(city));
     u.value_of_all("TakeDescription", u.value(0)->TakeDescription(city));
     u.values("TakeProperty: the manager", u.value(0)->TakeProperty(u.member("[Store].CURRENTMEMBER"), "Manager"), u.cities());
+    u.values("TakeProperty: above its level", u.value(0)->TakeProperty(u.member("[Store].CURRENTMEMBER"), "Manager"),
+        u.list({ u.ireland(), u.cork() }));
     u.value_of_all("Add and ReverseSign", u.value(40)->Add(2)->ReverseSign());
     MDXValue * const isZurich = u.value("[Store].CURRENTMEMBER.NAME")->TakeEquality(memory_cube::quoted("Zürich"));
     u.rows("TakeEquality: a text", u.cities()->TakeFilter(isZurich));

@@ -55,6 +55,7 @@ void levels(Sales & u)
     u.periods("TakeTopLevel: the years", u.set()->TakeTopLevel(u.calendar));
     u.rows("TakeWholeLevel: the families", u.set()->TakeWholeLevel(u.cube.level("[Product].[Family]")));
     u.periods("TakeAllMembers: a hierarchy", u.set()->TakeAllMembers(u.fiscal));
+    u.periods("TakeAllMembers: a dimension of two hierarchies", u.set()->TakeAllMembers("[Time]"));
     u.rows("TakeBaseLevel: the second level", u.set()->TakeBaseLevel(u.stores, 2));
     u.rows("TakeLeafNodes: the stores", u.set()->TakeLeafNodes(u.stores));
     u.rows("Invert: all others", u.set("[Store].[City].MEMBERS, [Store].[Store Name].MEMBERS")->Delimit()->Invert(u.stores));
@@ -154,6 +155,10 @@ void filters(Sales & u)
     u.rows("TakeExtremity: the smallest that make 5000", selling()->TakeExtremity(MDXSet::Bottom, MDXSet::Sum, "5000", u.bySales()));
     u.rows("TakeExtremity: the smallest of 2024 that make 10 percent",
         selling()->TakeExtremity(MDXSet::Bottom, MDXSet::Percent, "10", u.tuple({ u.sales(), u.period(".[2024]") })));
+    u.rows("TakeExtremity: a bottom without a tuple, the first three here",
+        u.cities()->TakeExtremity(MDXSet::Bottom, MDXSet::Count, "3", nullptr));
+    MDXSet * const placesAndFamilies = *u.list({ u.ireland(), u.japan() }) *= *u.families();
+    u.rows("Order: descending within each parent, a crossjoin", placesAndFamilies->Order(1, u.bySales()));
     u.rows("TakeExtremity: levels are mixed", u.set("[Store].MEMBERS")->TakeExtremity(MDXSet::Top, MDXSet::Count, "2", u.bySales()));
 }
 

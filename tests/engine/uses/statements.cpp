@@ -37,6 +37,12 @@ void statements(Sales & u)
     twice->AddSlicerSpecification(u.japan());
     u.print("SELECT: a slicer of two members of one hierarchy", *twice);
 
+    u.row("SELECT: a slicer of a hierarchy that is on an axis", u.period(".[2024]"));
+    RefPtr const managers = u.select();
+    managers->AddAxisSpecification(0, u.list({ u.sales() }), {}, MDXSelectQuery::NES_ALL);
+    managers->AddAxisSpecification(1, u.list({ u.ireland(), u.cork() }), { manager->getText() }, MDXSelectQuery::NES_ALL);
+    u.print("SELECT: a property above its level", *managers);
+
     for (std::int32_t const ratioOrder : { 0, 2 }) {
         MDXField * const margin = u.member("[Measures].[Cost Ratio]");
         MDXField * const europe = u.member("[Store].[Europe]");
