@@ -85,6 +85,23 @@ TEST(RefCount, ReportsAnUnuseTooMany)
     EXPECT_EQ(0, left);
 }
 
+// Like an object of a pool.
+struct KeptThing final : support::RefCount {
+    KeptThing() : RefCount("Thing", 7) {}
+    static void operator delete(void * storage) { fEnded = storage; }
+    inline static void * fEnded = nullptr;
+};
+
+TEST(RefCount, ReportsAnUnuseAfterTheEndIfTheStorageIsKept)
+{
+    Assertions assertions;
+    support::RefCount * const thing = new KeptThing;
+    EXPECT_EQ(0, thing->unuse());
+    EXPECT_EQ(0, thing->unuse());
+    EXPECT_EQ(Strings{ "fRefCount > 0 in .\\source\\refcount" }, assertions.take());
+    ::operator delete(std::exchange(KeptThing::fEnded, nullptr));
+}
+
 TEST(RefCount, WritesItsLifeToTheLog)
 {
     LogLines lines;
