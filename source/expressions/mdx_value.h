@@ -16,8 +16,9 @@ struct TextFields;
 /// "this" below is the text before the call; an operation that does not mention it drops that text.
 ///
 /// Arguments are read during the call and not kept. They may not be null unless an operation says so, and texts are
-/// inserted unchanged. An operation may throw what an argument throws, std::bad_alloc and std::length_error; unless
-/// it says otherwise, the text is then unchanged.
+/// inserted unchanged. An argument that is asked during a call may read the value but not change it. An operation
+/// may throw what an argument throws, std::bad_alloc and std::length_error; unless it says otherwise, the text is
+/// then unchanged.
 class MDX_API MDXValue : public support::RefCount {
 public:
     /// The number in decimal.
