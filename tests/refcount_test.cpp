@@ -145,10 +145,10 @@ TEST(RefCount, TellsOfAnObjectThatFailsWhileItIsMade)
     LogLines lines;
     ScopedLevel const memory("MEMORY", "MDXSet", 4);
     ScopedLevel const fields("MEMORY", "MDXField", 4);
-    EXPECT_EQ(raises(MDX_ERR_EMPTY_TUPLE), error_of([&] { f.generator->GenerateSet(std::vector{ f.empty }); }));
+    EXPECT_EQ(raises(MDX_ERR_EMPTY_TUPLE), error_of([&] { return f.generator->GenerateSet(std::vector{ f.empty }); }));
     gAsked = [] { throw std::bad_alloc(); };
-    EXPECT_EQ(kNoMemory, error_of([&] { f.generator->GenerateSet(&f.h); }));
-    EXPECT_EQ(kNoMemory, error_of([&] { f.generator->GenerateField(&f.member); }));
+    EXPECT_EQ(kNoMemory, error_of([&] { return f.generator->GenerateSet(&f.h); }));
+    EXPECT_EQ(kNoMemory, error_of([&] { return f.generator->GenerateField(&f.member); }));
     gAsked = nullptr;
     std::string ends;
     for (std::string const & line : lines.fAll)
