@@ -8,6 +8,8 @@
 #include <memory>
 class WirralMutex;
 
+MDX_EXPORTS_BEGIN
+
 namespace support {
 
 struct ObjectClass;
@@ -69,3 +71,5 @@ private:
 };
 
 }
+
+MDX_EXPORTS_END

@@ -16,6 +16,8 @@ namespace mdx_text {
 struct TextFields;
 }
 
+MDX_EXPORTS_BEGIN
+
 /// The expression for one member of a cube. The object is its MDX text: each operation rewrites the text and
 /// returns the field itself, for chaining, without a new reference. "this" below is the text before the call.
 ///
@@ -112,3 +114,5 @@ protected:
 private:
     friend struct mdx_text::TextFields;
 };
+
+MDX_EXPORTS_END

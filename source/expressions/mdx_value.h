@@ -11,6 +11,8 @@ namespace mdx_text {
 struct TextFields;
 }
 
+MDX_EXPORTS_BEGIN
+
 /// The expression for one value: a number, an aggregate, a property of a member, a condition. The object is its MDX
 /// text: each operation rewrites the text and returns the value itself, for chaining, without a new reference.
 /// "this" below is the text before the call; an operation that does not mention it drops that text.
@@ -101,3 +103,5 @@ protected:
 private:
     friend struct mdx_text::TextFields;
 };
+
+MDX_EXPORTS_END

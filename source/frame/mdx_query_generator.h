@@ -22,6 +22,8 @@ class MDXSet;
 class MDXTuple;
 class MDXValue;
 
+MDX_EXPORTS_BEGIN
+
 /// Makes the statements and expressions for one cube. Delete a generator with `delete`.
 ///
 /// Each Generate... function returns a new object with one reference, which the caller gives back with unuse(). The
@@ -115,3 +117,5 @@ private:
 /// `flatHierarchyNames` selects the spelling of hierarchies; see MSOLAP7Field. The caller deletes the generator.
 [[nodiscard]] MDX_API MDXQueryGenerator * createMSOLAP7QueryGenerator(
     KelpString const & cubeName, bool flatHierarchyNames);
+
+MDX_EXPORTS_END

@@ -7,6 +7,8 @@
 class File;
 class MDXQuery;
 
+MDX_EXPORTS_BEGIN
+
 /// A file of statements with the time that each took, written for the host. A setting of the machine switches it
 /// on. The generator makes and owns it. Only one thread at a time may use it. A failure to write is not reported;
 /// if memory runs out, std::bad_alloc is thrown.
@@ -54,3 +56,5 @@ private:
     KelpString fCubeName;
     bool fClockOn = false;
 };
+
+MDX_EXPORTS_END

@@ -19,6 +19,8 @@ namespace mdx_text {
 struct TextFields;
 }
 
+MDX_EXPORTS_BEGIN
+
 /// A set expression. The object is its MDX text: each operation rewrites the text and returns the set itself, for
 /// chaining, without a new reference. "this" below is the text before the call; an operation that does not mention
 /// it drops that text. A set remembers nothing else: drilling down twice writes the function twice.
@@ -239,3 +241,5 @@ protected:
 private:
     friend struct mdx_text::TextFields;
 };
+
+MDX_EXPORTS_END

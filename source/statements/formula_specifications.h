@@ -9,6 +9,8 @@ class MDXField;
 class MDXSet;
 class MDXValue;
 
+MDX_EXPORTS_BEGIN
+
 /// The definition of a calculated member or a named set, for a WITH clause or a CREATE statement, which makes and
 /// owns it. `qualified` puts the cube's name and a dot before the defined name. Each getText() asks the held
 /// objects for their texts. They may not be null at that time.
@@ -65,3 +67,5 @@ protected:
     std::vector<KelpString> fPropertyNames;
     std::vector<KelpString> fPropertyValues;
 };
+
+MDX_EXPORTS_END
