@@ -57,7 +57,7 @@ def property_text(value):
 
 
 def holders(value):
-    count = int(value["fRefCount"])
+    count = int(value["fRefCount"]["_M_i"])
     return "1 holder" if count == 1 else f"{count} holders"
 
 

@@ -3,13 +3,6 @@
 /// \file
 /// Everything that a host needs. Start with createMSOLAP7QueryGenerator.
 
-#if defined(_MSC_VER)
-// The exported classes have fields and bases from the standard library. That is safe: host and library share one
-// runtime.
-#pragma warning(push)
-#pragma warning(disable : 4251 4275)
-#endif
-
 #include "dialect/msolap7_create_query.h"
 #include "dialect/msolap7_drop_query.h"
 #include "dialect/msolap7_field.h"
@@ -33,7 +26,3 @@
 #include "statements/mdx_drop_query.h"
 #include "statements/mdx_query.h"
 #include "statements/mdx_select_query.h"
-
-#if defined(_MSC_VER)
-#pragma warning(pop)
-#endif

@@ -44,32 +44,40 @@ RefCount & RefCount::operator=(RefCount const &)
     return *this;
 }
 
+// The mutex orders the changes of the count, so the count itself need not.
+static std::int32_t changed(std::atomic<std::int32_t> & count, std::int32_t by) noexcept
+{
+    std::int32_t const now = count.load(std::memory_order_relaxed) + by;
+    count.store(now, std::memory_order_relaxed);
+    return now;
+}
+
 std::int32_t RefCount::use()
 {
     WirralSynchronized const guard(*fMutex);
-    ++fRefCount;
+    std::int32_t const held = changed(fRefCount, 1);
     log_count("%s(%03d) %x Refcount raised to %d");
-    return fRefCount;
+    return held;
 }
 
 std::int32_t RefCount::unuse()
 {
-    std::int32_t left = 0;
-    bool held = false;
-    {
+    std::int32_t left = -1;
+    // The count is read before the mutex is locked, because the mutex of a deleted object is gone.
+    if (fRefCount.load(std::memory_order_relaxed) > 0) {
         WirralSynchronized const guard(*fMutex);
-        held = fRefCount > 0;
-        if (held) {
-            left = --fRefCount;
+        if (fRefCount.load(std::memory_order_relaxed) > 0) {
+            left = changed(fRefCount, -1);
             log_count("%s(%03d) %x Refcount lowered to %d");
         }
     }
     // The guard unlocks the mutex before the object is deleted, because the mutex is deleted with it.
-    if (!held)
-        support_dll::AssertionFailure("fRefCount > 0", ".\\source\\refcount");
-    else if (left == 0)
+    if (left == 0)
         delete this;
-    return left;
+    if (left >= 0)
+        return left;
+    support_dll::AssertionFailure("fRefCount > 0", ".\\source\\refcount");
+    return 0;
 }
 
 void RefCount::find_level(CoreLog::VerbosityType *& verbosity, char const * module) noexcept
@@ -98,7 +106,7 @@ void RefCount::log(
         return;
     char16_t line[128];
     void const * const address = this;
-    if (suprintf(line, std::size(line), format, fName, fId, address, fRefCount) == 0)
+    if (suprintf(line, std::size(line), format, fName, fId, address, fRefCount.load()) == 0)
         return;
     char16_t const * const inserts[] = { line };
     gCoreLog->log(kMessageCode, level, module, fName, 1, inserts);

@@ -3,9 +3,12 @@
 #include "host/export.h"
 #include "host/kelp_string.h"
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 class WirralMutex;
+
+MDX_EXPORTS_BEGIN
 
 namespace support {
 
@@ -48,7 +51,8 @@ public:
     virtual std::int32_t use();
 
     /// Gives back a reference. Returns the count that is left; at 0 the object no longer exists. If the count is 0
-    /// already, reports an assertion failure and changes nothing.
+    /// already, reports an assertion failure and changes nothing. This is found even after the object's end if its
+    /// class has an operator delete that keeps the storage.
     virtual std::int32_t unuse();
 
 private:
@@ -60,10 +64,12 @@ private:
 
     std::unique_ptr<WirralMutex> fMutex;
     std::int32_t fId;
-    std::int32_t fRefCount = 1;
+    std::atomic<std::int32_t> fRefCount{ 1 }; // changed under the mutex
     CoreLog::VerbosityType * fInterfaceVerbosity = nullptr;
     CoreLog::VerbosityType * fMemoryVerbosity = nullptr;
     KelpString fName;
 };
 
 }
+
+MDX_EXPORTS_END

@@ -33,10 +33,16 @@ all=$(macros <<< '#include <odbomodule/memory_cube/maker.h>')
 standard=$(grep -rhE --include='*.h' '^#include <[a-z_]+>' "$root/source" "$root/memory_cube" | sort -u | macros)
 # Names that begin with "_" are reserved for the compiler and its library.
 ours=$(comm -13 <(printf '%s\n' "$standard") <(printf '%s\n' "$all") | grep -v '^_' | xargs)
-if [[ $ours != "MDX_API MDX_EXPORT MDX_IMPORT SUPPORT_API SUPPORT_TYPE" ]]; then
+if [[ $ours != "MDX_API MDX_EXPORT MDX_EXPORTS_BEGIN MDX_EXPORTS_END MDX_IMPORT SUPPORT_API SUPPORT_TYPE" ]]; then
     echo "maker.h defines these macros: $ours" >&2
     failed=1
 fi
+# Visual Studio warns of such a field of an exported class, unless the class is between two macros.
+while read -r header; do
+    [[ $(grep -xE 'MDX_EXPORTS_(BEGIN|END)' "$header" | xargs) == "MDX_EXPORTS_BEGIN MDX_EXPORTS_END" ]] ||
+        { echo "$header exports a class outside of MDX_EXPORTS_BEGIN and MDX_EXPORTS_END." >&2; failed=1; }
+done < <(grep -rlE --include='*.h' '^class (MDX|SUPPORT)_API' "$root/source" |
+    xargs grep -lE '^ +(std::|KelpString|RefPtr<).* f[A-Z]\w*( = .*|\{.*\})?;')
 # Macros of system headers that break a host's own names.
 if grep -xE 'min|max|near|far|small|interface|ERROR|DELETE|IN|OUT|GetObject|GetMessage|CreateFile|Yield|_WINDOWS_' <<< "$all"; then
     echo "maker.h defines the macros above." >&2

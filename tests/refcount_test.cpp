@@ -36,6 +36,23 @@ TEST(RefCount, ReportsAnUnuseTooMany)
     EXPECT_EQ(0, left);
 }
 
+// Like an object of a pool.
+struct KeptThing final : support::RefCount {
+    KeptThing() : RefCount("Thing", 7) {}
+    static void operator delete(void * storage) { fEnded = storage; }
+    inline static void * fEnded = nullptr;
+};
+
+TEST(RefCount, ReportsAnUnuseAfterTheEndIfTheStorageIsKept)
+{
+    Assertions assertions;
+    support::RefCount * const thing = new KeptThing;
+    EXPECT_EQ(0, thing->unuse());
+    EXPECT_EQ(0, thing->unuse());
+    EXPECT_EQ(Strings{ "fRefCount > 0 in .\\source\\refcount" }, assertions.take());
+    ::operator delete(std::exchange(KeptThing::fEnded, nullptr));
+}
+
 TEST(RefCount, WritesItsLifeToTheLog)
 {
     LogLines lines;
@@ -79,10 +96,10 @@ TEST(RefCount, TellsOfAnObjectThatFailsWhileItIsMade)
     LogLines lines;
     ScopedLevel const memory("MEMORY", "MDXSet", 4);
     ScopedLevel const fields("MEMORY", "MDXField", 4);
-    EXPECT_EQ(raises(MDX_ERR_EMPTY_TUPLE), error_of([&] { f.generator->GenerateSet(std::vector{ f.empty }); }));
+    EXPECT_EQ(raises(MDX_ERR_EMPTY_TUPLE), error_of([&] { return f.generator->GenerateSet(std::vector{ f.empty }); }));
     gAsked = [] { throw std::bad_alloc(); };
-    EXPECT_EQ(kNoMemory, error_of([&] { f.generator->GenerateSet(&f.h); }));
-    EXPECT_EQ(kNoMemory, error_of([&] { f.generator->GenerateField(&f.member); }));
+    EXPECT_EQ(kNoMemory, error_of([&] { return f.generator->GenerateSet(&f.h); }));
+    EXPECT_EQ(kNoMemory, error_of([&] { return f.generator->GenerateField(&f.member); }));
     gAsked = nullptr;
     std::string ends;
     for (std::string const & line : lines.fAll)

@@ -16,12 +16,15 @@ namespace mdx_text {
 struct TextFields;
 }
 
+MDX_EXPORTS_BEGIN
+
 /// The expression for one member of a cube. The object is its MDX text: each operation rewrites the text and
 /// returns the field itself, for chaining, without a new reference. "this" below is the text before the call.
 ///
 /// Arguments are read during the call and not kept. They may not be null unless an operation says so. Names are
-/// inserted unchanged: a "]" in them is not doubled. An operation may throw what the host's objects throw,
-/// std::bad_alloc and std::length_error; the text is then unchanged.
+/// inserted unchanged: a "]" in them is not doubled. An object that is asked during a call may read the field but
+/// not change it. An operation may throw what the host's objects throw, std::bad_alloc and std::length_error; the
+/// text is then unchanged.
 class MDX_API MDXField : public support::RefCount {
 public:
     /// The text itself, unchanged.
@@ -111,3 +114,5 @@ protected:
 private:
     friend struct mdx_text::TextFields;
 };
+
+MDX_EXPORTS_END

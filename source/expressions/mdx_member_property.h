@@ -3,6 +3,8 @@
 #include "../host/kelp_string.h"
 #include "../refcount.h"
 
+MDX_EXPORTS_BEGIN
+
 /// The name of a member property: its owner and the property. Both names are stored unchanged and never change.
 class MDX_API MDXMemberProperty : public support::RefCount {
 public:
@@ -24,3 +26,5 @@ protected:
     KelpString fOwnerName;
     KelpString fPropertyName;
 };
+
+MDX_EXPORTS_END

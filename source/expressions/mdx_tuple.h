@@ -7,9 +7,12 @@
 #include <vector>
 class MDXField;
 
+MDX_EXPORTS_BEGIN
+
 /// A list of members that is written as one tuple. The tuple holds references to the fields and asks them for their
-/// texts when its own text is needed, so later changes to a field appear in the tuple. The last unuse() gives back
-/// the fields, from first to last. If memory runs out, the tuple is unchanged.
+/// texts when its own text is needed, so later changes to a field appear in the tuple. A field that is asked for
+/// its text may read the tuple but not change it: it may not add a field. The last unuse() gives back the fields,
+/// from first to last. If memory runs out, the tuple is unchanged.
 class MDX_API MDXTuple : public support::RefCount {
 public:
     /// An empty list.
@@ -43,3 +46,5 @@ protected:
 
     std::vector<MDXField *> fFields;
 };
+
+MDX_EXPORTS_END

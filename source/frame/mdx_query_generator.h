@@ -22,6 +22,8 @@ class MDXSet;
 class MDXTuple;
 class MDXValue;
 
+MDX_EXPORTS_BEGIN
+
 /// Makes the statements and expressions for one cube. Delete a generator with `delete`.
 ///
 /// Each Generate... function returns a new object with one reference, which the caller gives back with unuse(). The
@@ -42,54 +44,57 @@ public:
 
     /// A statement on the generator's cube: cast it to MDXSelectQuery, MDXCreateQuery or MDXDropQuery. `cube` is
     /// not read and may be null. Throws MDX_ERR_BAD_ENUM for an unknown type, with the value and "QueryType".
-    virtual MDXQuery * GenerateQuery(MDXQuery::QueryType type, BRIM_o::Cube * cube) = 0;
+    [[nodiscard]] virtual MDXQuery * GenerateQuery(MDXQuery::QueryType type, BRIM_o::Cube * cube) = 0;
 
     /// All members of the hierarchy, including the calculated ones.
-    virtual MDXSet * GenerateSet(BRIM_o::Hierarchy const * hierarchy) = 0;
+    [[nodiscard]] virtual MDXSet * GenerateSet(BRIM_o::Hierarchy const * hierarchy) = 0;
     /// { first, second }. Throws MDX_ERR_EMPTY_TUPLE if a tuple has no field.
-    virtual MDXSet * GenerateSet(std::vector<MDXField *> const & fields) = 0;
-    virtual MDXSet * GenerateSet(std::vector<MDXTuple *> const & tuples) = 0;
+    [[nodiscard]] virtual MDXSet * GenerateSet(std::vector<MDXField *> const & fields) = 0;
+    [[nodiscard]] virtual MDXSet * GenerateSet(std::vector<MDXTuple *> const & tuples) = 0;
     /// The members of the level.
-    virtual MDXSet * GenerateSet(BRIM_o::Level const * level) = 0;
+    [[nodiscard]] virtual MDXSet * GenerateSet(BRIM_o::Level const * level) = 0;
     /// The text itself.
-    virtual MDXSet * GenerateSet(KelpString const & text) = 0;
+    [[nodiscard]] virtual MDXSet * GenerateSet(KelpString const & text) = 0;
     /// The current text of another set.
-    virtual MDXSet * GenerateSet(MDXSet const * other) = 0;
+    [[nodiscard]] virtual MDXSet * GenerateSet(MDXSet const * other) = 0;
     /// The empty set.
-    virtual MDXSet * GenerateSet() = 0;
+    [[nodiscard]] virtual MDXSet * GenerateSet() = 0;
 
     /// owner.[name]
-    virtual MDXField * GenerateField(KelpString const & owner, KelpString const & name) = 0;
+    [[nodiscard]] virtual MDXField * GenerateField(KelpString const & owner, KelpString const & name) = 0;
     /// The current text of another field.
-    virtual MDXField * GenerateField(MDXField const * other) = 0;
+    [[nodiscard]] virtual MDXField * GenerateField(MDXField const * other) = 0;
     /// level.[name]
-    virtual MDXField * GenerateField(BRIM_o::Level const * level, KelpString const & name) = 0;
+    [[nodiscard]] virtual MDXField * GenerateField(BRIM_o::Level const * level, KelpString const & name) = 0;
     /// hierarchy.[name] with the calculation's hierarchy. If `getHierarchy` returns null, the parent's unique name
     /// is used; the calculation must then have a parent.
-    virtual MDXField * GenerateField(BRIM_o::Calculation const * calculation, KelpString const & name) = 0;
+    [[nodiscard]] virtual MDXField * GenerateField(
+        BRIM_o::Calculation const * calculation, KelpString const & name) = 0;
     /// The default member.
-    virtual MDXField * GenerateField(BRIM_o::Dimension const * dimension) = 0;
+    [[nodiscard]] virtual MDXField * GenerateField(BRIM_o::Dimension const * dimension) = 0;
     /// The member's unique name.
-    virtual MDXField * GenerateField(BRIM_o::Member const * member) = 0;
+    [[nodiscard]] virtual MDXField * GenerateField(BRIM_o::Member const * member) = 0;
     /// The text itself.
-    virtual MDXField * GenerateField(KelpString const & text) = 0;
+    [[nodiscard]] virtual MDXField * GenerateField(KelpString const & text) = 0;
     /// hierarchy.[name], with each "]" in the name doubled.
-    virtual MDXField * GenerateField(BRIM_o::Hierarchy const * hierarchy, KelpString const & name) = 0;
+    [[nodiscard]] virtual MDXField * GenerateField(
+        BRIM_o::Hierarchy const * hierarchy, KelpString const & name) = 0;
     /// The default member.
-    virtual MDXField * GenerateField(BRIM_o::Hierarchy const * hierarchy) = 0;
+    [[nodiscard]] virtual MDXField * GenerateField(BRIM_o::Hierarchy const * hierarchy) = 0;
 
     /// The number in decimal. Pass a number with a fraction as text: "1.5".
-    virtual MDXValue * GenerateValue(std::int32_t value) = 0;
+    [[nodiscard]] virtual MDXValue * GenerateValue(std::int32_t value) = 0;
     /// The text itself.
-    virtual MDXValue * GenerateValue(KelpString const & text) = 0;
+    [[nodiscard]] virtual MDXValue * GenerateValue(KelpString const & text) = 0;
     template <class Real, std::enable_if_t<std::is_floating_point_v<Real>, int> = 0>
     MDXValue * GenerateValue(Real value) = delete;
 
     /// An empty tuple.
-    virtual MDXTuple * GenerateTuple() = 0;
+    [[nodiscard]] virtual MDXTuple * GenerateTuple() = 0;
 
     /// owner.[property]. On an axis, the property is empty for members of another level than its own.
-    virtual MDXMemberProperty * GenerateMemberProperty(KelpString const & owner, KelpString const & property) = 0;
+    [[nodiscard]] virtual MDXMemberProperty * GenerateMemberProperty(
+        KelpString const & owner, KelpString const & property) = 0;
 
     virtual ServerType GetServerType() const = 0;
 
@@ -110,4 +115,7 @@ private:
 
 /// Makes a generator for a cube. `cubeName` is the cube's name in MDX and is inserted into statements unchanged.
 /// `flatHierarchyNames` selects the spelling of hierarchies; see MSOLAP7Field. The caller deletes the generator.
-MDX_API MDXQueryGenerator * createMSOLAP7QueryGenerator(KelpString const & cubeName, bool flatHierarchyNames);
+[[nodiscard]] MDX_API MDXQueryGenerator * createMSOLAP7QueryGenerator(
+    KelpString const & cubeName, bool flatHierarchyNames);
+
+MDX_EXPORTS_END

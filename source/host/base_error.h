@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+MDX_EXPORTS_BEGIN
+
 namespace BRIM_o {
 
 /// A text that is inserted into an error's message.
@@ -89,3 +91,5 @@ private:
     KelpString fModule;
     std::vector<Insert> fInserts;
 };
+
+MDX_EXPORTS_END

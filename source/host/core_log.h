@@ -9,10 +9,7 @@
 #include <string>
 #include <utility>
 
-#if defined(_MSC_VER)
-#pragma warning(push)
-#pragma warning(disable : 4251) // as in odbomodule.h
-#endif
+MDX_EXPORTS_BEGIN
 
 /// The log of the process. Each module has a level for each of its sub-modules, 0 at first. All functions may be
 /// called from any thread. Logging never makes a caller fail: a line that cannot be written is dropped.
@@ -47,9 +44,7 @@ private:
     void * fContext = nullptr;
 };
 
-#if defined(_MSC_VER)
-#pragma warning(pop)
-#endif
+MDX_EXPORTS_END
 
 namespace support_dll {
 

@@ -25,3 +25,13 @@
 #else
 #define SUPPORT_API MDX_IMPORT
 #endif
+
+// Around exported classes. Visual Studio warns of their fields and bases from the standard library. These are safe:
+// host and library share one runtime.
+#if defined(_MSC_VER)
+#define MDX_EXPORTS_BEGIN __pragma(warning(push)) __pragma(warning(disable : 4251 4275))
+#define MDX_EXPORTS_END __pragma(warning(pop))
+#else
+#define MDX_EXPORTS_BEGIN
+#define MDX_EXPORTS_END
+#endif

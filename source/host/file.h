@@ -9,10 +9,7 @@ namespace support_dll {
 class OpenFile;
 }
 
-#if defined(_MSC_VER)
-#pragma warning(push)
-#pragma warning(disable : 4251) // as in odbomodule.h
-#endif
+MDX_EXPORTS_BEGIN
 
 /// Where a file is: its name, with or without a folder.
 class SUPPORT_API FileLocator {
@@ -69,6 +66,4 @@ private:
     std::unique_ptr<support_dll::OpenFile> fFile;
 };
 
-#if defined(_MSC_VER)
-#pragma warning(pop)
-#endif
+MDX_EXPORTS_END

@@ -7,6 +7,8 @@
 class File;
 class MDXQuery;
 
+MDX_EXPORTS_BEGIN
+
 /// A file to which a host logs its statements and how long each took. A setting of the machine switches it on. The
 /// generator makes and owns it. Only one thread at a time may use it. A failure to write is not reported; if memory
 /// runs out, std::bad_alloc is thrown.
@@ -54,3 +56,5 @@ private:
     KelpString fCubeName;
     bool fClockOn = false;
 };
+
+MDX_EXPORTS_END

@@ -19,12 +19,14 @@ namespace mdx_text {
 struct TextFields;
 }
 
+MDX_EXPORTS_BEGIN
+
 /// A set expression. The object is its MDX text: each operation rewrites the text and returns the set itself, for
 /// chaining, without a new reference. "this" below is the text before the call; an operation that does not mention
 /// it drops that text. A set remembers nothing else: drilling down twice writes the function twice.
 ///
 /// Arguments are read during the call and not kept. They may not be null unless an operation says so, and texts are
-/// inserted unchanged. A host object that is asked during a call may read the set but not change it.
+/// inserted unchanged. An argument or a host object that is asked during a call may read the set but not change it.
 ///
 /// Besides MDXError, an operation may throw what the host's objects throw, std::bad_alloc and std::length_error.
 /// Unless an operation says otherwise, the text is then unchanged.
@@ -242,3 +244,5 @@ protected:
 private:
     friend struct mdx_text::TextFields;
 };
+
+MDX_EXPORTS_END

@@ -9,6 +9,8 @@ class MDXField;
 class MDXSet;
 class MDXValue;
 
+MDX_EXPORTS_BEGIN
+
 /// The definition of a calculated member or a named set in a WITH clause or CREATE. The statement makes and owns
 /// it. `qualified` puts the cube's name and a dot before the defined name. getText() asks the member, value or set
 /// for its text; none of these may be null by then.
@@ -65,3 +67,5 @@ protected:
     std::vector<KelpString> fPropertyNames;
     std::vector<KelpString> fPropertyValues;
 };
+
+MDX_EXPORTS_END

@@ -11,6 +11,8 @@ class MDXSet;
 class MDXSingleFormulaSpecification;
 class MDXValue;
 
+MDX_EXPORTS_BEGIN
+
 /// CREATE: defines calculated members and named sets of the cube; the cube's name precedes each name. Takes
 /// references to what is added, which may not be null.
 class MDX_API MDXCreateQuery : public MDXQuery {
@@ -37,3 +39,5 @@ protected:
     bool fUseRawFormula = false;
     KelpString fRawFormula;
 };
+
+MDX_EXPORTS_END

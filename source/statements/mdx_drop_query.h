@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <vector>
 
+MDX_EXPORTS_BEGIN
+
 /// DROP: removes calculated members or named sets of the cube. The first name that is added decides which of the
 /// two. Names are inserted unchanged, each after the cube's name and a dot. Several names are joined with blanks;
 /// some servers want commas, so drop one name per statement.
@@ -33,3 +35,5 @@ protected:
 private:
     bool add(DropKind kind, KelpString const & name);
 };
+
+MDX_EXPORTS_END

@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+MDX_EXPORTS_BEGIN
+
 /// A statement. It holds objects, not text: each getText makes the text from the current texts of what the
 /// statement holds. The last unuse() gives back these objects. Besides MDXError, a call may throw std::bad_alloc
 /// and std::length_error; the statement is then unchanged.
@@ -27,3 +29,5 @@ protected:
     QueryType fQueryType = QT_SELECT;
     KelpString fCubeName;
 };
+
+MDX_EXPORTS_END

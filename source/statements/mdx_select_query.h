@@ -13,6 +13,8 @@ class MDXSingleFormulaSpecification;
 class MDXTuple;
 class MDXValue;
 
+MDX_EXPORTS_BEGIN
+
 /// SELECT: axes and, if they are added, a WITH clause, a slicer and cell properties. Axes are added in the order of
 /// their numbers, other parts in any order, even after the text has been asked for. The statement takes references
 /// to the sets, fields and values that are added, which may not be null; the caller keeps its own references. Names
@@ -91,3 +93,5 @@ protected:
     bool fUseStoredQuery = false;
     KelpString fStoredQuery;
 };
+
+MDX_EXPORTS_END

@@ -71,6 +71,11 @@ fault '["TakeLeafNodes", "[Store]"]' '["TakeAncestorsOfMember", "[Store].[Europe
     'reports[2].axes[1].steps[0][2]: expected at most 64 levels'
 fault '["LoopLeft"]' "$(printf '["LoopLeft"],%.0s' {1..16})[\"DrillUp\"]" \
     'reports[2].axes[0].from.members[0].steps[6]: the text gets longer than 1000000 characters'
+long() { printf '{ "from": "[Store].[Europe]", "steps": [["LoopLeft"]%s] }' "$(printf ', ["LoopLeft"]%.0s' {1..6})"; }
+fault '["TakeLeafNodes", "[Store]"]' "[\"TakeAncestorsOfMember\", $(long), 64, true]" \
+    'reports[2].axes[1].steps[0][2]: the text gets longer than 1000000 characters'
+fault '["TakeLeafNodes", "[Store]"]' "[\"TakeSubsetAround\", [$(long), $(long)], 0, 1]" \
+    'reports[2].axes[1].steps[0][1]: the text gets longer than 1000000 characters'
 fault '["TakeLeafNodes", "[Store]"]' "[\"TakeFilter\", $(printf '["between",%.0s' {1..40}) 1$(printf ', 1, 1]%.0s' {1..40})]" \
     'reports[2].axes[1].steps[0][1]: the text gets longer than 1000000 characters'
 fault '"Europe", "parent"' '"Europe", "name": "x", "parent"' \

@@ -1,6 +1,7 @@
 #pragma once
 #include "composer.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -42,14 +43,18 @@ public:
 
     KelpString text(std::size_t i) const { return (*this)[i].text(); }
     std::int32_t number(std::size_t i) const { return (*this)[i].number(); }
-    // A number of levels. It is limited because the text of a step grows with its square, or with its cube if all
-    // ancestors are asked for.
-    std::int32_t levels(std::size_t i) const
+    // A number of levels for a step that repeats `text` for each of them or, if all ancestors are asked for, with
+    // the square of the number. Rejects a text without room before the step writes it.
+    std::int32_t levels(std::size_t i, KelpString const & text, bool all) const
     {
         constexpr std::int32_t most = 64;
-        if (number(i) > most)
+        std::int32_t const levels = number(i);
+        if (levels > most)
             (*this)[i].reject("expected at most " + std::to_string(most) + " levels");
-        return number(i);
+        double const chain = std::max(levels, 0) + 2;
+        double const times = all ? chain * (chain + 1) / 2 : chain;
+        fComposer.expect_room(times * static_cast<double>(text.size()), (*this)[i]);
+        return levels;
     }
     std::int32_t number_or(std::size_t i, std::int32_t other) const { return has(i) ? number(i) : other; }
     bool flag(std::size_t i) const { return has(i) && (*this)[i].flag(); } // false without it

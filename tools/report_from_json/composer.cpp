@@ -8,7 +8,8 @@ using namespace memory_cube;
 
 namespace {
 
-// In characters. The limits are checked after each step.
+// In characters. The limits are checked after each step, and before a step that can multiply the length of a text
+// by more than about 20.
 constexpr int kLongestText = 1'000'000;
 constexpr int kLongestTotal = 50'000'000;
 
@@ -55,7 +56,10 @@ std::vector<RefPtr<MDXField>> Composer::members(Place const & place)
 
 RefPtr<MDXTuple> Composer::tuple(Place const & place)
 {
-    return fMake.tuple(place.is_list() ? members(place) : std::vector{ member(place) });
+    RefPtr<MDXTuple> const tuple = fMake.tuple(place.is_list() ? members(place) : std::vector{ member(place) });
+    if (tuple->FieldCount() > 1) // a single member has been checked
+        expect_room(static_cast<double>(tuple->getText().size()), place);
+    return tuple;
 }
 
 std::vector<RefPtr<MDXTuple>> Composer::tuples(Place const & place)

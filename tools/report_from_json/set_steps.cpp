@@ -67,10 +67,12 @@ Steps<MDXSet> const kSetSteps = {
     { "StripCalculations", { 1, 2, [](MDXSet & s, A & a) { s.StripCalculations(a.hierarchy(0), a.flag(1)); } } },
     { "TakeAllMembers", { 1, 1, [](MDXSet & s, A & a) { s.TakeAllMembers(a.hierarchy(0)); } } },
     { "TakeAncestorsOfMember", { 2, 3, [](MDXSet & s, A & a) {
-        s.TakeAncestorsOfMember(a.member(0)->getText(), a.flag(2), a.levels(1)); } } },
+        KelpString const member = a.member(0)->getText();
+        s.TakeAncestorsOfMember(member, a.flag(2), a.levels(1, member, a.flag(2))); } } },
     { "TakeAncestorsOfSet", { 3, 5, [](MDXSet & s, A & a) {
-        s.TakeAncestorsOfSet(
-            a.set(0)->getText(), a.hierarchy(1), a.flag(3), a.levels(2), a.has(4) ? a.levels(4) : 0); } } },
+        KelpString const & repeated = a.hierarchy(1)->getUniqueName();
+        s.TakeAncestorsOfSet(a.set(0)->getText(), a.hierarchy(1), a.flag(3), a.levels(2, repeated, a.flag(3)),
+            a.has(4) ? a.levels(4, repeated, a.flag(3)) : 0); } } },
     { "TakeBaseLevel", { 2, 2, [](MDXSet & s, A & a) { s.TakeBaseLevel(a.hierarchy(0), a.number(1)); } } },
     { "TakeChildren", { 1, 1, [](MDXSet & s, A & a) { s.TakeChildren(a.member(0).get()); } } },
     { "TakeChildrenOfSet", { 2, 5, [](MDXSet & s, A & a) {
