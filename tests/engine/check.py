@@ -196,7 +196,7 @@ def with_results(page, tables, figures):
     def filled(block):
         nonlocal shown
         if block[1] == "text":
-            shown += block[2]
+            shown += block[2] + "\n"  # which ends the statement
             return block[0]
         if block[1] == "figures":
             return f"```figures\n{figures}\n```"
