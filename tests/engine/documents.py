@@ -2,12 +2,10 @@
 
 import math
 
+import cookbook
 from arithmetic import *
 from cube import children, descendants, members
 
-BY_THE_SESSION = "CREATE, DROP: the engine keeps nothing. What CREATE makes is defined in each statement after it."
-CREATE = Rejected("Syntax error at line 1, column 1, token 'CREATE'", BY_THE_SESSION)
-DROP = Rejected("Syntax error at line 1, column 1, token 'DROP'", BY_THE_SESSION)
 SNACKS_IN_Q1 = (Q1, SNACKS)
 FLAGSHIP = store("Ireland", "Dublin", "O'Brien's Corner")
 GINZA = store("Japan", "東京", "銀座 Store 7")
@@ -54,7 +52,7 @@ SALES_JSON = {
 
 NOT_IN_THE_CUBE = "A name that the guide made up."
 COSTS_KNOWN = [city for city in CITIES if not math.isnan(cell(COST, city))]
-GUIDES = {
+GUIDES = cookbook.EXPECTED | {
     "README 1": rows(
         *(place for place in opened(top(3, COUNTRIES), *COUNTRIES) if has_value(place))),
     "conditions 1": list_of(
