@@ -1,4 +1,4 @@
-"""What the statements of docs/cookbook.md have to show, in the order of the page."""
+"""What the statements of docs/cookbook.md, in the order of the page, and of examples/pivot.cpp have to show."""
 
 import statistics
 
@@ -14,6 +14,11 @@ SELLING_COUNTRIES = [country for country in COUNTRIES if has_value(country)]
 SELLING_CITIES = [city for city in CITIES if has_value(city)]
 BEST_COUNTRIES = ordered(SELLING_COUNTRIES, descending=True)
 BEST_CITIES = ordered(SELLING_CITIES, descending=True)
+OPENED = opened(SELLING_COUNTRIES, IRELAND, JAPAN)
+OPENED_IN_ORDER = [place for country in BEST_COUNTRIES for place in (
+    country, *(ordered(children(country), descending=True) if country in (IRELAND, JAPAN) else ()))]
+BOTH = store("Both")
+BEFORE, GROWTH, RANK, SHARE = (measure(name) for name in ("Year Before", "Growth", "Rank", "Share"))
 
 
 def sales_of(member, *where):
@@ -34,10 +39,6 @@ def month(n):
 
 def growth(now, before):
     return (now - before) / before if before else None
-
-
-def costs_of(city):
-    return cell(COST, city)
 
 
 def number(month_shown):
@@ -67,8 +68,8 @@ FORMULAS = [
     rows(*FAMILIES, columns=(SALES, COST, MARGIN), defined=MARGINS),
     with_measures((SALES,), [IRELAND, *descendants(IRELAND)], Belongs_To=lambda place: place.parent.name),
     with_measures((SALES, COST), [CORK, PORTLAND, SEATTLE],
-                  Cost_Ratio=lambda city: {SEATTLE: costs_of(SEATTLE) / sold(SEATTLE)}.get(city),
-                  Markup=lambda city: None if city == CORK else (sold(city) - costs_of(city)) / costs_of(city)),
+                  Cost_Ratio=lambda city: {SEATTLE: cell(COST, SEATTLE) / sold(SEATTLE)}.get(city),
+                  Markup=lambda city: None if city == CORK else (sold(city) - cell(COST, city)) / cell(COST, city)),
 ]
 EXTREMES = [
     rows(*BEST_CITIES[:3]),
@@ -110,8 +111,7 @@ FILTERS = [
     rows(*(city for city in CITIES if units(city) >= 1000 and sold(city, Y2024) < 10000)),
 ]
 ORDER = [
-    rows(*(place for country in BEST_COUNTRIES for place in (
-        country, *(ordered(children(country), descending=True) if country in (IRELAND, JAPAN) else ())))),
+    rows(*OPENED_IN_ORDER),
     rows(*BEST_CITIES),
     with_europe(JAPAN, IRELAND, SWITZERLAND, EUROPE),
 ]
@@ -134,3 +134,24 @@ WITHOUT_AN_OPERATION = [
 
 SHOWN = [*LAYOUT, *SLICER, *FORMULAS, *EXTREMES, *RANKS, *TIME, *FILTERS, *ORDER, *KEPT, *PROPERTIES, *WITHOUT_AN_OPERATION]
 EXPECTED = {f"cookbook {n}": shown for n, shown in enumerate(SHOWN, 1)}
+
+PIVOT = {
+    "Crosstab": rows(*OPENED, columns=(UNITS, SALES)),
+    "The best city of each country": rows(*(top(1, children(country))[0] for country in SELLING_COUNTRIES)),
+    "Large cities with a loss or a high profit": rows(
+        *(city for city in CITIES if (sold(city) >= 2000 or units(city) >= 500) and cell(COST, city) >= 0
+          and not 0 <= profit(city) <= 6000), columns=(UNITS, SALES, COST)),
+    "Ordered, with the calculated member at the end": rows(
+        *OPENED_IN_ORDER, BOTH, defined={BOTH: Calculated(sum_of(IRELAND, JAPAN))}),
+    "Year over year": rows(*SELLING_COUNTRIES, columns=(SALES, BEFORE, GROWTH), defined={
+        BEFORE: Calculated(lambda at: at(SALES, Y2024)),
+        GROWTH: Calculated(lambda at: divide(minus(at(SALES, Y2025), at(SALES, Y2024)), at(SALES, Y2024)))}),
+    "Rank, and share of the parent": rows(*OPENED, columns=(SALES, RANK, SHARE), defined={
+        RANK: Calculated(lambda at: 1 + sum(sold(place) > float(at(SALES)) for place in OPENED)),
+        SHARE: Calculated(lambda at: divide(at(SALES), at(SALES, at.context["Store"].parent)))}),
+    "Two members in the slicer": rows(*SELLING_COUNTRIES, where=(Y2025, TICKED), defined=DRINK_AND_FOOD),
+    "A named set on the server": CREATE,
+    "A statement that uses the named set": rows(*(city for city in CITIES if sold(city) >= 10000)),
+    "Dropping the named set": DROP,
+    "Properties of members and cells": rows(*SELLING_CITIES, properties={"Manager": MANAGERS.get}),
+}
