@@ -9,6 +9,16 @@ function code(text) {
     return "<code>" text "</code>"
 }
 
+# What Doxygen calls a heading of this page.
+function anchor(slug) {
+    gsub(/-/, "_", slug)
+    return page "_" slug
+}
+
+FNR == 1 {
+    page = FILENAME
+    gsub(/.*\/|\.md$/, "", page)
+}
 /^```/ { in_block = !in_block }
 in_block || /^```/ { print; next }
 {
@@ -19,6 +29,21 @@ in_block || /^```/ { print; next }
         if (i % 2) columns += gsub(/\|/, "|", parts[i])
         line = line (i % 2 ? parts[i] : code(parts[i]))
     }
+}
+# Doxygen does not find a heading by its text, as a forge does. So a heading that a link above names gets an anchor.
+{
+    while (match(line, /\]\(#[^)]*\)/)) {
+        slug = substr(line, RSTART + 3, RLENGTH - 4)
+        linked[slug]
+        line = substr(line, 1, RSTART - 1) "](@ref " anchor(slug) ")" substr(line, RSTART + RLENGTH)
+    }
+}
+/^##/ {
+    slug = tolower(line)
+    gsub(/[^a-z0-9 -]/, "", slug)
+    sub(/^ +/, "", slug)
+    gsub(/ /, "-", slug)
+    if (slug in linked) line = line " {#" anchor(slug) "}"
 }
 # Doxygen takes a table for text if a row has fewer cells than the head.
 !/^\|/ { head = 0 }

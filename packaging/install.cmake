@@ -74,4 +74,4 @@ endif()
 
 install(FILES README.md CHANGELOG.md DESTINATION "${doc_dir}" COMPONENT development)
 install(DIRECTORY docs examples DESTINATION "${doc_dir}" COMPONENT development
-    FILES_MATCHING PATTERN "*.md" PATTERN "*.cpp" PATTERN "*.h" PATTERN "*.json")
+    FILES_MATCHING PATTERN "*.md" PATTERN "*.svg" PATTERN "*.cpp" PATTERN "*.h" PATTERN "*.json")

@@ -133,6 +133,11 @@ class Rejected:
     why: str
 
 
+BY_THE_SESSION = "CREATE, DROP: the engine keeps nothing. What CREATE makes is defined in each statement after it."
+CREATE = Rejected("Syntax error at line 1, column 1, token 'CREATE'", BY_THE_SESSION)
+DROP = Rejected("Syntax error at line 1, column 1, token 'DROP'", BY_THE_SESSION)
+
+
 def axis(members):
     return [member if isinstance(member, (tuple, list)) and not isinstance(member, Member) else (member,)
             for member in members]

@@ -12,6 +12,7 @@ import subprocess
 import sys
 import time
 
+import cookbook
 import documents
 import operation_uses
 from arithmetic import Rejected
@@ -54,6 +55,7 @@ def sources(build, flat):
         guides |= read(shown_by(page), flat, page.stem)
     sales_json = output(build / "tools/report_from_json/report_from_json", ROOT / "examples/sales.json")
     return {
+        "pivot": (read(output(build / "examples/pivot"), flat), cookbook.PIVOT),
         "sales_report": (read(output(build / "examples/sales_report"), flat), documents.SALES_REPORT),
         "sales_json": (read(sales_json, flat), documents.SALES_JSON),
         "guides": (guides, documents.GUIDES),
@@ -174,7 +176,7 @@ def with_results(page, tables, figures):
     def filled(block):
         nonlocal shown
         if block[1] == "text":
-            shown += block[2]
+            shown += block[2] + "\n"  # which ends the statement
             return block[0]
         if block[1] == "figures":
             return f"```figures\n{figures}\n```"

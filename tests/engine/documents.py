@@ -2,12 +2,10 @@
 
 import math
 
+import cookbook
 from arithmetic import *
 from cube import children, descendants, level, members
 
-BY_THE_SESSION = "CREATE, DROP: the engine keeps nothing. What CREATE makes is defined in each statement after it."
-CREATE = Rejected("Syntax error at line 1, column 1, token 'CREATE'", BY_THE_SESSION)
-DROP = Rejected("Syntax error at line 1, column 1, token 'DROP'", BY_THE_SESSION)
 SNACKS_IN_Q1 = (Q1, SNACKS)
 FLAGSHIP = store("Ireland", "Dublin", "O'Brien's Corner")
 GINZA = store("Japan", "東京", "銀座 Store 7")
@@ -76,7 +74,7 @@ def cost_ratio(at):
 
 
 RATIOS = {measure("Sum of Ratios"): Calculated(cost_ratio, 0), measure("Ratio of Sums"): Calculated(cost_ratio, 2)}
-GUIDES = {
+GUIDES = cookbook.EXPECTED | {
     "README 1": rows(
         *(place for place in opened(top(3, COUNTRIES), *COUNTRIES) if has_value(place))),
     "conditions 1": list_of(
@@ -89,8 +87,9 @@ GUIDES = {
     "cube_model 4": list_of(*FISCAL, FORECAST),
     "cube_model 5": list_of(children(YEAR)[0]),
     "cube_model 6": list_of(*FISCAL),
-    "cube_model 7": list_of(*COUNTRIES),
-    "cube_model 8": list_of(MARKTGASSE),
+    "cube_model 7": list_of(YEAR),
+    "cube_model 8": list_of(*COUNTRIES),
+    "cube_model 9": list_of(MARKTGASSE),
     "first_report 1": rows(
         *top(10, [city for city in COSTS_KNOWN if sold(city) >= 1000]), columns=(SALES, MARGIN), defined=MARGINS),
     "flat_names 1": list_of(YEAR),

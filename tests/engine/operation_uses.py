@@ -272,14 +272,13 @@ STATEMENTS = {
 }
 
 ISLANDS, PAIR = store("Islands"), store("Pair")
-BY_THE_SESSION = "CREATE, DROP: the engine keeps nothing. What CREATE makes is defined in each statement after it."
 KEPT_ON_THE_SERVER = {
-    "CREATE": Rejected("Syntax error at line 1, column 1, token 'CREATE'", BY_THE_SESSION),
+    "CREATE": CREATE,
     "CREATE: a set and a member that were made": rows(
         JAPAN, USA, ISLANDS, defined={ISLANDS: Calculated(sum_of(IRELAND, JAPAN))}),
-    "DROP: a member": Rejected("Syntax error at line 1, column 1, token 'DROP'", BY_THE_SESSION),
-    "DROP: a set": Rejected("Syntax error at line 1, column 1, token 'DROP'", BY_THE_SESSION),
-    "CREATE: AddRawMemberFormula": Rejected("Syntax error at line 1, column 1, token 'CREATE'", BY_THE_SESSION),
+    "DROP: a member": DROP,
+    "DROP: a set": DROP,
+    "CREATE: AddRawMemberFormula": CREATE,
     "CREATE: a member from a text": rows(PAIR, defined={PAIR: Calculated(sum_of(IRELAND, NORWAY))}),
 }
 
