@@ -128,7 +128,7 @@ void add_selects()
             "SELECT of " + std::to_string(axes) + " axes of 1 KiB",
             axes == 2   ? 3
             : axes == 8 ? 5
-                        : 4,
+                        : 4.5,
             [=] { DoNotOptimize(query->getText(false)); }, [=] { DoNotOptimize(copy_of({ text })); });
     }
 }
@@ -224,7 +224,7 @@ void add_conditions()
             text = copy_of({ (*node)->getChildren()[0]->getString(), u" AND ", text });
         DoNotOptimize(text);
     };
-    add_condition("condition, right-deep, 1,000", 0.8, right_deep(1000), copies);
+    add_condition("condition, right-deep, 1,000", 0.85, right_deep(1000), copies);
     add_condition("condition, right-deep, 10,000", 0.85, right_deep(10000), copies);
 }
 
@@ -244,7 +244,7 @@ void add_small_work()
             [=] { DoNotOptimize(copy_of({ source })); });
     }
     RatioTable::add(
-        "number to text", 0.4, [] { DoNotOptimize(mdx<u"$1">({ decimal(-123456789) })); },
+        "number to text", 0.5, [] { DoNotOptimize(mdx<u"$1">({ decimal(-123456789) })); },
         [] {
             char digits[32];
             std::snprintf(digits, sizeof digits, "%d", -123456789);
@@ -436,7 +436,7 @@ int main(int argc, char ** argv)
     add_conditions();
     add_small_work();
     RatioTable::add(
-        "a report's statement, " + std::to_string(statement.size()) + " characters", 1.6,
+        "a report's statement, " + std::to_string(statement.size()) + " characters", 1.7,
         [texts] { DoNotOptimize(report_statement(*texts)); }, [] { DoNotOptimize(report_by_hand()); });
 
     std::vector<char *> arguments(argv, argv + argc);
@@ -455,10 +455,10 @@ int main(int argc, char ** argv)
         for (auto const & [kind, type] : { std::pair{ "AND", BRIM_o::ET_AND }, std::pair{ "ADD", BRIM_o::ET_ADD },
                  std::pair{ "FILTER", BRIM_o::ET_FILTER }, std::pair{ "BETWEEN", BRIM_o::ET_BETWEEN } }) {
             // The text of a range doubles with each level of its first operand.
-            int const levels = type == BRIM_o::ET_BETWEEN && left ? 16 : 8000;
+            int const levels = type == BRIM_o::ET_BETWEEN && left ? 16 : 4000;
             print_stack_use((side + "-deep " + kind).c_str(), type, left, 1 << 20, levels);
         }
-        print_stack_use((side + "-deep AND").c_str(), BRIM_o::ET_AND, left, 8 << 20, 65000);
+        print_stack_use((side + "-deep AND").c_str(), BRIM_o::ET_AND, left, 8 << 20, 30000);
     }
 #endif
     return 0;
