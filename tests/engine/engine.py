@@ -11,7 +11,7 @@ import typing
 import unicodedata
 
 import cube
-import other_words
+import rewording
 
 HERE = pathlib.Path(__file__).parent
 LIBRARIES = ("log4j-over-slf4j slf4j-api slf4j-nop mondrian olap4j hsqldb eigenbase-properties eigenbase-resgen eigenbase-xom"
@@ -104,13 +104,13 @@ class Session:
         self.kept = {}
 
     def run(self, statement):
-        keeps = other_words.keep(statement, self.kept)
-        text = statement if keeps else other_words.with_kept(statement, self.kept)
+        keeps = rewording.keep(statement, self.kept)
+        text = statement if keeps else rewording.with_kept(statement, self.kept)
         try:
             return Run(text, self.engine.run(text))
         except Rejected as error:
             reason = str(error)
-        rewritten, lacking = other_words.rewritten(text)
+        rewritten, lacking = rewording.rewritten(text)
         if keeps or not lacking:
             return Run(text, None, reason, (), keeps)
         try:
