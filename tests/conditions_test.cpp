@@ -66,7 +66,7 @@ TEST_P(Nodes, NeedTheirOperands)
     });
 }
 
-TEST_P(Nodes, AreNullOnlyIfTheyAreTuples)
+TEST_P(Nodes, CanBeTestedForNullOnlyIfTheyAreTuples)
 {
     for_each([](NodeRow const &, Documented & f, Condition & tree) {
         bool const isTuple = tree.getType() == ET_TUPLE || tree.getType() == ET_CURRENT;
@@ -123,7 +123,7 @@ std::size_t nodes_of(Expression & tree)
 }
 
 // Each node is translated once. The server is asked before the operands, which are not looked at if it writes the node.
-TEST_P(Nodes, AreWrittenByAServerThatIsAsked)
+TEST_P(Nodes, MayBeWrittenByTheDialect)
 {
     for_each([](NodeRow const & row, Documented & f, Condition & tree) {
         RefPtr<ServerSet> const set(new ServerSet(nullptr, f.single)), server(new ServerSet(&tree, f.single));
@@ -137,7 +137,7 @@ TEST_P(Nodes, AreWrittenByAServerThatIsAsked)
 
 #include "documented_nodes.h"
 
-TEST(Condition, NeedsTheValueOfATruth)
+TEST(Condition, IsRefusedIfABooleanHasNoValue)
 {
     Fixture f;
     Condition truth(true);

@@ -19,7 +19,7 @@ TEST(Expressions, HaveGeneralConstructors)
     EXPECT_EQ("Size]", property.getPropertyUniqueName().toUTF8());
 }
 
-TEST(MDXField, DelimitsTheNameThatItHoldsOnce)
+TEST(MDXField, DelimitsItsOwnTextOnlyOnce)
 {
     for (auto const & [bare, delimited] : std::initializer_list<std::pair<char const *, char const *>>{ { "a'b", "[a'b]" },
              { "  a b ", "[a b]" }, { "\tabc", "[\tabc]" }, { "[a", "[[a]" }, { "]", "]" }, { " [a].[b] ", " [a].[b] " } }) {
@@ -87,7 +87,7 @@ TEST(MDXTuple, WritesAndHoldsItsFields)
     EXPECT_EQ(kAllocationsFail ? 3 : 4, count_of(*f.second));
 }
 
-TEST(Expressions, AreAssignedWithoutTheCountAndReportIt)
+TEST(Expressions, KeepTheirCountWhenAssignedAndReportTheAssignment)
 {
     Assertions assertions;
     Fixture f;

@@ -25,7 +25,7 @@ TEST(RefCount, DropsALineForWhichMemoryRunsOut)
     EXPECT_EQ(0, thing->unuse());
 }
 
-TEST(RefCount, ReportsAnUnuseTooMany)
+TEST(RefCount, ReportsOneUnuseTooMany)
 {
     Assertions assertions;
     std::int32_t left = -1;

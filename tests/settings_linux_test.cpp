@@ -49,7 +49,7 @@ TEST_F(SettingsFile, CountsIfItIsTheFirstWithTheValue)
     EXPECT_EQ(read_setting("Both"), "none");
 }
 
-TEST_F(SettingsFile, IsInEtcAtLast)
+TEST_F(SettingsFile, IsLookedForInEtcLast)
 {
     fs::create_directories(fFolder / "etc/odbomodule");
     write(fFolder / "etc/odbomodule/registry.reg", kSection + "\"Name\"=\"machine\"");

@@ -50,7 +50,7 @@ TEST(Statements, WriteWhatTheySay)
     EXPECT_EQ("said", mdx_of(Saying<MDXSelectQuery::MDXAxisSpecification>(0, f.set, {}, false)));
 }
 
-TEST(MDXSelectQuery, MissesItsAxesFirstAndThenPropertyValues)
+TEST(MDXSelectQuery, ReportsMissingAxesBeforeMissingPropertyValues)
 {
     Fixture f;
     RefPtr const query(new General<MDXSelectQuery>("[Sales]"));
