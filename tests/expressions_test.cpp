@@ -5,7 +5,7 @@
 
 // What docs/operations.md and docs/general_classes.md do not show of members, values, tuples and properties.
 
-// The generator makes objects of the dialect only, which has other forms of these.
+// The generator makes only dialect objects, whose constructors write other texts.
 TEST(Expressions, HaveGeneralConstructors)
 {
     Fixture f;
