@@ -1,4 +1,4 @@
-"""What the statements of uses/ have to show, by their titles."""
+"""The expected results of the statements of uses/, by title."""
 
 import math
 import statistics
