@@ -134,7 +134,7 @@ def summary(runs):
     yield from (f"{number:4}  {name}" for name, number in lacking.items())
     yield "\nRejected"
     yield from (f"{number:4}  {reason}" for reason, number in rejected.items())
-    yield "\nNot as it has to be"
+    yield "\nKnown to be wrong"
     yield from (f"      {title}: {fault}" for title, _, fault in accepted if fault)
 
 

@@ -5,7 +5,7 @@ import math
 from arithmetic import *
 from cube import children, descendants, level, members
 
-BY_THE_SESSION = "CREATE, DROP: the engine keeps nothing. What CREATE makes is defined in each statement after it."
+BY_THE_SESSION = "The engine has no CREATE or DROP. The check defines what CREATE makes in each statement after it."
 CREATE = Rejected("Syntax error at line 1, column 1, token 'CREATE'", BY_THE_SESSION)
 DROP = Rejected("Syntax error at line 1, column 1, token 'DROP'", BY_THE_SESSION)
 SNACKS_IN_Q1 = (Q1, SNACKS)

@@ -75,7 +75,7 @@ DRILLING = {
     "ToggleDrillStateOnSet: closed ones open": rows(*opened(COUNTRIES, IRELAND, SINGAPORE)),
     "ToggleDrillStateOnSet: open ones close": rows(IRELAND, JAPAN),
     "ToggleDrillStateOnSet: recursive": Rejected(
-        "'RECURSIVE' is not supported in ToggleDrillState", "RECURSIVE in TOGGLEDRILLSTATE: the engine has no other word for it."),
+        "'RECURSIVE' is not supported in ToggleDrillState", "RECURSIVE in TOGGLEDRILLSTATE: the engine has no equivalent."),
 }
 
 RELATIVES = {
@@ -272,7 +272,7 @@ STATEMENTS = {
 }
 
 ISLANDS, PAIR = store("Islands"), store("Pair")
-BY_THE_SESSION = "CREATE, DROP: the engine keeps nothing. What CREATE makes is defined in each statement after it."
+BY_THE_SESSION = "The engine has no CREATE or DROP. The check defines what CREATE makes in each statement after it."
 KEPT_ON_THE_SERVER = {
     "CREATE": Rejected("Syntax error at line 1, column 1, token 'CREATE'", BY_THE_SESSION),
     "CREATE: a set and a member that were made": rows(
