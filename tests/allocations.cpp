@@ -6,7 +6,7 @@
 thread_local std::size_t gAllocations = 0;
 thread_local std::size_t gFailAt = 0;
 
-[[gnu::noinline]] void * operator new(std::size_t size) // gcc takes an inlined pair for a mismatch
+[[gnu::noinline]] void * operator new(std::size_t size) // if new and delete are inlined, gcc warns that they do not match
 {
     ++gAllocations;
     bool const fails = gFailAt > 0 && --gFailAt == 0;

@@ -12,6 +12,6 @@ inline constexpr bool kAllocationsFail = false;
 inline constexpr bool kAllocationsFail = true;
 #endif
 
-// Run `work`, the second one with its nth allocation failing. Return whether it threw std::bad_alloc.
+// Both run `work` and return whether it threw std::bad_alloc. fails_at_allocation() makes the nth allocation fail.
 bool runs_out_of_memory(std::function<void()> const & work);
 bool fails_at_allocation(std::size_t nth, std::function<void()> const & work);

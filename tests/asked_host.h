@@ -7,7 +7,7 @@
 #include <list>
 #include <set>
 
-// Objects of the host. Each question of the library to one of them calls this first.
+// The classes below stand in for a host's. When the library calls one of their overrides, it calls gAsked.
 extern thread_local std::function<void()> gAsked;
 
 template <class Answer>
@@ -18,7 +18,7 @@ Answer && answer(Answer && given)
     return std::forward<Answer>(given);
 }
 
-// Runs `work` with the nth question throwing std::bad_alloc. Returns whether it came to that.
+// Runs `work`, and the nth call of a host object throws std::bad_alloc. Returns whether `work` threw it.
 bool fails_at_question(std::size_t nth, std::function<void()> const & work);
 
 struct AskedDimension final : memory_cube::Dimension {
@@ -87,7 +87,7 @@ struct AskedNode final : BRIM_o::Expression {
     }
 };
 
-// An expression of a class that a host derives from a general one. It may say another text than it holds.
+// An expression as a host derives it from a general class. Its getText() can return another text than it holds.
 template <class Base>
 struct HostText final : Base {
     using Base::Base;

@@ -22,7 +22,7 @@ bool const kLinux = true;
 bool const kWine = false;
 #endif
 
-// A value of a type, by its bits. Bits beyond those of the type are noise.
+// A value of the type with these bits. Bits that the type does not use must be ignored.
 template <class Bits = int>
 VARIANT variant(int type, Bits bits = 0)
 {
@@ -77,7 +77,7 @@ std::string in_words(VARIANT const & value)
     return text.toUTF8();
 }
 
-// Converts, and returns the result as conditions write it, or "!" and the reason of a refusal.
+// Converts, and returns the result as conditions write it, or "!" and why the conversion was refused.
 std::string convert(VARIANT & destination, VARIANT & source, VARTYPE type)
 {
     switch (VariantChangeType(&destination, &source, 0, type)) {
@@ -90,7 +90,7 @@ std::string convert(VARIANT & destination, VARIANT & source, VARTYPE type)
     }
 }
 
-// Converts into another value, which holds a text before, and in place. Uses the source up.
+// Converts into another value that holds a text, then in place. Clears the source.
 void expect_conversion(VARIANT source, VARTYPE type, std::string const & want)
 {
     SCOPED_TRACE(in_words(source) + " of bits " + std::to_string(source.llVal) + " to type " + std::to_string(type));
@@ -230,7 +230,7 @@ TEST(SystemString, CarriesItsLengthOrIsNull)
     SysFreeString(copy);
 
     EXPECT_EQ(SysAllocString(nullptr), nullptr);
-    EXPECT_EQ(SysAllocStringLen(ole_characters(u""), 0x80000000), nullptr); // too long for memory
+    EXPECT_EQ(SysAllocStringLen(ole_characters(u""), 0x80000000), nullptr); // its length in bytes does not fit in 32 bits
     EXPECT_EQ(SysStringLen(nullptr), 0u);
     SysFreeString(nullptr);
 }

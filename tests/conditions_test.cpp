@@ -8,7 +8,7 @@
 #include <pthread.h>
 #endif
 
-// The nodes of trees, as docs/operations.md shows them, and what it does not show.
+// Condition nodes: the rows of the node table in docs/operations.md, and behaviour that the table does not show.
 
 namespace {
 
@@ -27,7 +27,7 @@ struct NodeRow {
     {
         return { row, "s->Filter", [make = make](Documented & f) { return f.told(make(f)); }, { node.text } };
     }
-    bool isAsked() const { return node.isAsked == "yes"; } // whether a server may write it
+    bool isAsked() const { return node.isAsked == "yes"; } // whether server_translate() is called before the operands are translated
     std::size_t needed() const { return node.operands == "none" ? 0 : node.operands == "all" ? 1 : std::stoul(node.operands); }
 };
 
@@ -66,7 +66,7 @@ TEST_P(Nodes, NeedTheirOperands)
     });
 }
 
-TEST_P(Nodes, AreNullOnlyIfTheyAreTuples)
+TEST_P(Nodes, CanBeTestedForNullOnlyIfTheyAreTuples)
 {
     for_each([](NodeRow const &, Documented & f, Condition & tree) {
         bool const isTuple = tree.getType() == ET_TUPLE || tree.getType() == ET_CURRENT;
@@ -92,8 +92,8 @@ TEST_P(Nodes, HaveTheNumbersOfAllKinds)
     }
 }
 
-// A set as a server derives it, which may write one node itself. It gets each node with the tuple and an empty text, first through one
-// function and then perhaps through the other.
+// A set of a derived dialect that may write one node itself. Expects each node first in translate_condition() and then perhaps in
+// server_translate(), with the tuple and an empty text.
 struct ServerSet final : MDXSet {
     Expression const * const fOwnNode;
     MDXTuple const * const fTuple;
@@ -109,7 +109,7 @@ struct ServerSet final : MDXSet {
     bool server_translate(KelpString & text, Expression * node, MDXTuple const * tuple) override
     {
         EXPECT_TRUE(fSeen.contains(node) && tuple == fTuple && text.empty());
-        text = "the server's"; // which is not taken if this returns false
+        text = "the server's"; // ignored if this returns false
         return node == fOwnNode;
     }
 };
@@ -122,8 +122,8 @@ std::size_t nodes_of(Expression & tree)
     return count;
 }
 
-// Each node is translated once. The server is asked before the operands, which are not looked at if it writes the node.
-TEST_P(Nodes, AreWrittenByAServerThatIsAsked)
+// Each node is translated once. If the dialect writes a node before its operands are translated, they are not read.
+TEST_P(Nodes, MayBeWrittenByTheDialect)
 {
     for_each([](NodeRow const & row, Documented & f, Condition & tree) {
         RefPtr<ServerSet> const set(new ServerSet(nullptr, f.single)), server(new ServerSet(&tree, f.single));
@@ -137,7 +137,7 @@ TEST_P(Nodes, AreWrittenByAServerThatIsAsked)
 
 #include "documented_nodes.h"
 
-TEST(Condition, NeedsTheValueOfATruth)
+TEST(Condition, IsRefusedIfABooleanHasNoValue)
 {
     Fixture f;
     Condition truth(true);
@@ -147,7 +147,7 @@ TEST(Condition, NeedsTheValueOfATruth)
     EXPECT_EQ("{A}", mdx_of(*f.set));
 }
 
-// A tree of that many nodes, each below the operand of the one above that has the number `place`.
+// A tree of `levels` levels. Each node is operand number `place` of the node above it.
 [[maybe_unused]] Condition deep(ExpressionType kind, std::size_t place, int levels)
 {
     Condition tree = mdx("a");
@@ -162,7 +162,7 @@ TEST(Condition, NeedsTheValueOfATruth)
 TEST(Condition, MayBeDeepOnASmallStack)
 {
 #if !defined(__OPTIMIZE__) || !defined(NDEBUG) || !defined(__x86_64__) || !defined(__linux__)
-    GTEST_SKIP() << "how much room a level takes is known of the library as it ships for this system";
+    GTEST_SKIP() << "stack use per level is known only for the release build on x86-64 Linux";
 #else
     auto const filter = [](void * tree) -> void * {
         Fixture f(kDialect);

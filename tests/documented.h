@@ -14,7 +14,7 @@ using namespace BRIM_o;
 using memory_cube::Condition;
 namespace conditions = memory_cube::conditions;
 
-// A value that is a text, which is kept.
+// A condition whose value is a text. The text lives until the program ends.
 inline Condition text_value(char16_t const * text, ExpressionType kind = ET_VALUE)
 {
     static std::vector<std::shared_ptr<OLECHAR>> texts;
@@ -80,8 +80,8 @@ struct Documented : Fixture {
         return state;
     }
 
-    // Lets the objects, which must be general, say another text than they hold. An operation reads what its own object holds and what its
-    // arguments say.
+    // Makes getText() of the objects, which must be general, return another text than they hold. An operation reads the text that its own
+    // object holds, and getText() of its arguments.
     void disguise(std::string const & own)
     {
         auto const disguise = [&own]<class Base>(char const * name, Base & object, char const * text) {
@@ -97,7 +97,7 @@ struct Documented : Fixture {
             static_cast<HostText<MDXTuple> *>(object->AddField(second))->fSays = text;
     }
 
-    // Puts the own object of another fixture in the place of this one's. Returns whether there is one.
+    // If `own` names a set, field or value, replaces that object by the one of another fixture. Returns whether it does.
     bool take_own(Documented const & lender, std::string const & own)
     {
         names.s = own == "set" ? lender.set : set;
@@ -106,8 +106,8 @@ struct Documented : Fixture {
         return own == "set" || own == "field" || own == "value";
     }
 
-    // The texts of what a call returned. Its type says what has changed: an own object; a tuple or a statement, and the holders of its
-    // parts; nothing, if an object is new. By a condition, a set is filtered.
+    // Return the texts of what a call returned, and set `changed` to what the call may change: the name of the object itself; "several" for
+    // a tuple or statement, whose parts get another holder; "nothing" for a new object. A condition is first passed to Filter().
     template <class Own>
     Strings told(Own * own)
     {
@@ -137,8 +137,8 @@ struct Documented : Fixture {
         return __VA_ARGS__;                                                                                                                \
     }
 
-// A row: its operation, such as "s->TakeTail", what its code tells, and what it tells of other classes or with flat names. Texts at the end
-// may be missing.
+// A row: its operation, such as "s->TakeTail", its code, the expected texts, and the texts with general classes or flat names if they
+// differ. Texts at the end may be left out.
 struct Row {
     char const * row;
     char const * operation;
@@ -146,7 +146,7 @@ struct Row {
     Strings texts;
     Strings others{};
 
-    // What the code tells, or the number and the message of the error that it raises.
+    // The texts that the code returns, or the code and the message of the error that it throws.
     Strings run(Documented & f) const
     {
         try {
@@ -178,8 +178,8 @@ inline void expect_call(Row const & row, std::initializer_list<Classes> classes)
     }
 }
 
-// Has each question to the host fail in turn, and then each allocation. Everything is as it was afterwards, and the call does what it
-// should when it is repeated. An operation that goes by steps may leave its own object with the text of a step, and changes nothing else.
+// Makes each call of a host object fail in turn, and then each allocation. Each time, nothing must have changed, and the repeated call must
+// succeed. An operation that works in steps may leave its own object with the text of a step, but changes nothing else.
 inline void expect_no_trace_of_faults(Row const & row, std::initializer_list<Classes> classes, bool bySteps = false)
 {
     for (Classes const each : classes) {

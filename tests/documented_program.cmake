@@ -1,6 +1,6 @@
-# cmake -DDOCUMENT=FILE -DOUTPUT=FILE -P documented_program.cmake: writes the program that a document shows. Its blocks of code
-# that begin with ```cpp are, one after another, the program; those that begin with ```text what it prints, which
-# document_test.sh compares. A block in another language, or an indented one, is not looked at.
+# cmake -DDOCUMENT=FILE -DOUTPUT=FILE -P documented_program.cmake: writes the program that a document shows. The ```cpp
+# blocks, joined in order, are the program. The ```text blocks are its output, which document_test.sh compares. Other blocks
+# and indented blocks are ignored.
 file(READ "${DOCUMENT}" rest)
 set(program "")
 set(line 1)

@@ -1,12 +1,12 @@
 # cmake -DDOCUMENTS=FILE;FILE -DTABLES=REGEX -DOUTPUT=FILE -P documented_rows.cmake: writes the rows of the documents' tables as C++.
 #
-# The head of a table says what its rows are. A name with a capital letter is a parameterized test suite; each table is an instance of
-# it, named after the headings above the table. Another name is a function, which is called for each row. TABLES are the names that
-# are wanted.
+# The list `heads` gives each kind of table a name, found by the table's heading row. A name with a capital letter is a parameterized
+# test suite; each table is an instance of it, named after the headings above the table. Another name is a function, which is called
+# for each row. TABLES matches the names that are wanted.
 #
 # The first cell of a row is code. The others are texts, in which "\n" is a new line and "·" a blank, or the name of an error.
 cmake_minimum_required(VERSION 3.25)
-set(heads # by their beginning, of which the last that fits counts
+set(heads # START OF THE HEADING ROW=NAME, the start as a regular expression; the last entry that matches counts
     "Call \\|=Calls"
     "Call on a [SCD]=Calls"
     "New object \\| Text=Calls"
@@ -55,7 +55,7 @@ foreach(document IN LISTS DOCUMENTS)
                     set(kind ${name})
                 endif()
             endforeach()
-            set(before "f.told(") # the code of a row, and after it
+            set(before "f.told(") # what is written before and after the code of a row
             set(after ")")
             if(line MATCHES "^\\| Node")
                 set(before "")
@@ -95,7 +95,7 @@ foreach(document IN LISTS DOCUMENTS)
             string(REPLACE "\"" "\\\"" title "${place}: ${code}")
 
             string(MD5 call "${code}")
-            if(kind STREQUAL general) # goes to the row with the same call
+            if(kind STREQUAL general) # kept for the row of another table with the same call
                 set(general_${call} ", { ${texts} }")
                 list(APPEND unused "${place}")
                 set(unused_${call} "${place}")

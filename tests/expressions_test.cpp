@@ -5,7 +5,7 @@
 
 // What docs/operations.md and docs/general_classes.md do not show of members, values, tuples and properties.
 
-// The generator makes objects of the dialect only, which has other forms of these.
+// The generator makes only dialect objects, whose constructors write other texts.
 TEST(Expressions, HaveGeneralConstructors)
 {
     Fixture f;
@@ -19,7 +19,7 @@ TEST(Expressions, HaveGeneralConstructors)
     EXPECT_EQ("Size]", property.getPropertyUniqueName().toUTF8());
 }
 
-TEST(MDXField, DelimitsTheNameThatItHoldsOnce)
+TEST(MDXField, DelimitsItsOwnTextOnlyOnce)
 {
     for (auto const & [bare, delimited] : std::initializer_list<std::pair<char const *, char const *>>{ { "a'b", "[a'b]" },
              { "  a b ", "[a b]" }, { "\tabc", "[\tabc]" }, { "[a", "[[a]" }, { "]", "]" }, { " [a].[b] ", " [a].[b] " } }) {
@@ -87,7 +87,7 @@ TEST(MDXTuple, WritesAndHoldsItsFields)
     EXPECT_EQ(kAllocationsFail ? 3 : 4, count_of(*f.second));
 }
 
-TEST(Expressions, AreAssignedWithoutTheCountAndReportIt)
+TEST(Expressions, KeepTheirCountWhenAssignedAndReportTheAssignment)
 {
     Assertions assertions;
     Fixture f;

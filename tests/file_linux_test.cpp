@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 // How the next calls of write() go: "H" writes half of the bytes, "I" is interrupted by a signal.
 static thread_local char const * gWrites = "";
 
-// A program's functions take precedence over the C library's, also for the support library.
+// This definition replaces the C library's write(), also for calls from the support library.
 extern "C" ssize_t write(int file, void const * bytes, std::size_t size)
 {
     char const kind = *gWrites;

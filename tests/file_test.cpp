@@ -51,7 +51,7 @@ TEST(File, NeedsAModeANameAndAFolder)
     EXPECT_FALSE(File(in_folder(machine, std::u16string(u"log.txt\0.bak", 12))).open("a+"));
 }
 
-TEST(File, RefusesASecondNameInTheTemporaryFolder)
+TEST(File, RefusesAHardLinkInTheTemporaryFolder)
 {
     Machine const machine;
     FileLocator shared("log.txt");

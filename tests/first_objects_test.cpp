@@ -1,8 +1,8 @@
 #include "fixture.h"
 
-// A program by itself: the objects here are the first of their classes in the process.
+// A separate program: the objects here are the first of their classes in the process.
 
-// There is one counter for a general class and its dialect class; statements share one.
+// A general class and its dialect class share one counter; all statements share another.
 TEST(RefCount, NumbersTheObjectsOfAClassFrom0)
 {
     std::unique_ptr<MDXQueryGenerator> const g(createMSOLAP7QueryGenerator("[Sales]", false));

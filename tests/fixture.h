@@ -55,7 +55,7 @@ inline std::string doubled_quotes(std::string text)
     return text;
 }
 
-// A general class, which the generator does not make, as a host could derive from it.
+// A host's class that derives from a general class. The generator makes only dialect objects.
 template <class Base>
 struct General final : Base {
     using Base::Base;
@@ -107,8 +107,8 @@ struct Fixture {
     MDXTuple * makeTuple() const { return fGeneral ? new HostText<MDXTuple> : generator->GenerateTuple(); }
     MDXValue * makeValue(KelpString const & text) const { return fGeneral ? new HostText<MDXValue>(text) : generator->GenerateValue(text); }
 
-    // The texts and the numbers of holders; of a tuple the number of members, since its text is theirs. Quoted texts are asked for, and
-    // so kept from now on.
+    // The text and the number of holders of each object; for a tuple, the number of members instead of the text, which is made from theirs.
+    // This also makes each object cache its quoted text.
     using State = std::map<std::string, std::string>;
     State state() const
     {
@@ -125,7 +125,7 @@ struct Fixture {
             state[name] = std::to_string(object->FieldCount()) + ", holders: " + std::to_string(count_of(*object));
         return state;
     }
-    // What an operation returns: its own object, of which this gives the text and keeps the name.
+    // Return the text of the object that an operation returned, and set `changed` to its name.
     std::string changed;
     std::string text_of_own(MDXSet * own) { return (changed = own == set ? "set" : "not the own set"), mdx_of(*own); }
     std::string text_of_own(MDXField * own) { return (changed = own == field ? "field" : "not the own field"), mdx_of(*own); }
@@ -133,7 +133,7 @@ struct Fixture {
 };
 
 // Checks what holds for every operation: it returns its own object, which has the new text and the same holders. No other object
-// changes. No quoted text is that of an old text. The call is a text for messages and code; `given` happens before it.
+// changes. No quoted text is stale. CALL() passes the call as text for messages and as code; `given` runs before the call.
 inline void expect_operation(
     std::initializer_list<Classes> classes, char const * row, std::function<std::string(Fixture & f)> const & call,
     std::string const & want, std::function<void(Fixture & f)> const & given = [](Fixture &) {})
@@ -158,7 +158,7 @@ inline BaseError error_with(std::uint32_t code, Strings const & inserts)
     return error;
 }
 
-// The message of an error, and that of what `body` throws; empty when it throws none.
+// The message of this error.
 inline std::string raises(std::uint32_t code, Strings const & inserts = {})
 {
     return error_with(code, inserts).getText().toUTF8();
@@ -166,6 +166,7 @@ inline std::string raises(std::uint32_t code, Strings const & inserts = {})
 
 inline std::string const kNoMemory = "no memory";
 
+// The message of the error that `body` throws; empty if it throws none.
 inline std::string error_of(std::function<void()> const & body)
 {
     try {

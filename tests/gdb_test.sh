@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# gdb_test.sh COMPILER [BUILD_FOLDER]: compares what gdb shows of a host, inside the library and in the host, with the text below. The library
-# is the one of the Debian packages. With a build folder, it is installed from there in a temporary folder, stripped and with its debug
-# symbols in files apart.
+# gdb_test.sh COMPILER [BUILD_FOLDER]: compares what gdb shows of a host, inside the library and in the host, with the text below.
+# Without BUILD_FOLDER, the installed Debian packages are tested. With it, the build is installed in a temporary folder, stripped, with
+# the debug symbols in separate files.
 set -euo pipefail
 compiler=$1
 build=${2:-}

@@ -103,7 +103,7 @@ TEST_F(QueryLog, DoesNothingWhenItIsClosed)
     log.logMessage("lost");
     log.logQuery(query.get(), &ownTimer);
     EXPECT_FALSE(std::filesystem::exists(file));
-    // A log that is opened again and fails is closed, also by an empty path
+    // If open() fails for a log that is open, the log is closed. An empty path is a failure
     for (char const * const path : { "", "missing/again/log.txt" }) {
         write_setting(key, "MDX Query Log", file.string());
         EXPECT_TRUE(log.open(key));

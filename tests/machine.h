@@ -9,7 +9,7 @@
 #include <string>
 
 // A machine for one test: no settings at first, and a new folder, which has a folder for temporary files in it. The destructor
-// restores the process's folder for temporary files. It does not restore the real settings: no test may read them.
+// restores the process's folder for temporary files. On Linux it does not restore the real settings: no test may read them.
 struct Machine {
     std::filesystem::path const fTemporaryBefore = std::filesystem::temp_directory_path();
     std::filesystem::path const fFolder = fTemporaryBefore / ("machine-" + std::to_string(std::random_device()()));

@@ -9,7 +9,7 @@ static std::wstring wide(std::string const & text)
     return std::filesystem::path(std::u8string(text.begin(), text.end())).wstring();
 }
 
-// For this process, a key of the user's takes the place of the local machine. So tests need no rights and may run in parallel.
+// In this process a key of the user replaces HKEY_LOCAL_MACHINE, so tests need no administrator and can run in parallel.
 static std::wstring local_machine(std::filesystem::path const & folder)
 {
     return L"Software\\odbomodule tests\\" + folder.filename().wstring();

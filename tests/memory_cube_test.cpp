@@ -125,7 +125,7 @@ TEST_F(Conditions, MayHaveAMillionTerms)
     std::size_t const length = std::string_view("S > 1 AND ").size() * count - std::string_view(" AND ").size();
     EXPECT_EQ(length, mdx_of(all_of(std::vector(count, value(sales) > 1))).size());
 
-    Condition chain = sales; // too deep for the library, but it can be built, copied and ended
+    Condition chain = sales; // too deep to translate, but it can be built, copied and destroyed
     for (std::size_t i = 0; i < count; ++i)
         chain = chain && sales;
     Condition const copy = chain;

@@ -7,7 +7,7 @@ compiler=$2
 toolchain=${3:-}
 emulator=("${@:4}")
 tests=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-program=$build/tests/conditions.cpp # taken from docs/conditions.md; it reads values, so it needs the system's libraries too
+program=$build/tests/conditions.cpp # taken from docs/conditions.md; on Windows its conditions also need oleaut32
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
@@ -58,7 +58,7 @@ if [[ -z $toolchain ]]; then rpath=("-Wl,-rpath,$libraries"); fi
 "$compiler" -std=c++17 "$program" -o "$work/pc_host$suffix" $(pkg-config --cflags --libs odbomodule) "${rpath[@]}"
 check pkg-config "$work/pc_host$suffix"
 
-# With one include folder, and headers of the host's that have the library's names.
+# With a single include folder for the library, and with host headers that have the same names as library headers.
 "$compiler" -std=c++17 -Wall -Wextra -Wpedantic -Weffc++ -Werror -I "$tests/package" -I "$work/prefix/include" \
     "$tests/package/small_host.cpp" -o "$work/small_host$suffix" -L "$libraries" -lodbomodule -lsupport_dll "${rpath[@]}"
 "${emulator[@]}" "$work/small_host$suffix" || { echo "The small host got another text." >&2; exit 1; }

@@ -25,7 +25,7 @@ TEST(RefCount, DropsALineForWhichMemoryRunsOut)
     EXPECT_EQ(0, thing->unuse());
 }
 
-TEST(RefCount, ReportsAnUnuseTooMany)
+TEST(RefCount, ReportsOneUnuseTooMany)
 {
     Assertions assertions;
     std::int32_t left = -1;
@@ -89,7 +89,7 @@ TEST(RefCount, WritesItsLifeToTheLog)
     EXPECT_EQ(Strings(2, "c2011000 4 MEMORY/" + name + ": " + std::string(127, 'N')), lines.take());
 }
 
-// The base is made before the host is asked: an object that fails then was there, and its number is used up.
+// RefCount is constructed before the arguments are read. If that throws, the object is still logged as created and destroyed.
 TEST(RefCount, TellsOfAnObjectThatFailsWhileItIsMade)
 {
     Fixture f;
@@ -107,7 +107,7 @@ TEST(RefCount, TellsOfAnObjectThatFailsWhileItIsMade)
     EXPECT_EQ(" created destroyed created destroyed created destroyed", ends);
 }
 
-// No holder comes and goes between a statement and its slicer.
+// The statement takes over the first reference to its new slicer tuple, so no change of the count is logged.
 TEST(RefCount, TellsNothingOfANewSlicer)
 {
     Fixture f;
@@ -131,7 +131,7 @@ TEST(RefPtr, TakesAndGivesBack)
         copy = hold(f.other);
         EXPECT_EQ(2, count_of(*f.set));
         f.set->use();
-        copy = f.set; // takes that reference along
+        copy = f.set; // takes over that reference
         EXPECT_EQ(1, count_of(*f.other));
         RefPtr<MDXSet> moved(std::move(copy)); // without a count
         EXPECT_TRUE(moved && !copy);

@@ -25,7 +25,7 @@ TEST(GeneralSet, AddsCalculationsToItsLeaves)
         GIVEN(f.h.fCalculations = { { 7, &f.calculation }, { -3, nullptr }, { -2, &f.child }, { 9, nullptr } }));
 }
 
-// A member that is in a text twice is asked twice.
+// A member whose text is inserted twice is asked for it twice.
 TEST(MDXSet, AsksForEachPlaceInItsText)
 {
     Fixture f, dialect(kDialect);

@@ -49,7 +49,7 @@ TEST_F(SettingsFile, CountsIfItIsTheFirstWithTheValue)
     EXPECT_EQ(read_setting("Both"), "none");
 }
 
-TEST_F(SettingsFile, IsInEtcAtLast)
+TEST_F(SettingsFile, IsLookedForInEtcLast)
 {
     fs::create_directories(fFolder / "etc/odbomodule");
     write(fFolder / "etc/odbomodule/registry.reg", kSection + "\"Name\"=\"machine\"");
@@ -63,7 +63,7 @@ TEST_F(SettingsFile, IsInEtcAtLast)
 TEST_F(SettingsFile, IsARegularFileUpToASize)
 {
     std::string bytes = kSection + "\"Name\"=\"yes\"\n";
-    for (std::size_t const size : { 4097u, 1024u * 1024u }) { // the first takes two reads, the second of a single byte
+    for (std::size_t const size : { 4097u, 1024u * 1024u }) { // 4097 bytes take two reads, of 4096 bytes and of one; 1 MiB is the limit
         bytes.resize(size, ' ');
         write(fFirst, bytes);
         EXPECT_EQ(read_setting("Name"), "yes");

@@ -18,7 +18,7 @@ struct Watched final : Base {
     ~Watched() override { fEnded += mdx_of(*this); }
 };
 
-// An object whose virtual getText, in the form that its class has, says another text.
+// An object that overrides getText() with another text. Each base class has one of these three forms.
 template <class Base>
 struct Saying final : Base {
     using Base::Base;
@@ -32,7 +32,7 @@ struct Saying final : Base {
 
 // What docs/operations.md does not show of statements.
 
-// writeText goes through the virtual getText. A class that derives sees the type.
+// writeText goes through the virtual getText. A derived class can read fQueryType.
 TEST(Statements, WriteWhatTheySay)
 {
     Fixture f;
@@ -50,7 +50,7 @@ TEST(Statements, WriteWhatTheySay)
     EXPECT_EQ("said", mdx_of(Saying<MDXSelectQuery::MDXAxisSpecification>(0, f.set, {}, false)));
 }
 
-TEST(MDXSelectQuery, MissesItsAxesFirstAndThenPropertyValues)
+TEST(MDXSelectQuery, ReportsMissingAxesBeforeMissingPropertyValues)
 {
     Fixture f;
     RefPtr const query(new General<MDXSelectQuery>("[Sales]"));
@@ -96,8 +96,8 @@ TEST(Statements, PartsByThemselves)
     MDXMemberSpecification const holdsNone(nullptr, nullptr, 0, {}, {}, false, "[Sales]");
 }
 
-// A statement reads its parts afresh. Formulas end in their order, then axes, then the slicer; a member formula gives
-// back its value first.
+// A statement reads its parts each time. It releases the formulas in order, then the axes, then the slicer. A member formula
+// releases its value before its member.
 TEST(Statements, HoldTheirPartsAndGiveThemBackInOrder)
 {
     std::string ended;

@@ -12,7 +12,7 @@ static std::size_t allocations_of(std::function<void()> const & work)
     return gAllocations - before;
 }
 
-// As an expression, for what rewrites one.
+// Has the fields of an expression that rewrite() uses.
 struct Expression {
     KelpString fText, fQuotedText;
     bool fQuotedTextValid = false;
@@ -45,7 +45,7 @@ TEST(Text, OneAllocationForAText)
     EXPECT_GE(1u, allocations_of([&] { f.set->DrillUp(member); }));
     f.set->getQuotedText();
     EXPECT_GE(1u, allocations_of([&] { f.set->getQuotedText(); })); // a copy of what was kept
-    // A chain of wraps finds room most of the time.
+    // In a chain of wraps, most wraps fit into the buffer.
     EXPECT_GE(20u, allocations_of([&] {
         for (int i = 0; i < 1000; ++i)
             f.value->ReverseSign();

@@ -18,7 +18,7 @@ void on_eight_threads(std::function<void()> const & body)
         threads.emplace_back(body);
 }
 
-// The lines of the log follow the count, whichever thread changes it.
+// The counts in successive log lines differ by one, whichever thread changes the count.
 TEST(Threads, HoldOneObject)
 {
     Fixture f;

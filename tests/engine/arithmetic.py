@@ -1,7 +1,7 @@
-"""What a statement has to show, said without MDX and worked out from the facts of cube.py without an engine.
+"""The expected result of a statement, described without MDX and computed from the facts of cube.py without an engine.
 
 `Shows` gives the members of each axis. Its cells are sums over the facts, or what the formulas of calculated members
-make of them. operation_uses.py and documents.py say so for each statement.
+make of them. operation_uses.py and documents.py have a `Shows` or a `Rejected` for each statement.
 """
 
 import dataclasses
@@ -45,7 +45,7 @@ MANAGERS = {store(row["Country"], row["City"]): row["Manager"] for row in ROWS["
 
 @dataclasses.dataclass
 class Calculated:
-    """A calculated member. Its formula is given the Place where it is worked out."""
+    """A calculated member. Its formula is called with the Place where it is computed."""
     formula: callable
     order: int = 0
 
@@ -96,7 +96,7 @@ OF_EUROPE = {EUROPE: Calculated(sum_of(IRELAND, SWITZERLAND), 1)}
 
 
 def evaluate(context, defined):
-    """The cell where the members of the context meet. Of calculated members, the last in solve order is worked out first."""
+    """The cell where the members of the context meet. Of calculated members, the last in solve order is computed first."""
     calculated = [member for member in context.values() if member in defined]
     if calculated:
         last = max(calculated, key=lambda member: defined[member].order)
@@ -109,7 +109,7 @@ def evaluate(context, defined):
 @dataclasses.dataclass
 class Shows:
     """The positions of each axis, the members of the slicer, and calculated members that the statement defines. `fault`
-    says what the engine gets wrong."""
+    describes a known wrong result of the engine; the check fails once the result is right."""
     axes: list
     where: tuple = ()
     defined: dict = dataclasses.field(default_factory=dict)
@@ -128,12 +128,12 @@ class Shows:
 
 @dataclasses.dataclass
 class Rejected:
-    """The engine rejects the statement for a reason that has these words; why that is right, or what it lacks."""
+    """The engine rejects the statement. `reason` is part of its message; `why` says why that is right, or what the engine lacks."""
     reason: str
     why: str
 
 
-BY_THE_SESSION = "CREATE, DROP: the engine keeps nothing. What CREATE makes is defined in each statement after it."
+BY_THE_SESSION = "The engine has no CREATE or DROP. The check defines what CREATE makes in each statement after it."
 CREATE = Rejected("Syntax error at line 1, column 1, token 'CREATE'", BY_THE_SESSION)
 DROP = Rejected("Syntax error at line 1, column 1, token 'DROP'", BY_THE_SESSION)
 
@@ -171,7 +171,7 @@ def with_europe(*positions):
 
 
 def cell(measure, *where):
-    """A value in 2025, unless another year is given. An empty one is NaN: no comparison with it holds."""
+    """A value in 2025, unless another year is given. An empty cell is NaN: every comparison except != is false."""
     found = evaluate({"Time.Calendar": Y2025, "Measures": measure} | {m.hierarchy: m for m in where}, ON_THE_SERVER)
     return math.nan if found is None else float(found)
 
@@ -205,7 +205,7 @@ def key_of(measured):
 
 
 def ordered(members, measured=sold, descending=False):
-    """Across all."""
+    """Sorted as one list, not within each parent."""
     keys = [key_of(measured)(member) for member in members]
     assert len(set(keys)) == len(keys), "The order of equal ones is not defined."
     return sorted(members, key=key_of(measured), reverse=descending)

@@ -1,6 +1,6 @@
-"""check.py BUILD [--update]: runs statements on an engine, in both spellings of hierarchies, and compares what each shows
-with what it has to show, and with the tables in results/, which --update writes. The statements are those of the
-examples, README, the guides and uses/."""
+"""check.py BUILD [--update]: runs statements on an engine, in both spellings of hierarchies. Compares the results with the
+expected results, with results/, and with the result and figure blocks of README and the guides; --update rewrites results/
+and the blocks. The statements are those of the examples, README, the guides and uses/."""
 
 import collections
 import difflib
@@ -46,7 +46,7 @@ def read(text, flat, page=""):
 
 
 def sources(build, flat):
-    """The statements, and what they have to show, by the files of results/."""
+    """The statements and their expected results, by the files of results/."""
     def shown_by(page):  # its blocks of text, which are what its programs print
         return "\n".join(re.findall(r"^```text\n(.*?)^```", page.read_text("utf-8"), re.DOTALL | re.MULTILINE))
 
@@ -74,34 +74,34 @@ def same(shown, expected):
 
 
 def differences(result, expected):
-    """Where a result is not what its statement has to show."""
+    """Where a result differs from the expected result."""
     def names(axis):
         return [" * ".join("/".join((member.hierarchy, *member.path)) for member in position) for position in axis]
 
     for number, (shown, wanted) in enumerate(itertools.zip_longest(
             map(names, result.axes), map(names, expected.axes))):
         if shown != wanted:
-            return [f"axis {number} shows {shown}", f"and has to show {wanted}"]
-    found = [f"cell {n} shows {shown!r} and has to show {wanted!r}"
+            return [f"axis {number} shows {shown}", f"but should show {wanted}"]
+    found = [f"cell {n} shows {shown!r} but should show {wanted!r}"
              for n, (shown, wanted) in enumerate(zip(result.values, expected.cells(), strict=True))
              if not same(shown, wanted)]
     shown = {name: values for name, *values in result.properties}
     wanted = {name: [of(position[0]) or "" for position in expected.axes[1]] for name, of in expected.properties.items()}
-    return found if shown == wanted else found + [f"the properties are {shown} and have to be {wanted}"]
+    return found if shown == wanted else found + [f"the properties are {shown} but should be {wanted}"]
 
 
 def faults(run, expected):
-    """What is not as expected of a statement."""
+    """How the run of a statement differs from what is expected."""
     if expected is None:
-        return ["nothing says what it has to show: see documents.py and operation_uses.py"]
+        return ["no expected result: add one to documents.py or operation_uses.py"]
     if isinstance(expected, Rejected):
         return [] if run.result is None and expected.reason in run.reason else [
-            f"it has to be rejected because of {expected.reason!r}, and not {run.reason!r}"]
+            f"it should be rejected with {expected.reason!r}; instead: {'accepted' if run.result else repr(run.reason)}"]
     if run.result is None:
         return [f"it is rejected: {run.reason}"]
     found = differences(run.result, expected)
     if expected.fault:
-        return [] if found else ["it shows what it has to show, and is said not to"]
+        return [] if found else ["its result is right: remove its `fault`"]
     return found
 
 
@@ -124,8 +124,8 @@ def described(title, text, run, expected):
 
 
 def summary(runs):
-    """The figures of the statements, each with its title, its run and what it has to show. Both spellings have the same."""
-    words = collections.Counter(word for _, run, _ in runs for word in run.lacking)
+    """The figures for the statements, each given as title, run and expected result. Both spellings have the same figures."""
+    lacking = collections.Counter(name for _, run, _ in runs for name in run.lacking)
     rejected = collections.Counter(getattr(expected, "why", "") for _, run, expected in runs if run.result is None)
     accepted = [(title, run, getattr(expected, "fault", "")) for title, run, expected in runs if run.result is not None]
     reworded = sum(bool(run.lacking) for _, run, _ in accepted)
@@ -133,10 +133,10 @@ def summary(runs):
     yield (f"{len(runs)} statements: {len(accepted) - reworded} accepted, {reworded} accepted after rewording,"
            f" {rejected.total()} rejected; {cells:,} cells compared with arithmetic")
     yield "\nAccepted after rewording, because the engine lacks"
-    yield from (f"{number:4}  {word}" for word, number in words.items())
+    yield from (f"{number:4}  {name}" for name, number in lacking.items())
     yield "\nRejected"
     yield from (f"{number:4}  {reason}" for reason, number in rejected.items())
-    yield "\nNot as it has to be"
+    yield "\nKnown to be wrong"
     yield from (f"      {title}: {fault}" for title, _, fault in accepted if fault)
 
 
@@ -170,7 +170,7 @@ def unused_operations():
 
 
 def with_results(page, tables, figures):
-    """The page with what its blocks of results and figures have to contain. A result is that of the statement before it."""
+    """The page with its ```result and ```figures blocks filled in. A ```result block is for the statement before it."""
     shown = ""
 
     def filled(block):

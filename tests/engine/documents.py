@@ -1,4 +1,4 @@
-"""What the statements of the examples, README and the guides have to show, by their titles."""
+"""The expected results of the statements of the examples, README and the guides, by title."""
 
 import math
 

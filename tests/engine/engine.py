@@ -1,6 +1,7 @@
 """Mondrian, an MDX engine, with the cube of this folder in memory.
 
-It lacks some words of MDX: Session runs a statement with one of them in other words, and keeps what CREATE makes.
+It lacks some MDX expressions, and CREATE and DROP. Session rewords a statement with such an expression, and defines what
+CREATE makes in each later statement.
 """
 
 import pathlib
@@ -11,13 +12,13 @@ import typing
 import unicodedata
 
 import cube
-import other_words
+import rewording
 
 HERE = pathlib.Path(__file__).parent
 LIBRARIES = ("log4j-over-slf4j slf4j-api slf4j-nop mondrian olap4j hsqldb eigenbase-properties eigenbase-resgen eigenbase-xom"
              " commons-collections3 commons-dbcp commons-io commons-lang commons-logging commons-math commons-pool"
              " commons-vfs2 cup java-cup-0.11b-runtime")
-# The engine works all sets out itself and reads no more than sums by SQL.
+# With these, the engine computes all sets itself and uses SQL only to read sums.
 OPTIONS = [f"-Dmondrian.native.{operation}.enable=false" for operation in ("crossjoin", "filter", "nonempty", "topcount")]
 
 
@@ -28,7 +29,7 @@ def respell(text, flat):
 
 
 def member(unique_name):
-    """The member of a unique name in either spelling. The engine has no "All", and [#null] for what a branch leaves out."""
+    """The member of a unique name in either spelling. The engine leaves out All above a member, and a skipped level is [#null]."""
     hierarchy, *path = re.findall(r"\[((?:[^\]]|\]\])*)\](?:\.|$)", respell(unique_name, True))
     names = tuple(name.replace("]]", "]") for name in path if name != "#null")
     return cube.Member(hierarchy, () if names == (cube.Member(hierarchy).name,) else names)
@@ -88,11 +89,11 @@ class Engine:
 
 
 class Run(typing.NamedTuple):
-    """What became of a statement: its result, or none if it was rejected in all words."""
+    """What became of a statement: its result, or None if it was rejected, also after rewording."""
     text: str  # as it was run
     result: Result | None
     reason: str = ""  # why the engine rejects the statement as it was written
-    lacking: tuple = ()  # the words without which it was run
+    lacking: tuple = ()  # what was replaced by rewording, since the engine lacks it
     keeps: bool = False  # it is CREATE or DROP
 
 
@@ -104,19 +105,19 @@ class Session:
         self.kept = {}
 
     def run(self, statement):
-        keeps = other_words.keep(statement, self.kept)
-        text = statement if keeps else other_words.with_kept(statement, self.kept)
+        keeps = rewording.keep(statement, self.kept)
+        text = statement if keeps else rewording.with_kept(statement, self.kept)
         try:
             return Run(text, self.engine.run(text))
         except Rejected as error:
             reason = str(error)
-        rewritten, lacking = other_words.rewritten(text)
+        reworded, lacking = rewording.reworded(text)
         if keeps or not lacking:
             return Run(text, None, reason, (), keeps)
         try:
-            return Run(rewritten, self.engine.run(rewritten), reason, tuple(lacking))
+            return Run(reworded, self.engine.run(reworded), reason, tuple(lacking))
         except Rejected as error:
-            return Run(rewritten, None, str(error), tuple(lacking))
+            return Run(reworded, None, str(error), tuple(lacking))
 
 
 def width(text):

@@ -1,4 +1,4 @@
-"""What the statements of uses/ have to show, by their titles."""
+"""The expected results of the statements of uses/, by title."""
 
 import math
 import statistics
@@ -75,7 +75,7 @@ DRILLING = {
     "ToggleDrillStateOnSet: closed ones open": rows(*opened(COUNTRIES, IRELAND, SINGAPORE)),
     "ToggleDrillStateOnSet: open ones close": rows(IRELAND, JAPAN),
     "ToggleDrillStateOnSet: recursive": Rejected(
-        "'RECURSIVE' is not supported in ToggleDrillState", "RECURSIVE in TOGGLEDRILLSTATE: the engine has no other word for it."),
+        "'RECURSIVE' is not supported in ToggleDrillState", "RECURSIVE in TOGGLEDRILLSTATE: the engine has no equivalent."),
 }
 
 RELATIVES = {

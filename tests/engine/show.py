@@ -1,6 +1,7 @@
 """show.py [--steps] < STATEMENTS: shows statements, as the library's programs print them, each with its result. --steps
 also shows what is printed between a title and its statement.
-show.py --fits FILE: says what in the cube of a report file the cube of tests/engine does not have, and fails if there is any."""
+show.py --fits FILE: prints what is in the cube of a report file but not in the cube of tests/engine, and fails if there is
+anything."""
 
 import collections
 import json
@@ -22,8 +23,8 @@ class Statement(typing.NamedTuple):
 
 
 def statements(text, page=""):
-    """The statements in a text, with the titles above them, or counted on a page without titles. An expression on a line
-    by itself is made a statement."""
+    """The statements in a text. A statement's title is the line "== TITLE ==" above it, or else the page and a number. A line
+    that is only an expression is wrapped in a SELECT."""
     found, title, steps, lines = [], "", [], collections.deque(text.splitlines())
     while lines:
         line = lines.popleft()
@@ -49,9 +50,9 @@ def statements(text, page=""):
 
 
 def misfits(cube):
-    """What the cube of tests/engine does not have of the cube of a report file."""
+    """What is in the cube of a report file but not in the cube of tests/engine."""
     if cube["name"] != "[Sales]":
-        yield f"the cube {cube['name']}; it is [Sales]"
+        yield f"the name {cube['name']}; its name is [Sales]"
     for dimension in cube["dimensions"]:
         for hierarchy in dimension["hierarchies"]:
             name = ".".join(filter(None, (dimension["name"], hierarchy.get("name"))))
@@ -80,7 +81,7 @@ def main():
             with open(sys.argv[2], encoding="utf-8") as file:
                 found = list(misfits(json.load(file)["cube"]))
         except (AttributeError, KeyError, OSError, TypeError, ValueError):
-            found = []  # report_from_json tells faults of the file
+            found = []  # report_from_json reports errors in the file
         for misfit in found:
             print(f"{sys.argv[2]}: the cube of tests/engine does not have {misfit}")
         sys.exit(1 if found else 0)
@@ -91,7 +92,7 @@ def main():
             shown = [*steps, ""] if steps and "--steps" in sys.argv else []
             print(f"== {title} ==", *shown, forms[-1].strip("\n"), "", sep="\n")
             if run.lacking:
-                print(f"(Mondrian has no {', '.join(run.lacking)}. This is the result of other words.)")
+                print(f"(Mondrian has no {', '.join(run.lacking)}. This is the result of an equivalent statement.)")
             elif run.keeps:
                 word = forms[0].split()[0]
                 print(f"(Mondrian has no {word}. The statements after this one {AFTER[word]}.)")

@@ -23,8 +23,8 @@ awk '/^```/ { inside = $0 == "```json"; next } inside' "$guide" > "$work/guide.j
 
 failed=0
 
-# expect_names TITLE PREFIX AXIS: the report with that title has each name that the program knows for the "?" of the axis.
-# PREFIX is what is before a name there.
+# expect_names TITLE PREFIX AXIS: the report with that title uses each name that the program accepts in place of
+# "?" in AXIS. PREFIX is what is before a name there.
 expect_names() {
     local report names name
     report=$(awk -v title="\"title\": \"$1\"" '/"title":/ { inside = index($0, title) } inside' "$here/every_name.json")
@@ -51,7 +51,7 @@ fault() {
     printf '%s\n' "${file//"$1"/$2}" > "$work/file.json"
     "$program" "$work/file.json" > "$work/out" 2> "$work/err" || status=$?
     if [[ $status != 1 || -s $work/out || $(< "$work/err") != "$work/file.json: $3"* ]]; then
-        printf '%s\n' "\"$1\" as \"$2\" was to tell: $3" "status $status and:" "$(< "$work/err")" >&2
+        printf '%s\n' "With \"$2\" instead of \"$1\", expected the message: $3" "status $status and:" "$(< "$work/err")" >&2
         failed=1
     fi
 }
@@ -94,7 +94,7 @@ expect_failure() {
     local status=0
     "${@:2}" 2> "$work/err" || status=$?
     if [[ $status != 1 || $(< "$work/err") != "$1" ]]; then
-        printf '%s\n' "${*:2} was to print: $1" "status $status and:" "$(< "$work/err")" >&2
+        printf '%s\n' "${*:2} should have printed: $1" "status $status and:" "$(< "$work/err")" >&2
         failed=1
     fi
 }

@@ -1,4 +1,4 @@
-"""Words of MDX that the engine lacks, with other words of the same meaning that it has."""
+"""Replaces MDX expressions that the engine lacks by equivalents that it has."""
 
 import re
 
@@ -43,7 +43,7 @@ def sum_of_sets(text):
 
 
 def set_of_text(text):
-    """A text that is chosen by a condition and read as a set, as the choice between the two sets."""
+    """Replaces STRTOSET( IIF( c, "a", "b" ) ) by IIF( c, a, b )."""
     before, (argument,), after = call(text, "STRTOSET")
     return before + argument.replace('"', "") + after
 
@@ -54,8 +54,8 @@ def level_count(text):
     return re.sub(rf"({NAME}(?:\.{NAME})?)\.LEVELS\.COUNT", count, text)
 
 
-# A word, how to find it, and what makes the text without its first use.
-WORDS = [
+# What the engine lacks, a pattern that finds it, and a function that replaces one use of it or all.
+REWORDINGS = [
     ("DRILLUPMEMBER", r"\bDRILLUPMEMBER\(", drill_up),
     ("set + set", r"\bGENERATE\(.*\)\s*\+\s*\S", sum_of_sets),
     ("LEVELS.COUNT", r"\.LEVELS\.COUNT\b", level_count),
@@ -67,14 +67,14 @@ WORDS = [
 ]
 
 
-def rewritten(text):
-    """The text in words that the engine has, and the words that it lacks."""
+def reworded(text):
+    """The text after rewording, and what the engine lacks of it."""
     lacking = []
-    for word, pattern, rewrite in WORDS:
+    for name, pattern, replace in REWORDINGS:
         while re.search(pattern, text, re.IGNORECASE):
-            text = rewrite(text)
-            if word not in lacking:
-                lacking.append(word)
+            text = replace(text)
+            if name not in lacking:
+                lacking.append(name)
     return text, lacking
 
 
@@ -83,7 +83,7 @@ DEFINITION = re.compile(
 
 
 def keep(statement, kept):
-    """For CREATE and DROP: changes what the server keeps, and says so."""
+    """Updates `kept` for CREATE and DROP. Returns whether the statement is one of them."""
     if statement.startswith("CREATE "):
         for kind, name, definition in DEFINITION.findall(statement):
             kept[name] = f"{kind} {name} AS {definition}"
@@ -96,7 +96,7 @@ def keep(statement, kept):
 
 
 def with_kept(statement, kept):
-    """The statement with a WITH clause for what the server keeps."""
+    """The statement with a WITH clause that defines what is kept."""
     if not kept:
         return statement
     return "WITH " + " ".join(kept.values()) + " " + re.sub(r"^\s*WITH\s", "", statement)
