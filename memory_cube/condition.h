@@ -26,6 +26,7 @@ namespace memory_cube {
 /// A condition for MDXSet::TakeFilter: a tree of nodes. The functions of memory_cube::conditions make conditions,
 /// and operators combine them:
 ///
+///     using namespace memory_cube;
 ///     using namespace memory_cube::conditions;
 ///     Condition const enough = value(sales) >= 1000 && !is_empty(key);
 ///     take_filter(rows, enough);

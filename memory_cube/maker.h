@@ -14,7 +14,7 @@ namespace memory_cube {
 
 class Condition;
 
-/// Whether the type is an arithmetic type, including bool, but not a character type.
+/// Whether the type is arithmetic, including bool, but none of the types for characters of texts.
 template <class Type>
 inline constexpr bool is_number = std::is_arithmetic_v<Type> && !std::is_same_v<Type, char> &&
                                   !std::is_same_v<Type, wchar_t> && !std::is_same_v<Type, char16_t> &&
@@ -50,8 +50,8 @@ public:
         static_assert(!std::is_same_v<Number, bool>, "A bool is a condition: write value(Condition(flag))");
         return value(KelpString(std::to_string(number)));
     }
-    /// The text of a condition, for arithmetic with C++ operators. Throws MDX_ERR_MISSING_TUPLE if the condition
-    /// has current() and there is no `current`. Defined in conditions.h.
+    /// The text of a condition, so that a value can be written with C++ operators: value(a + b). Throws
+    /// MDX_ERR_MISSING_TUPLE if the condition has current() and there is no `current`. Defined in conditions.h.
     RefPtr<MDXValue> value(Condition const & condition, RefPtr<MDXTuple> const & current = {}) const;
 
     /// hierarchy.[name] of the calculated member, the name under which a CREATE should define it.

@@ -21,8 +21,8 @@ struct ObjectClass;
 /// used on different threads. An override of use() or unuse() must not throw.
 ///
 /// The log records when an object is created and destroyed (module "MEMORY", level 4 and above) and when its count
-/// changes (module "INTERFACE", level 5 and above). The sub-module is the name of the class. Logging never makes an
-/// operation fail: a line that cannot be written is dropped.
+/// changes (module "INTERFACE", level 5 and above). The sub-module is the name that the object was made with, such
+/// as MDXSet for all kinds of set. Logging never makes an operation fail: a line that cannot be written is dropped.
 class MDX_API RefCount {
 public:
     RefCount(KelpString const & name, std::int32_t id);
@@ -51,8 +51,8 @@ public:
     virtual std::int32_t use();
 
     /// Gives back a reference. Returns the count that is left; at 0 the object no longer exists. If the count is 0
-    /// already, reports an assertion failure and changes nothing. This is found even after the object's end if its
-    /// class has an operator delete that keeps the storage.
+    /// already, reports an assertion failure and changes nothing. An unuse() too many is caught even after the
+    /// object's end if its class has an operator delete that keeps the storage.
     virtual std::int32_t unuse();
 
 private:

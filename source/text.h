@@ -37,8 +37,8 @@ inline Decimal decimal(std::int64_t number) noexcept
     return Decimal(number);
 }
 
-// A text for a placeholder. A string is read when the template is written, so an expression's own text may still
-// change while later texts are asked for. Numbers, bools, characters and literals do not convert.
+// A text for a placeholder. A string is not read until the template is written. Numbers, bools, characters and
+// literals do not convert.
 class Text {
 public:
     Text(std::u16string const & text) noexcept : fString(&text) {}

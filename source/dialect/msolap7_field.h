@@ -2,7 +2,7 @@
 #include "../expressions/mdx_field.h"
 #include "../host/export.h"
 
-/// A member in the MSOLAP dialect. Members below a hierarchy and calculated members are written as
+/// A member in the MSOLAP dialect. A member made from a hierarchy and a name, or from a calculation, is written as
 /// hierarchy.[name]. With `flatHierarchyNames`, that hierarchy is written as [dimension.hierarchy], from the short
 /// names, or as [dimension] if its own name is empty; without the flag, as its unique name. DEFAULTMEMBER and
 /// CURRENTMEMBER always follow the unique name.

@@ -1,7 +1,7 @@
 #pragma once
 #include "../expressions/mdx_tuple.h"
 
-// A tuple in the MSOLAP dialect, which is the general form.
+// A tuple in the MSOLAP dialect, written exactly as MDXTuple writes it.
 class MSOLAP7Tuple final : public MDXTuple {
     ~MSOLAP7Tuple() override = default;
 };

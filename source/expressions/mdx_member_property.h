@@ -5,7 +5,8 @@
 
 MDX_EXPORTS_BEGIN
 
-/// The name of a member property: its owner and the property. Both names are stored unchanged and never change.
+/// The name of a member property: its owner and the property. Both names are stored as given;
+/// only an assignment replaces them.
 class MDX_API MDXMemberProperty : public support::RefCount {
 public:
     MDXMemberProperty(KelpString const & ownerName, KelpString const & propertyName);

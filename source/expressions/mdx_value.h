@@ -61,10 +61,10 @@ public:
     virtual MDXValue * TakeAverage(MDXSet const * set);
 
     /// COVARIANCE(set, first, second), or COVARIANCEN if `unbiased`. Here and in the operations up to
-    /// TakeCorrelation, `second` may be null and is then left out. These operations write the text in pieces: a
-    /// value that is its own argument supplies the unfinished text. If an argument throws or memory runs out, the
-    /// text is what has been written so far. `first` holds the y values and `second` the x values. With `unbiased`,
-    /// the server divides by n - 1, not n.
+    /// TakeCorrelation, `second` may be null and is then left out. These operations write the text in pieces: if
+    /// the value itself is also an argument, its unfinished text is inserted. If an argument throws or memory runs
+    /// out, the text is what has been written so far. `first` holds the y values and `second` the x values. With
+    /// `unbiased`, the server divides by n - 1, not n.
     virtual MDXValue * TakeCovariance(
         MDXSet const * set, MDXValue const * first, MDXValue const * second, bool unbiased);
     /// LINREGVARIANCE(set, first, second)

@@ -54,8 +54,8 @@ public:
 
     /// Appends the text and a line end. Does nothing if no file is open. On Windows all lines end in "\r\n",
     /// including those inside the text. If another process is writing, the call waits up to two seconds and then
-    /// writes anyway. Only in that case can the lines of two processes mix. If the file ends within a line, the
-    /// text starts on a new line.
+    /// writes anyway. The lines of two processes can mix only then, or if the file system has no locks. If the file
+    /// ends within a line, the text starts on a new line.
     ///
     /// A failure to write is not reported, and the rest of the line is lost. On Linux the process gets no SIGXFSZ
     /// when the file reaches its size limit.

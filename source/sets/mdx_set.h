@@ -83,8 +83,8 @@ public:
     /// UNION(this, {field}), like +=. Without `unite`, appends ", field" to the text; call Delimit to make that a
     /// set.
     virtual MDXSet * AddField(MDXField const & field, bool unite);
-    /// ADDCALCULATEDMEMBERS(this). Adds the calculated members that are siblings of a member in this. One that is
-    /// directly under the hierarchy is not a sibling of the members below All.
+    /// ADDCALCULATEDMEMBERS(this). Adds the calculated members that are siblings of a member in this. A
+    /// calculated member directly under the hierarchy is not a sibling of the members below All.
     virtual MDXSet * AddCalculations();
     /// STRIPCALCULATEDMEMBERS(this). With `byName`, a dialect may instead name the hierarchy's calculated members
     /// one by one; without it, the hierarchy is not read and may be null. Each member that is named must be defined
@@ -122,8 +122,8 @@ public:
     /// DRILLDOWNMEMBER(this, {given}). With `recursive`, all members of the hierarchy replace `given`, which is not
     /// read; without it, the hierarchy is not read and may be null.
     virtual MDXSet * DrillDown(BRIM_o::Hierarchy const * hierarchy, KelpString const & given, bool recursive);
-    /// DRILLDOWNMEMBER(this, {other}). Adds no children to a member that its children already follow, so start from
-    /// a level or from the All member. A member that occurs twice gets its children twice.
+    /// DRILLDOWNMEMBER(this, {other}). Does not expand a member whose children already come next, so start from a
+    /// level or from the All member. A member that occurs twice gets its children twice.
     virtual MDXSet * DrillDownOnSet(KelpString const & given);
     virtual MDXSet * DrillDownOnSet(MDXSet const * other);
     /// DRILLUPMEMBER(this, {given}). Collapses a member only if the next member in the set is its descendant.
@@ -173,11 +173,12 @@ public:
     virtual MDXSet * Order(std::int32_t direction, MDXTuple const * key);
     virtual MDXSet * Order(std::int32_t direction, MDXValue const * key);
 
-    /// TOPCOUNT(this, amount, tuple), BOTTOMSUM and so on. `amount` is a number as text. A null tuple is left out.
-    /// Throws MDX_ERR_BAD_ENUM for an unknown type or measure, with the value and the name of the enumeration, and
-    /// MDX_ERR_MISSING_TUPLE for a null tuple unless the measure is Count. Members of all levels are compared with
-    /// each other, so start from one level. The BOTTOM functions return members with empty cells first. Always give
-    /// BOTTOMCOUNT a tuple: without one, some servers return the first members and others the last.
+    /// TOPCOUNT(this, amount, tuple), BOTTOMSUM and so on. `amount` is a number as text. With the measure Count,
+    /// `tuple` may be null and is then left out. Throws MDX_ERR_BAD_ENUM for an unknown type or measure, with the
+    /// value and the name of the enumeration, and MDX_ERR_MISSING_TUPLE for a null tuple unless the measure is
+    /// Count. Members of all levels are compared with each other, so start from one level. The BOTTOM functions
+    /// return members with empty cells first. Always give BOTTOMCOUNT a tuple: without one, some servers return the
+    /// first members and others the last.
     virtual MDXSet * TakeExtremity(
         ExtremityType type, ExtremityMeasure measure, KelpString const & amount, MDXTuple const * tuple);
 

@@ -20,7 +20,7 @@ namespace {
 
 struct Node;
 
-// A kind of node: `shape` writes such a node to `text`, which is empty.
+// A kind of node. `shape` writes a node of this kind to its second argument, which is empty.
 struct Kind {
     ExpressionType type;
     bool asksServer; // server_translate is called before any operand is translated
@@ -79,7 +79,7 @@ private:
 };
 
 // The stack used per level limits the depth of a tree, so a shape has few local variables besides its texts. The
-// first operand is translated directly into the node's own text, so a left-deep chain takes linear time.
+// first operand is translated directly into the node's own text, so a left-deep chain of ANDs takes linear time.
 
 void literal(Node const & node, KelpString & text)
 {

@@ -13,7 +13,7 @@ MDX_EXPORTS_BEGIN
 
 /// The definition of a calculated member or a named set in a WITH clause or CREATE. The statement makes and owns
 /// it. `qualified` puts the cube's name and a dot before the defined name. getText() asks the member, value or set
-/// for its text; none of these may be null by then.
+/// for its text. None of these may be null.
 class MDX_API MDXSingleFormulaSpecification {
 public:
     explicit MDXSingleFormulaSpecification(KelpString const & cubeName);

@@ -7,9 +7,9 @@
 
 MDX_EXPORTS_BEGIN
 
-/// A statement. It holds objects, not text: each getText makes the text from the current texts of what the
-/// statement holds. The last unuse() gives back these objects. Besides MDXError, a call may throw std::bad_alloc
-/// and std::length_error; the statement is then unchanged.
+/// A statement. Each getText makes the text anew, from the current texts of the expressions that the statement
+/// holds; names and raw text are copies. The last unuse() gives back these expressions. Besides MDXError, a call
+/// may throw std::bad_alloc and std::length_error; the statement is then unchanged.
 class MDX_API MDXQuery : public support::RefCount {
 public:
     enum QueryType : std::int32_t { QT_SELECT = 0, QT_CREATE = 1, QT_DROP = 2 };

@@ -147,7 +147,7 @@ void MDXSelectQuery::AddCellProperty(KelpString const & name)
 
 void MDXSelectQuery::AddCellProperties(std::vector<KelpString> const & names)
 {
-    // A failure while moving into a growing list would lose elements, so copy first.
+    // If copying a name failed within insert(), the list could lose names that it has. So copy first.
     std::vector<KelpString> added = names;
     fCellProperties.insert(
         fCellProperties.end(), std::make_move_iterator(added.begin()), std::make_move_iterator(added.end()));
