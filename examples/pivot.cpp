@@ -85,7 +85,7 @@ struct Pivot {
         add_formula(compared, growth, make.value(growth_of), { { "FORMAT_STRING", "'0.0%'" } });
         run("Year over year", compared);
 
-        auto const ranked = opened_countries();
+        auto const ranked = make.set(countries);
         take_filter(ranked, !is_empty(sales));
         auto const position = make.set("[Ranked]");
         position->TakeRank(make.current(stores).get());

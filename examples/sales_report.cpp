@@ -125,6 +125,7 @@ void best_products(Report & report)
 
     RefPtr const query = report.make.select(products);
     query->AddSlicerSpecification(report.member("[Measures].[Unit Sales]").get());
+    query->AddSlicerSpecification(report.member("[Time.Calendar].[2025]").get());
     print("The ten best-selling products", *query);
 }
 
@@ -176,10 +177,12 @@ void named_set(Report & report)
 
 void end_of_the_members(Report & report)
 {
-    RefPtr const drop = report.make.drop();
-    for (char const * name : { "[Store].[Flagship Stores]", "[Store].[Rest of the World]" })
-        drop->AddMemberToDrop(report.calculated(name)->getText());
-    print("Dropping the calculated members", *drop);
+    // Each in a statement of its own: a DROP of several names has blanks between them, and servers want commas.
+    for (std::string const name : { "[Store].[Flagship Stores]", "[Store].[Rest of the World]" }) {
+        RefPtr const drop = report.make.drop();
+        drop->AddMemberToDrop(report.calculated(name.c_str())->getText());
+        print(("Dropping " + name).c_str(), *drop);
+    }
 }
 
 void refused_direction(Report & report)

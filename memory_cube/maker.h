@@ -14,11 +14,15 @@ namespace memory_cube {
 
 class Condition;
 
-/// Whether the type is arithmetic, including bool, but none of the types for characters of texts.
+/// Whether the type is arithmetic, including bool, but none of the types for characters of texts, and not
+/// `long double`, which no number of the library can hold.
 template <class Type>
-inline constexpr bool is_number = std::is_arithmetic_v<Type> && !std::is_same_v<Type, char> &&
-                                  !std::is_same_v<Type, wchar_t> && !std::is_same_v<Type, char16_t> &&
-                                  !std::is_same_v<Type, char32_t>;
+inline constexpr bool is_number = std::is_arithmetic_v<Type> && !std::is_same_v<Type, long double> &&
+                                  !std::is_same_v<Type, char> && !std::is_same_v<Type, wchar_t> &&
+#if defined(__cpp_char8_t)
+                                  !std::is_same_v<Type, char8_t> &&
+#endif
+                                  !std::is_same_v<Type, char16_t> && !std::is_same_v<Type, char32_t>;
 
 /// Makes expressions and statements, as a generator does, but returns each in a RefPtr that holds its reference.
 class Maker {

@@ -62,22 +62,22 @@ std::int32_t RefCount::use()
 
 std::int32_t RefCount::unuse()
 {
-    std::int32_t left = -1;
+    std::int32_t left = 0;
     // The count is read before the mutex is locked, because the mutex of a deleted object is gone.
-    if (fRefCount.load(std::memory_order_relaxed) > 0) {
+    bool held = fRefCount.load(std::memory_order_relaxed) > 0;
+    if (held) {
         WirralSynchronized const guard(*fMutex);
-        if (fRefCount.load(std::memory_order_relaxed) > 0) {
+        if (held = fRefCount.load(std::memory_order_relaxed) > 0; held) {
             left = changed(fRefCount, -1);
             log_count("%s(%03d) %x Refcount lowered to %d");
         }
     }
     // The guard unlocks the mutex before the object is deleted, because the mutex is deleted with it.
-    if (left == 0)
+    if (!held)
+        support_dll::AssertionFailure("fRefCount > 0", ".\\source\\refcount");
+    else if (left == 0)
         delete this;
-    if (left >= 0)
-        return left;
-    support_dll::AssertionFailure("fRefCount > 0", ".\\source\\refcount");
-    return 0;
+    return left;
 }
 
 void RefCount::find_level(CoreLog::VerbosityType *& verbosity, char const * module) noexcept

@@ -195,7 +195,7 @@ def main(build, update):
     for flat, spelling in ((False, "unique names"), (True, "flat names")):
         begin = time.monotonic()
         texts, tables, found = run_all(build, flat)
-        pages = pages or {page: with_results(page, tables, texts["summary"].splitlines()[0]) for page in PAGES}
+        pages = pages or {page: with_results(page, tables, texts["summary"].rstrip()) for page in PAGES}
         unexpected += [f"{spelling}: {line}" for line in found]
         for name, text in texts.items():
             unexpected += compared(results.setdefault(name, text), text, f"{name}, unique names", f"{name}, flat names")

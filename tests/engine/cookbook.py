@@ -146,8 +146,8 @@ PIVOT = {
     "Year over year": rows(*SELLING_COUNTRIES, columns=(SALES, BEFORE, GROWTH), defined={
         BEFORE: Calculated(lambda at: at(SALES, Y2024)),
         GROWTH: Calculated(lambda at: divide(minus(at(SALES, Y2025), at(SALES, Y2024)), at(SALES, Y2024)))}),
-    "Rank, and share of the parent": rows(*OPENED, columns=(SALES, RANK, SHARE), defined={
-        RANK: Calculated(lambda at: 1 + sum(sold(place) > float(at(SALES)) for place in OPENED)),
+    "Rank, and share of the parent": rows(*SELLING_COUNTRIES, columns=(SALES, RANK, SHARE), defined={
+        RANK: Calculated(lambda at: 1 + sum(sold(place) > float(at(SALES)) for place in SELLING_COUNTRIES)),
         SHARE: Calculated(lambda at: divide(at(SALES), at(SALES, at.context["Store"].parent)))}),
     "Two members in the slicer": rows(*SELLING_COUNTRIES, where=(Y2025, TICKED), defined=DRINK_AND_FOOD),
     "A named set on the server": CREATE,

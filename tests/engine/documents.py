@@ -22,7 +22,7 @@ SALES_REPORT = {
     "Cities by the sales of a year": rows(
         *(city for city in ordered(CITIES, sold, True) if has_value(city))),
     "The ten best-selling products": list_of(
-        *top(10, PRODUCTS, lambda product: cell(UNITS, product, Y2024)), where=(UNITS,)),
+        *top(10, PRODUCTS, units), where=(UNITS, Y2025)),
     "Two quarters side by side, for selected places": rows(
         store("Brazil", "São Paulo"), store("Japan", "東京"), FLAGSHIP, store("Switzerland", "Zürich"),
         columns=[(quarter, counted) for quarter in (Q1, Q2) for counted in (UNITS, measure("Customer Count"))],
@@ -31,7 +31,8 @@ SALES_REPORT = {
     "A named set on the server": CREATE,
     "A statement that uses the named set": list_of(FLAGSHIP, store("Switzerland", "Zürich")),
     "Dropping the named set": DROP,
-    "Dropping the calculated members": DROP,
+    "Dropping [Store].[Flagship Stores]": DROP,
+    "Dropping [Store].[Rest of the World]": DROP,
 }
 
 OSAKA, TOKYO = store("Japan", "大阪"), store("Japan", "東京")
