@@ -177,7 +177,7 @@ void named_set(Report & report)
 
 void end_of_the_members(Report & report)
 {
-    // Each in a statement of its own: a DROP of several names has blanks between them, and servers want commas.
+    // One statement for each: a DROP separates several names by blanks, but servers want commas.
     for (std::string const name : { "[Store].[Flagship Stores]", "[Store].[Rest of the World]" }) {
         RefPtr const drop = report.make.drop();
         drop->AddMemberToDrop(report.calculated(name.c_str())->getText());

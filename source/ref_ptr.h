@@ -24,7 +24,7 @@ public:
             fObject->use();
     }
     RefPtr(RefPtr && other) noexcept : fObject(std::exchange(other.fObject, nullptr)) {}
-    /// Converts from a RefPtr<Derived>. Takes a reference of its own.
+    /// Converts from a RefPtr<Derived>. Takes another reference to the object.
     template <class Derived, std::enable_if_t<std::is_convertible_v<Derived *, Object *>, int> = 0>
     RefPtr(RefPtr<Derived> const & other) : RefPtr(static_cast<Object *>(other.get()))
     {

@@ -7,7 +7,7 @@
 #include <list>
 #include <set>
 
-// The classes below stand in for a host's. When the library calls one of their overrides, it calls gAsked.
+// The classes below take the place of a host's. When the library calls one of their overrides, it calls gAsked.
 extern thread_local std::function<void()> gAsked;
 
 template <class Answer>
