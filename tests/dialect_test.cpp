@@ -46,20 +46,25 @@ TEST(MSOLAP7Field, KeepsTheSpellingOfItsGenerator)
 
 TEST(MSOLAP7Field, TakesTheParentOfACalculation)
 {
-    expect_operation(
-        { kFlatDialect }, CALL(f.field->TakeParentOfCalculation(&f.child)), "[S].[G]]", GIVEN(f.dimension.fName = "S]"; f.h.fName = "[G]"));
-    expect_operation({ kDialect }, CALL(f.field->TakeParentOfCalculation(&f.child)), "[F]", GIVEN(f.child.fHierarchy = nullptr));
+    Fixture f(kFlatDialect);
+    f.dimension.fName = "S]";
+    f.h.fName = "[G]";
+    EXPECT_EQ("[S].[G]]", mdx_of(*f.field->TakeParentOfCalculation(&f.child)));
+    f.child.fHierarchy = nullptr;
+    EXPECT_EQ("[G]", mdx_of(*f.second->TakeParentOfCalculation(&f.child))) << "unchanged";
 }
 
 TEST(MSOLAP7Set, WritesCalculationsInTheirOrder)
 {
-    expect_operation({ kDialect }, CALL(f.set->StripCalculations(&f.h, true)), "{A}");
-    expect_operation({ kDialect }, CALL(f.set->StripCalculations(&f.h, true)), "EXCEPT( {A}, { [H].[North], [H].[Japan].[South] } ) ",
-        GIVEN(f.h.fCalculations = { { 7, &f.calculation }, { -3, &f.child } }));
-    expect_operation({ kDialect }, CALL(f.set->Hierarchize(true, &f.h, true, { &f.child, &f.calculation })),
-        "UNION( HIERARCHIZE( EXCEPT( {A}, { [H].[Japan].[South] } )  ) , { [H].[Japan].[South], [H].[North] } )",
-        GIVEN(f.h.fCalculations = { { 1, &f.child } }));
-    expect_operation({ kDialect }, CALL(f.set->Hierarchize(true, &f.h, true, {})), "UNION( HIERARCHIZE( {A} ) , {  } )");
+    Fixture f(kDialect);
+    EXPECT_EQ("{A}", mdx_of(*f.set->StripCalculations(&f.h, true))) << "the hierarchy has none";
+    EXPECT_EQ("UNION( HIERARCHIZE( {A} ) , {  } )", mdx_of(*f.set->Hierarchize(true, &f.h, true, {})));
+    f.h.fCalculations = { { 7, &f.calculation }, { -3, &f.child } };
+    f.set->SetExpression("{A}")->StripCalculations(&f.h, true);
+    EXPECT_EQ("EXCEPT( {A}, { [H].[North], [H].[Japan].[South] } ) ", mdx_of(*f.set));
+    f.h.fCalculations = { { 1, &f.child } };
+    EXPECT_EQ("UNION( HIERARCHIZE( EXCEPT( {B}, { [H].[Japan].[South] } )  ) , { [H].[Japan].[South], [H].[North] } )",
+        mdx_of(*f.other->Hierarchize(true, &f.h, true, { &f.child, &f.calculation })));
 }
 
 TEST(Dialect, QuotesDefinitionsAndNoNames)

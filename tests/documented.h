@@ -3,6 +3,7 @@
 #include "fixture.h"
 
 #include <cmath>
+#include <map>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -71,9 +72,22 @@ struct Documented : Fixture {
         return RefPtr<Statement>(
             fGeneral ? new General<Statement>("[Sales]") : static_cast<Statement *>(generator->GenerateQuery(type, nullptr)));
     }
+    // The text and the number of holders of each object; for a tuple, the number of members instead of the text, which is made from theirs.
+    // This also makes each object cache its quoted text.
+    using State = std::map<std::string, std::string>;
     State state() const
     {
-        State state = Fixture::state();
+        State state;
+        auto const add = [&state](std::string const & name, auto & object) {
+            state[name] = mdx_of(object);
+            state[name + "'s holders"] = std::to_string(count_of(object));
+            EXPECT_EQ(state[name], object.getText().toUTF8());
+            EXPECT_EQ(doubled_quotes(state[name]), object.getQuotedText().toUTF8());
+        };
+        add("set", *set), add("other", *other), add("field", *field), add("second", *second);
+        add("value", *value), add("weight", *weight), add("third", *third);
+        for (auto const & [name, object] : { std::pair("tuple", tuple), std::pair("single", single) })
+            state[name] = std::to_string(object->FieldCount()) + ", holders: " + std::to_string(count_of(*object));
         for (MDXQuery const * const each :
             std::initializer_list<MDXQuery const *>{ names.select.get(), names.create.get(), names.drop.get() })
             state["statements"] += error_of([&] { state["statements"] += mdx_of(*each); }) + "; ";
@@ -108,11 +122,10 @@ struct Documented : Fixture {
 
     // Return the texts of what a call returned, and set `changed` to what the call may change: the name of the object itself; "several" for
     // a tuple or statement, whose parts get another holder; "nothing" for a new object. A condition is first passed to Filter().
-    template <class Own>
-    Strings told(Own * own)
-    {
-        return { text_of_own(own) };
-    }
+    std::string changed;
+    Strings told(MDXSet * own) { return (changed = own == set ? "set" : "not the own set"), Strings{ mdx_of(*own) }; }
+    Strings told(MDXField * own) { return (changed = own == field ? "field" : "not the own field"), Strings{ mdx_of(*own) }; }
+    Strings told(MDXValue * own) { return (changed = own == value ? "value" : "not the own value"), Strings{ mdx_of(*own) }; }
     Strings told(MDXTuple * own) { return (changed = "several"), Strings{ mdx_of(*own) }; }
     Strings told(MDXQuery const & own) { return (changed = "several"), Strings{ own.getText(false).toUTF8(), own.getText(true).toUTF8() }; }
     template <class New>
@@ -170,9 +183,9 @@ inline void expect_call(Row const & row, std::initializer_list<Classes> classes)
 {
     for (Classes const each : classes) {
         Documented f(each);
-        Fixture::State before = f.state();
+        Documented::State before = f.state();
         row.expect_texts(f, each);
-        Fixture::State after = f.state();
+        Documented::State after = f.state();
         before[f.changed] = after[f.changed];
         EXPECT_TRUE(f.changed == "several" || before == after) << row.row;
     }
@@ -185,7 +198,7 @@ inline void expect_no_trace_of_faults(Row const & row, std::initializer_list<Cla
     for (Classes const each : classes) {
         Documented done(each);
         row.run(done);
-        auto const same = [&](Fixture::State a, Fixture::State b) {
+        auto const same = [&](Documented::State a, Documented::State b) {
             if (bySteps)
                 a[done.changed] = b[done.changed];
             return a == b;
@@ -193,7 +206,7 @@ inline void expect_no_trace_of_faults(Row const & row, std::initializer_list<Cla
         for (auto const fails : { fails_at_question, fails_at_allocation }) {
             for (std::size_t nth = 1;; ++nth) {
                 Documented f(each);
-                Fixture::State const before = f.state();
+                Documented::State const before = f.state();
                 if (!fails(nth, [&] { row.run(f); }) || !f.changed.empty()) // the call was over when it failed
                     break;
                 EXPECT_TRUE(same(before, f.state())) << row.row;

@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
-#include <map>
 #include <memory>
 #include <new>
 #include <ostream>
@@ -106,49 +105,7 @@ struct Fixture {
     MDXField * makeField(KelpString const & text) const { return fGeneral ? new HostText<MDXField>(text) : generator->GenerateField(text); }
     MDXTuple * makeTuple() const { return fGeneral ? new HostText<MDXTuple> : generator->GenerateTuple(); }
     MDXValue * makeValue(KelpString const & text) const { return fGeneral ? new HostText<MDXValue>(text) : generator->GenerateValue(text); }
-
-    // The text and the number of holders of each object; for a tuple, the number of members instead of the text, which is made from theirs.
-    // This also makes each object cache its quoted text.
-    using State = std::map<std::string, std::string>;
-    State state() const
-    {
-        State state;
-        auto const add = [&state](std::string const & name, auto & object) {
-            state[name] = mdx_of(object);
-            state[name + "'s holders"] = std::to_string(count_of(object));
-            EXPECT_EQ(state[name], object.getText().toUTF8());
-            EXPECT_EQ(doubled_quotes(state[name]), object.getQuotedText().toUTF8());
-        };
-        add("set", *set), add("other", *other), add("field", *field), add("second", *second);
-        add("value", *value), add("weight", *weight), add("third", *third);
-        for (auto const & [name, object] : { std::pair("tuple", tuple), std::pair("single", single) })
-            state[name] = std::to_string(object->FieldCount()) + ", holders: " + std::to_string(count_of(*object));
-        return state;
-    }
-    // Return the text of the object that an operation returned, and set `changed` to its name.
-    std::string changed;
-    std::string text_of_own(MDXSet * own) { return (changed = own == set ? "set" : "not the own set"), mdx_of(*own); }
-    std::string text_of_own(MDXField * own) { return (changed = own == field ? "field" : "not the own field"), mdx_of(*own); }
-    std::string text_of_own(MDXValue * own) { return (changed = own == value ? "value" : "not the own value"), mdx_of(*own); }
 };
-
-// Checks what holds for every operation: it returns its own object, which has the new text and the same holders. No other object
-// changes. No quoted text is stale. CALL() passes the call as text for messages and as code; `given` runs before the call.
-inline void expect_operation(
-    std::initializer_list<Classes> classes, char const * row, std::function<std::string(Fixture & f)> const & call,
-    std::string const & want, std::function<void(Fixture & f)> const & given = [](Fixture &) {})
-{
-    for (Classes const each : classes) {
-        Fixture f(each);
-        given(f);
-        Fixture::State state = f.state();
-        EXPECT_EQ(want, call(f)) << row;
-        state[f.changed] = want;
-        EXPECT_EQ(state, f.state()) << row;
-    }
-}
-#define CALL(...) #__VA_ARGS__, [](Fixture & f) { return f.text_of_own(__VA_ARGS__); }
-#define GIVEN(...) [](Fixture & f) { __VA_ARGS__; }
 
 inline BaseError error_with(std::uint32_t code, Strings const & inserts)
 {

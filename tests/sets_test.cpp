@@ -8,21 +8,26 @@ namespace {
 
 TEST(MDXSet, MayBeItsOwnArgument)
 {
-    expect_operation(kBoth, CALL(*f.set += *f.set), "UNION( {A}, {A} )");
-    expect_operation(kBoth, CALL(f.set->DrillUpOnSet(f.set)), "DRILLUPMEMBER( Hierarchize( {A} ) , {A} ) ");
+    Fixture f;
+    EXPECT_EQ("UNION( {A}, {A} )", mdx_of(*(*f.set += *f.set)));
+    EXPECT_EQ("DRILLUPMEMBER( Hierarchize( {B} ) , {B} ) ", mdx_of(*f.other->DrillUpOnSet(f.other)));
 }
 
 TEST(MDXSet, HasNoTopLevelOfAHierarchyWithoutLevels)
 {
-    expect_operation(kBoth, CALL(f.set->TakeTopLevel(&f.h)), " {  } ", GIVEN(f.h.fLevels.clear()));
+    Fixture f;
+    f.h.fLevels.clear();
+    EXPECT_EQ(" {  } ", mdx_of(*f.set->TakeTopLevel(&f.h)));
 }
 
 TEST(GeneralSet, AddsCalculationsToItsLeaves)
 {
     std::string const leaves = "GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) )";
-    expect_operation({ kGeneral }, CALL(f.set->TakeLeafNodes(&f.h)), leaves, GIVEN(f.h.fCalculations = { { 1, nullptr }, { 2, nullptr } }));
-    expect_operation({ kGeneral }, CALL(f.set->TakeLeafNodes(&f.h)), "UNION( " + leaves + ", { [H].[Japan].[South], [H].[North] } )",
-        GIVEN(f.h.fCalculations = { { 7, &f.calculation }, { -3, nullptr }, { -2, &f.child }, { 9, nullptr } }));
+    Fixture f;
+    f.h.fCalculations = { { 1, nullptr }, { 2, nullptr } };
+    EXPECT_EQ(leaves, mdx_of(*f.set->TakeLeafNodes(&f.h)));
+    f.h.fCalculations = { { 7, &f.calculation }, { -3, nullptr }, { -2, &f.child }, { 9, nullptr } };
+    EXPECT_EQ("UNION( " + leaves + ", { [H].[Japan].[South], [H].[North] } )", mdx_of(*f.set->TakeLeafNodes(&f.h)));
 }
 
 // A member whose text is inserted twice is asked for it twice.
@@ -60,19 +65,20 @@ TEST(MDXSet, KeepsNoQuotedTextFromTheMiddleOfAnOperation)
 // The operations that go by steps, and what they leave when the host throws at one of its questions.
 TEST(MDXSet, KeepsTheStepsBeforeTheHostThrows)
 {
-    auto const expect_step = [](Classes classes, std::size_t question, char const * row, std::function<std::string(Fixture &)> const & call,
-                                 std::string const & want) {
-        Fixture f(classes);
-        EXPECT_TRUE(fails_at_question(question, [&] { call(f); })) << row;
-        EXPECT_EQ(want, mdx_of(*f.set)) << row;
-        EXPECT_EQ(want, f.set->getQuotedText().toUTF8()) << row;
+    Fixture general, dialect(kDialect);
+    auto const text_after = [](Fixture & f, std::size_t question, std::function<void()> const & operation) {
+        f.set->SetExpression("{A}");
+        EXPECT_TRUE(fails_at_question(question, operation));
+        EXPECT_EQ(mdx_of(*f.set), f.set->getQuotedText().toUTF8());
+        return mdx_of(*f.set);
     };
-    expect_step(kGeneral, 1, CALL(f.set->TakeTopLevel(&f.h)), " { ");
-    expect_step(kGeneral, 1, CALL(f.set->Extract("{S}", &f.h)), " { Extract( {S}, ");
-    expect_step(kGeneral, 2, CALL(f.set->TakeLeafNodes(&f.h)), "{A}");
-    expect_step(
-        kGeneral, 3, CALL(f.set->TakeLeafNodes(&f.h)), "GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) )");
-    expect_step(kDialect, 1, CALL(f.set->Hierarchize(true, &f.h, false, { &f.child })), "HIERARCHIZE( STRIPCALCULATEDMEMBERS( {A} )  ) ");
+    auto const leaves = [&] { general.set->TakeLeafNodes(&general.h); };
+    EXPECT_EQ(" { ", text_after(general, 1, [&] { general.set->TakeTopLevel(&general.h); }));
+    EXPECT_EQ(" { Extract( {S}, ", text_after(general, 1, [&] { general.set->Extract("{S}", &general.h); }));
+    EXPECT_EQ("{A}", text_after(general, 2, leaves));
+    EXPECT_EQ("GENERATE( [H].LEVELS(0).MEMBERS, DESCENDANTS( [H].CURRENTMEMBER, 2, LEAVES ) )", text_after(general, 3, leaves));
+    EXPECT_EQ("HIERARCHIZE( STRIPCALCULATEDMEMBERS( {A} )  ) ",
+        text_after(dialect, 1, [&] { dialect.set->Hierarchize(true, &dialect.h, false, { &dialect.child }); }));
 }
 
 }
