@@ -142,9 +142,9 @@ public:
     {
         return of(BRIM_o::ET_OR, Or, { a, b });
     }
-    friend Condition operator!(Condition const & a) { return of(BRIM_o::ET_NOT, Or, { a }); }
 
-    // The library puts the operands of these in parentheses.
+    // The library adds the parentheses that the operands of these need.
+    friend Condition operator!(Condition const & a) { return of(BRIM_o::ET_NOT, Or, { a }); }
     friend Condition operator+(Condition const & a, Condition const & b)
     {
         return of(BRIM_o::ET_ADD, Or, { a, b });

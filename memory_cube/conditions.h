@@ -9,7 +9,7 @@
 namespace memory_cube {
 
 /// The functions that make conditions. They are in a namespace of their own because names such as value and text
-/// are common: `using namespace memory_cube` does not bring them.
+/// are common: `using namespace memory_cube` does not bring them in.
 namespace conditions {
 
 /// MDX, inserted unchanged. Text that holds an operator has to bring its own parentheses.

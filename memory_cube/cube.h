@@ -21,10 +21,11 @@ struct UniqueName {
 
 /// Owns the parts of a cube. A part is added by its plain name, from which the cube makes the unique name: it adds
 /// the brackets and doubles each "]". A host that reads unique names from its server's metadata passes them as
-/// UniqueName instead. Parts are found by their unique names; an unknown name throws std::out_of_range.
+/// UniqueName: after the plain name of a dimension or hierarchy, instead of the plain name of a level or member.
+/// Parts are found by their unique names; an unknown name throws std::out_of_range.
 ///
 /// If the cube already has the part, add_... throws std::invalid_argument. If an add_... function throws, the cube
-/// is unchanged. A part keeps its address until the cube ends.
+/// is unchanged. A part keeps its address until the cube is destroyed.
 class Cube {
 public:
     template <class Part>

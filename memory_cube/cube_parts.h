@@ -65,7 +65,7 @@ struct Member : BRIM_o::Member {
 struct Calculation : BRIM_o::Calculation {
     BRIM_o::Hierarchy const * fHierarchy;
     KelpString fUniqueName;
-    KelpString fParentUniqueName; // empty directly under the hierarchy
+    KelpString fParentUniqueName; // empty if the member is directly under the hierarchy
     KelpString fName;
 
     Calculation(BRIM_o::Hierarchy const * hierarchy, KelpString const & uniqueName, KelpString const & parent = {},

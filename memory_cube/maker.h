@@ -14,8 +14,8 @@ namespace memory_cube {
 
 class Condition;
 
-/// Whether the type is arithmetic, including bool, but none of the types for characters of texts, and not
-/// `long double`, which no number of the library can hold.
+/// True for arithmetic types, including bool. False for the character types, and for `long double`, which is wider
+/// than any number in the library.
 template <class Type>
 inline constexpr bool is_number = std::is_arithmetic_v<Type> && !std::is_same_v<Type, long double> &&
                                   !std::is_same_v<Type, char> && !std::is_same_v<Type, wchar_t> &&

@@ -25,10 +25,10 @@ void add_formula(RefPtr<Query> const & query, RefPtr<MDXField> const & member, R
     query->AddMemberFormula(member.get(), value.get(), solveOrder, names, values);
 }
 
-/// Passes the statement's text, on one line, to `send` and returns what `send` returns. Then writes the statement
-/// to the generator's query log, if there is one, with the duration of `send` if the settings ask for it. Logs
-/// nothing if `send` throws. If memory runs out while the log is written, throws std::bad_alloc, and the result of
-/// `send` is lost.
+/// Passes the statement's text, on one line, to `send`. Then writes the statement to the generator's query log, if
+/// there is one, with the duration of `send` if the settings ask for it. Returns what `send` returned. Logs nothing
+/// if `send` throws. If memory runs out while the log is written, throws std::bad_alloc, and the result of `send`
+/// is lost.
 template <class Send>
 auto logged(MDXQueryGenerator & generator, MDXQuery const & query, Send && send)
 {

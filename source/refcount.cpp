@@ -44,8 +44,8 @@ RefCount & RefCount::operator=(RefCount const &)
     return *this;
 }
 
-// The mutex orders the changes of the count, so the count itself need not.
-static std::int32_t changed(std::atomic<std::int32_t> & count, std::int32_t by) noexcept
+// The mutex orders the changes of the count, so relaxed operations are enough.
+static std::int32_t change(std::atomic<std::int32_t> & count, std::int32_t by) noexcept
 {
     std::int32_t const now = count.load(std::memory_order_relaxed) + by;
     count.store(now, std::memory_order_relaxed);
@@ -55,7 +55,7 @@ static std::int32_t changed(std::atomic<std::int32_t> & count, std::int32_t by) 
 std::int32_t RefCount::use()
 {
     WirralSynchronized const guard(*fMutex);
-    std::int32_t const held = changed(fRefCount, 1);
+    std::int32_t const held = change(fRefCount, 1);
     log_count("%s(%03d) %x Refcount raised to %d");
     return held;
 }
@@ -68,7 +68,7 @@ std::int32_t RefCount::unuse()
     if (held) {
         WirralSynchronized const guard(*fMutex);
         if (held = fRefCount.load(std::memory_order_relaxed) > 0; held) {
-            left = changed(fRefCount, -1);
+            left = change(fRefCount, -1);
             log_count("%s(%03d) %x Refcount lowered to %d");
         }
     }

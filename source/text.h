@@ -146,7 +146,8 @@ constexpr Template const & template_for() noexcept
     return template_of<literal>;
 }
 
-// The compiled part of mdx, append and rewrite. `texts` has one element for each different placeholder of `form`.
+// What mdx, append and rewrite call; text.cpp implements it. `texts` has one element for each different placeholder
+// of `form`.
 KelpString written(Template const & form, Text const * texts);
 void append_written(KelpString & text, Template const & form, Text const * texts);
 void overwrite(KelpString & text, Template const & form, Text const * texts);

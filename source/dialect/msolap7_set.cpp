@@ -30,15 +30,15 @@ MDXSet * MSOLAP7Set::StripCalculations(BRIM_o::Hierarchy const * hierarchy, bool
 }
 
 // Three steps, not one template: if the host throws, the text is that of the last completed step.
-MDXSet * MSOLAP7Set::Hierarchize(bool first, BRIM_o::Hierarchy const * hierarchy, bool byName,
+MDXSet * MSOLAP7Set::Hierarchize(bool unused, BRIM_o::Hierarchy const * hierarchy, bool byName,
     std::vector<BRIM_o::Calculation *> const & calculations)
 {
     if (hierarchy == nullptr)
-        return MDXSet::Hierarchize(first, hierarchy, byName, calculations);
+        return MDXSet::Hierarchize(unused, hierarchy, byName, calculations);
 
     auto const name_of = [](BRIM_o::Calculation const * calculation) { return calculation->getUniqueName(); };
     StripCalculations(hierarchy, byName);
-    MDXSet::Hierarchize(first, hierarchy, byName, calculations);
+    MDXSet::Hierarchize(unused, hierarchy, byName, calculations);
     return rewrite<u"UNION( $1, { $2 } )">(this, { fText, join(calculations, u", ", name_of) });
 }
 

@@ -7,7 +7,7 @@ class MSOLAP7Value final : public MDXValue {
 public:
     using MDXValue::MDXValue;
 
-    // field.Name for the properties Caption and Description. ASCII letters match in either case.
+    // field.Name for the properties Caption and Description. The case of ASCII letters in the name is ignored.
     MDXValue * TakeProperty(MDXField const * field, KelpString const & name) override;
 
 private:

@@ -22,9 +22,9 @@ MDX_EXPORTS_BEGIN
 /// returns the field itself, for chaining, without a new reference. "this" below is the text before the call.
 ///
 /// Arguments are read during the call and not kept. They may not be null unless an operation says so. Names are
-/// inserted unchanged: a "]" in them is not doubled. An object that is asked during a call may read the field but
-/// not change it. An operation may throw what the host's objects throw, std::bad_alloc and std::length_error; the
-/// text is then unchanged.
+/// inserted unchanged: a "]" in them is not doubled. During a call, the field calls functions of its arguments and
+/// of host objects. These functions may read the field but must not change it. An operation may throw what the
+/// host's objects throw, std::bad_alloc and std::length_error; the text is then unchanged.
 class MDX_API MDXField : public support::RefCount {
 public:
     /// The text itself, unchanged.
@@ -94,7 +94,7 @@ public:
     /// The next member of the level. After the last member comes the level's first calculated member or, if the
     /// level has none, its first member.
     virtual MDXField * LoopRight();
-    /// The text itself, unchanged.
+    /// Replaces the text with `text`, unchanged.
     virtual MDXField * ReplaceName(KelpString const & text);
 
     /// Puts a bare name into brackets and drops the blanks around it. A text that ends in "]", apart from blanks,

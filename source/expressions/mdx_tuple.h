@@ -20,8 +20,8 @@ public:
     /// Takes new references to the same fields.
     MDXTuple(MDXTuple const & other);
 
-    /// Reports an assertion failure and then replaces its fields by the other's, which both then share: tuples are
-    /// not meant to be assigned.
+    /// Reports an assertion failure and then replaces its fields with those of the other, which both then share:
+    /// tuples are not meant to be assigned.
     MDXTuple & operator=(MDXTuple const & other);
 
     /// The text of a single field, unchanged, or ( first, second ) for several. Throws MDX_ERR_EMPTY_TUPLE if there

@@ -18,9 +18,9 @@ MDX_EXPORTS_BEGIN
 /// "this" below is the text before the call; an operation that does not mention it drops that text.
 ///
 /// Arguments are read during the call and not kept. They may not be null unless an operation says so, and texts are
-/// inserted unchanged. An argument that is asked during a call may read the value but not change it. An operation
-/// may throw what an argument throws, std::bad_alloc and std::length_error; unless it says otherwise, the text is
-/// then unchanged.
+/// inserted unchanged. During a call, the value calls functions of its arguments. These functions may read the
+/// value but must not change it. An operation may throw what an argument throws, std::bad_alloc and
+/// std::length_error; unless it says otherwise, the text is then unchanged.
 class MDX_API MDXValue : public support::RefCount {
 public:
     /// The number in decimal.
@@ -40,7 +40,7 @@ public:
     /// Assigns the text to `out`.
     virtual void writeText(KelpString & out) const;
 
-    /// COUNT(set). Counts empty cells too: filter the set first.
+    /// COUNT(set). Counts empty cells too. To count only cells that have a value, filter the set first.
     virtual MDXValue * TakeCount(MDXSet const * set);
     /// field.UNIQUENAME
     virtual MDXValue * TakeUniqueName(MDXField const * field);
@@ -86,7 +86,8 @@ public:
     /// - (this)
     virtual MDXValue * ReverseSign();
     /// field.Properties("name"). If the member is above the level that has the property, the server returns an
-    /// error in the cell.
+    /// error in the cell. The values of the MSOLAP generator write field.Name for the names Caption and
+    /// Description.
     virtual MDXValue * TakeProperty(MDXField const * field, KelpString const & name);
     /// this = text. A text constant must include its quotes.
     virtual MDXValue * TakeEquality(KelpString text);

@@ -92,7 +92,7 @@ public:
     /// An empty tuple.
     [[nodiscard]] virtual MDXTuple * GenerateTuple() = 0;
 
-    /// owner.[property]. On an axis, the property is empty for members of another level than its own.
+    /// owner.[property]. On an axis, the property is empty for members of levels that do not have it.
     [[nodiscard]] virtual MDXMemberProperty * GenerateMemberProperty(
         KelpString const & owner, KelpString const & property) = 0;
 

@@ -152,8 +152,8 @@ SUPPORT_API HRESULT VariantClear(VARIANT * value);
 /// `flags` is not used.
 ///
 /// For any result but S_OK, `destination` is unchanged:
-/// - DISP_E_TYPEMISMATCH: another `type`, a value that has no number, a null pointer, or a text that is not a
-///   number.
+/// - DISP_E_TYPEMISMATCH: another `type`, a value that has no number, a VT_BYREF value whose pointer is null, or a
+///   text that is not a number.
 /// - DISP_E_OVERFLOW: a text whose number is too large.
 /// - DISP_E_BADVARTYPE: an unknown type in `source` or `destination`.
 /// - E_INVALIDARG: a null argument, a VT_BYREF | VT_VARIANT that points to another one, or a decimal with a scale

@@ -89,7 +89,7 @@ class Calculation {
 public:
     virtual Hierarchy const * getHierarchy() const = 0;
     virtual KelpString getUniqueName() const = 0;       ///< the name that lists of members use
-    virtual KelpString getParentUniqueName() const = 0; ///< empty directly below the hierarchy
+    virtual KelpString getParentUniqueName() const = 0; ///< empty if the member is directly under the hierarchy
 
 protected:
     ~Calculation() = default;

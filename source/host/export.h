@@ -26,8 +26,8 @@
 #define SUPPORT_API MDX_IMPORT
 #endif
 
-// Around exported classes. Visual Studio warns of their fields and bases from the standard library. These are safe:
-// host and library share one runtime.
+// For use around exported classes. They turn off Visual Studio's warnings about fields and bases from the standard
+// library, which are safe here: host and library share one runtime.
 #if defined(_MSC_VER)
 #define MDX_EXPORTS_BEGIN __pragma(warning(push)) __pragma(warning(disable : 4251 4275))
 #define MDX_EXPORTS_END __pragma(warning(pop))

@@ -48,8 +48,9 @@ public:
 
 /// Formats as printf does, the same in every locale: %d %i %u %x %X %c %s %f %%, with the flags "-" and "0", a
 /// width and a precision, both capped at 4096. Length modifiers are skipped. If a conversion does not fit its
-/// argument, %d, %f or %s replaces it: "%.3f" of the integer 5 acts as "%.3d" and gives "005". A conversion that is
-/// unknown or has no argument is copied to the text. Narrow texts are UTF-8; a null text counts as empty.
+/// argument, %d, %f or %s replaces it: "%.3f" of the integer 5 acts as "%.3d" and gives "005". A text is cut to the
+/// precision only by %s. A conversion that is unknown or has no argument is copied to the text. Narrow texts are
+/// UTF-8; a null text counts as empty.
 SUPPORT_API std::u16string format_text(char const * format, FormatArgument const * arguments, std::size_t count);
 
 template <class... Arguments>

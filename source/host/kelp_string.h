@@ -59,7 +59,7 @@ public:
     SUPPORT_API size_type find(char character, size_type position = 0) const noexcept;
 
     /// Compares by 16-bit characters: 0 if the texts are equal, below 0 if this text sorts first, above 0 if the
-    /// other does. With `ignoreCase`, ASCII letters match in either case.
+    /// other does. With `ignoreCase`, the case of ASCII letters is ignored.
     SUPPORT_API std::int32_t strcmp(char const * text, bool ignoreCase) const noexcept;
 
     /// Replaces the text with what format_text makes.

@@ -12,10 +12,10 @@ public:
     static void convertIntegerToString(std::int32_t value, KelpString & out, std::int32_t radix);
 
     /// Writes the shortest decimal number that reads back as `value`, rounded to `digits` significant digits (1 to
-    /// 17) if it has more, without trailing zeros. The separator is ".". A magnitude that is, once rounded, at
-    /// least 1e`digits`, or below 0.0001 but not 0, is written with an exponent, as in 1e+20; with `alwaysExponent`
-    /// every finite number is. Infinities and not-a-number are written as "inf", "-inf" and "nan". `radix` is not
-    /// used.
+    /// 17) if it has more, without trailing zeros. The separator is ".". Writes an exponent, as in 1e+20, if the
+    /// rounded magnitude is 10 to the power of `digits` or more, or is below 0.0001 and not 0. With
+    /// `alwaysExponent`, writes one for every finite number. Infinities and not-a-number are written as "inf",
+    /// "-inf" and "nan". `radix` is not used.
     static void convertRealToString(
         double value, KelpString & out, std::int32_t radix, std::int32_t digits, bool alwaysExponent);
 };

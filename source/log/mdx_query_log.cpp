@@ -63,7 +63,6 @@ void MDXQueryLog::logQuery(MDXQuery const * query, MDXQueryTimer * timer)
     if (timer != nullptr)
         entry += format_text(
             "\nQuery duration: %.3f seconds", static_cast<double>(ticks() - timer->fStartTicks) * 0.001);
-    fFile->writeLine(
-        entry); // in one call, so that a host that tries again after an error does not write part of it twice
+    fFile->writeLine(entry); // one call: if it throws, nothing is written, and the host may log the statement again
     delete timer;
 }

@@ -26,7 +26,8 @@ MDX_EXPORTS_BEGIN
 /// it drops that text. A set remembers nothing else: drilling down twice writes the function twice.
 ///
 /// Arguments are read during the call and not kept. They may not be null unless an operation says so, and texts are
-/// inserted unchanged. An argument or a host object that is asked during a call may read the set but not change it.
+/// inserted unchanged. During a call, the set calls functions of its arguments and of host objects. These functions
+/// may read the set but must not change it.
 ///
 /// Besides MDXError, an operation may throw what the host's objects throw, std::bad_alloc and std::length_error.
 /// Unless an operation says otherwise, the text is then unchanged.
@@ -70,9 +71,9 @@ public:
     /// CROSSJOIN(this, other)
     virtual MDXSet * operator*=(MDXSet const & other);
 
-    /// The members of the anchor's level, calculated ones included, from one offset to the other, in either order.
-    /// The offsets count from the anchor. The anchor's text must be a member, not a tuple of several. Here and
-    /// below, a tuple without a field throws MDX_ERR_EMPTY_TUPLE.
+    /// The members of the anchor's level, calculated ones included, between two offsets from the anchor. Either
+    /// offset may be the lower one. The anchor's text must be a member, not a tuple of several. Here and below, a
+    /// tuple without a field throws MDX_ERR_EMPTY_TUPLE.
     virtual MDXSet * TakeSubset(MDXTuple const * anchor, std::int32_t offset1, std::int32_t offset2);
     /// The part of the set from `first` to `second`, whichever of the two comes first. Empty if either is not in
     /// the set.
@@ -83,19 +84,20 @@ public:
     /// UNION(this, {field}), like +=. Without `unite`, appends ", field" to the text; call Delimit to make that a
     /// set.
     virtual MDXSet * AddField(MDXField const & field, bool unite);
-    /// ADDCALCULATEDMEMBERS(this). Adds the calculated members that are siblings of a member in this. A
+    /// ADDCALCULATEDMEMBERS(this). Adds the calculated members that are siblings of a member of the set. A
     /// calculated member directly under the hierarchy is not a sibling of the members below All.
     virtual MDXSet * AddCalculations();
     /// STRIPCALCULATEDMEMBERS(this). With `byName`, a dialect may instead name the hierarchy's calculated members
     /// one by one; without it, the hierarchy is not read and may be null. Each member that is named must be defined
     /// on the server or in the statement.
     virtual MDXSet * StripCalculations(BRIM_o::Hierarchy const * hierarchy, bool byName);
-    /// HIERARCHIZE(this), which discards an earlier Order. The arguments are not read here. Given a hierarchy, a
-    /// dialect may first call StripCalculations(hierarchy, byName) and afterwards append `calculations`, even those
-    /// that were not in the set. To filter these out, call TakeFilter after Hierarchize.
+    /// HIERARCHIZE(this), which discards an earlier Order. The first argument has no effect; the others are not
+    /// read here. Given a hierarchy, a dialect may first call StripCalculations(hierarchy, byName) and afterwards
+    /// append `calculations`, even those that were not in the set. To filter these out, call TakeFilter after
+    /// Hierarchize. If the host throws or memory runs out, the text is then that of the last completed step.
     virtual MDXSet * Hierarchize(bool, BRIM_o::Hierarchy const * hierarchy, bool byName,
         std::vector<BRIM_o::Calculation *> const & calculations);
-    /// HIERARCHIZE(this). A dialect may do nothing.
+    /// HIERARCHIZE(this). The argument has no effect. A dialect may do nothing.
     virtual MDXSet * HierarchizeCalculations(bool);
     /// DISTINCT(this)
     virtual MDXSet * SpecifyDistinct();
@@ -114,7 +116,8 @@ public:
     virtual MDXSet * TakeAllMembers(BRIM_o::Hierarchy const * hierarchy);
     /// The leaves of the hierarchy and its calculated members, by GENERATE over the top level. If the host throws
     /// or memory runs out while the calculated members are asked for, the text is the leaves. The hierarchy must
-    /// list its "(All)" level if it has one.
+    /// list its "(All)" level if it has one. The sets of the MSOLAP generator give the members of the deepest
+    /// level, without calculated members.
     virtual MDXSet * TakeLeafNodes(BRIM_o::Hierarchy * hierarchy);
     /// The members of a level. `level` counts from 1 and is not checked.
     virtual MDXSet * TakeBaseLevel(BRIM_o::Hierarchy const * hierarchy, std::int32_t level);
@@ -122,8 +125,8 @@ public:
     /// DRILLDOWNMEMBER(this, {given}). With `recursive`, all members of the hierarchy replace `given`, which is not
     /// read; without it, the hierarchy is not read and may be null.
     virtual MDXSet * DrillDown(BRIM_o::Hierarchy const * hierarchy, KelpString const & given, bool recursive);
-    /// DRILLDOWNMEMBER(this, {other}). Does not expand a member whose children already come next, so start from a
-    /// level or from the All member. A member that occurs twice gets its children twice.
+    /// DRILLDOWNMEMBER(this, {other}). Does not expand a member that its children already follow: start from one
+    /// level or from the All member, not from all members. A member that occurs twice gets its children twice.
     virtual MDXSet * DrillDownOnSet(KelpString const & given);
     virtual MDXSet * DrillDownOnSet(MDXSet const * other);
     /// DRILLUPMEMBER(this, {given}). Collapses a member only if the next member in the set is its descendant.
@@ -138,10 +141,10 @@ public:
     /// EXCEPT(hierarchy.MEMBERS, this)
     virtual MDXSet * Invert(BRIM_o::Hierarchy const * hierarchy);
 
-    /// The ancestor `count` generations above the member; with `all`, the ancestors from there down to the member.
-    /// A count below 0 counts as 0. Each level is written as a chain of parents, so the text grows with the square
-    /// of the count, or with its cube if `all` is set. A count past the top repeats the top member: call
-    /// SpecifyDistinct.
+    /// The ancestor `count` generations above the member; with `all`, the ancestors from there down to the member,
+    /// which is included. A count below 0 counts as 0. Each level is written as a chain of parents, so the text
+    /// grows with the square of the count, or with its cube if `all` is set. A count past the top repeats the top
+    /// member: call SpecifyDistinct.
     virtual MDXSet * TakeAncestorsOfMember(KelpString const & member, bool all, std::int32_t count);
     /// The ancestors of each member of a set, written in the same way. With `all`, the members themselves are not
     /// included. A count of -1 goes to the top; a dialect may use `openCount` in its place. Any other negative
@@ -149,7 +152,7 @@ public:
     virtual MDXSet * TakeAncestorsOfSet(KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all,
         std::int32_t count, std::int32_t openCount);
 
-    /// The text itself, unchanged.
+    /// Replaces the text with `text`, unchanged.
     virtual MDXSet * TakeName(KelpString const & text);
     /// The text of the other set.
     virtual MDXSet * TakeName(MDXSet const * other);
@@ -187,11 +190,11 @@ public:
 
     /// The siblings of the field. The dimension is not read and may be null.
     virtual MDXSet * TakeSiblings(MDXField const * field, BRIM_o::Dimension const * dimension);
-    /// The descendants of each member of the set, at most `depth` levels below the member; -1 is no limit. Without
-    /// `all`, only the leaves among them. With `all`, a depth of 0 or more includes the members themselves. `level`
-    /// is not read here. A dialect may use it, as the unique name of a level, instead of the depth. The sets of the
-    /// MSOLAP generator ignore the depth: without a level they give the children of each member and, with `all`,
-    /// the set as well. Calculated members are left out.
+    /// The descendants of each member of the set, at most `depth` levels below the member; -1 means no limit.
+    /// Without `all`, only the leaves among them. With `all`, a depth of 0 or more includes the members themselves.
+    /// `level` is not read here. A dialect may use it, as the unique name of a level, instead of the depth. The
+    /// sets of the MSOLAP generator ignore the depth: without a level they give the children of each member and,
+    /// with `all`, the set as well. Calculated members are left out.
     virtual MDXSet * TakeChildren(MDXSet const * set, BRIM_o::Hierarchy const * hierarchy, bool all,
         std::int32_t depth, KelpString const & level);
     /// field.CHILDREN
@@ -210,7 +213,7 @@ public:
     virtual MDXSet * Delimit();
     /// { Extract(set, hierarchy) }. If the host throws or memory runs out, the text ends before the hierarchy.
     virtual MDXSet * Extract(KelpString const & set, BRIM_o::Hierarchy const * hierarchy);
-    /// The text itself, unchanged.
+    /// Replaces the text with `text`, unchanged.
     virtual MDXSet * SetExpression(KelpString const & text);
 
     /// Rank(field,set). A rank is a number: use the text in a value, not on an axis. It is 0 if the member is not

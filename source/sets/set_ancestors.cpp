@@ -19,7 +19,7 @@ public:
     AncestorChain(KelpString const & member, std::u16string_view step, std::int64_t count)
         : fMember(member.size()), fStep(step.size())
     {
-        fText.reserve(length(count)); // throws std::length_error at once if the chain is too long
+        fText.reserve(length(count)); // throws at once if the chain is too long
         KelpString ancestor = member;
         for (std::int64_t i = 0; i < count; ++i)
             ancestor.append(step);

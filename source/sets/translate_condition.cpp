@@ -27,7 +27,7 @@ struct Kind {
     void (*shape)(Node const & node, KelpString & text);
     // Its placeholders are the operands; for set functions and tuples, $1 is the list of them. Empty if `shape`
     // needs no template.
-    Template text{ {}, nullptr, 0 };
+    Template form{ {}, nullptr, 0 };
 };
 
 // A node that is being translated.
@@ -36,7 +36,7 @@ struct Node {
 
     Expression * expression;
     MDXTuple const * tuple;
-    Template const & text;
+    Template const & form;
     MDXSet * set;
     KelpString const & setText;
     Translate * translate; // calls the set's translate_condition
@@ -83,7 +83,7 @@ private:
 
 void literal(Node const & node, KelpString & text)
 {
-    text.append(node.text.letters());
+    text.append(node.form.letters());
 }
 
 void payload(Node const & node, KelpString & text)
@@ -125,7 +125,7 @@ void pass_through(Node const & node, KelpString & text)
 void one_operand(Node const & node, KelpString & text)
 {
     node.operand(0, text);
-    enclose(text, node.text);
+    enclose(text, node.form);
 }
 
 void null_test(Node const & node, KelpString & text)
@@ -141,7 +141,7 @@ void two_operands(Node const & node, KelpString & text)
     node.operand(0, text);
     KelpString second;
     node.operand(1, second);
-    combine(text, node.text, second);
+    combine(text, node.form, second);
 }
 
 // The value of a tuple is written as it is, any other operand in parentheses.
@@ -157,7 +157,7 @@ void arithmetic(Node const & node, KelpString & text)
     arithmetic_operand(node, 0, text);
     KelpString second;
     arithmetic_operand(node, 1, second);
-    combine(text, node.text, second);
+    combine(text, node.form, second);
 }
 
 void three_operands(Node const & node, KelpString & text)
@@ -166,7 +166,7 @@ void three_operands(Node const & node, KelpString & text)
     KelpString second, third;
     node.operand(1, second);
     node.operand(2, third);
-    combine(text, node.text, second, third);
+    combine(text, node.form, second, third);
 }
 
 // Inserts the first `count` operands, separated by commas, as $1 of the template.
@@ -179,7 +179,7 @@ inline void list(Node const & node, std::size_t count, KelpString & text)
         node.operand(i, next);
         combine(text, template_of<u"$1, $2">, next);
     }
-    enclose(text, node.text);
+    enclose(text, node.form);
 }
 
 void all_operands(Node const & node, KelpString & text)
@@ -261,7 +261,7 @@ void MDXSet::translate_condition(KelpString & text, Expression * expression, MDX
                                             MDXTuple const * current) {
         set->translate_condition(out, operand, current);
     };
-    kind.shape({ expression, tuple, kind.text, this, fText, translate }, text);
+    kind.shape({ expression, tuple, kind.form, this, fText, translate }, text);
 }
 
 bool MDXSet::server_translate(KelpString &, Expression *, MDXTuple const *)

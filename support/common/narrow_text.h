@@ -28,7 +28,7 @@ constexpr char16_t ascii_lower(char16_t character) noexcept
     return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character + 32) : character;
 }
 
-// Whether two texts are equal. ASCII letters match in either case.
+// Whether two texts are equal, ignoring the case of ASCII letters.
 inline bool equal_ignoring_case(std::u16string_view one, std::u16string_view other) noexcept
 {
     return std::equal(one.begin(), one.end(), other.begin(), other.end(),
