@@ -52,15 +52,15 @@ std::shared_ptr<MDXQueryGenerator> generator()
 void add_joins()
 {
     struct Size {
-        std::size_t characters;
+        std::size_t bytes;
         double bar;
     };
     for (Size const size :
         { Size{ 32, 1.3 }, Size{ 256, 1.3 }, Size{ 4096, 1.6 }, Size{ 65536, 1.3 }, Size{ 1 << 20, 1.3 } }) {
-        KelpString const a(KelpString::Base(size.characters / 2 / 2, u'a'));
-        KelpString const b(KelpString::Base(size.characters / 2 / 2, u'b'));
+        KelpString const a(KelpString::Base(size.bytes / 2 / 2, u'a'));
+        KelpString const b(KelpString::Base(size.bytes / 2 / 2, u'b'));
         RatioTable::add(
-            "join, " + std::to_string(size.characters) + " bytes", size.bar,
+            "join, " + std::to_string(size.bytes) + " bytes", size.bar,
             [=] {
                 DoNotOptimize(mdx<u"CROSSJOIN( $1, $2 )">({ a, b }));
             },

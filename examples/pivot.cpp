@@ -1,4 +1,4 @@
-// The ten statements that a pivot table needs most. docs/cookbook.md explains how each is written.
+// The statements that a pivot table needs most. docs/cookbook.md explains how each is written.
 #include <odbomodule/memory_cube.h>
 
 #include <iostream>
@@ -66,7 +66,7 @@ struct Pivot {
 
         auto const both = make.member("[Store].[Both]");
         auto const ordered = opened_countries();
-        *ordered += *both; // the rows before the user sorts them
+        *ordered += *both; // the table already shows [Both] when the user sorts it
         ordered->StripCalculations(stores, false);
         ordered->Order(DescendingInParent, by_sales.get());
         *ordered += *both;

@@ -6,12 +6,12 @@
 
 namespace {
 
-// Levels and paths list names from the top down. Only the lowest members have a row; their paths name the members
-// above.
 struct CalculationRow {
     char const * name;
     char const * parent; // the parent's path; empty if the calculation is directly under the hierarchy
 };
+// `levels` are listed from the top down. `members` lists only the lowest members, each as a path from the top down,
+// separated by "|". The members above them are made from the paths.
 struct HierarchyRow {
     char const * dimension;
     char const * name; // empty if it has the name of its dimension

@@ -175,9 +175,9 @@ void named_set(Report & report)
     print("Dropping the named set", *drop);
 }
 
-void end_of_the_members(Report & report)
+void drop_members(Report & report)
 {
-    // One statement for each: a DROP separates several names by blanks, but servers want commas.
+    // One statement for each: a DROP joins several names with blanks, but some servers want commas.
     for (std::string const name : { "[Store].[Flagship Stores]", "[Store].[Rest of the World]" }) {
         RefPtr const drop = report.make.drop();
         drop->AddMemberToDrop(report.calculated(name.c_str())->getText());
@@ -212,6 +212,6 @@ int main()
     stores_by_quarter(report);
     around_a_month(report);
     named_set(report);
-    end_of_the_members(report);
+    drop_members(report);
     refused_direction(report);
 }

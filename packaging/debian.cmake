@@ -1,5 +1,5 @@
-# The Debian packages, one for each component. The libraries are installed in the folder of their processor, which
-# is where CMake puts them on Debian if the prefix is /usr.
+# The Debian packages, one for each component. The libraries are installed in Debian's multiarch folder, such as
+# lib/x86_64-linux-gnu, which is where CMake puts them if the prefix is /usr.
 if(NOT CMAKE_INSTALL_PREFIX STREQUAL /usr)
     message(FATAL_ERROR "Debian packages need -DCMAKE_INSTALL_PREFIX=/usr")
 endif()

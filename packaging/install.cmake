@@ -1,5 +1,6 @@
-# Components: `runtime` has the libraries and, except on Windows, the gdb printers; `development` has what a host is
-# built with and the guides, `symbols` the debug symbols in separate files, and `documentation` the HTML.
+# Components: `runtime` has the libraries and, except on Windows, the gdb printers; `development` has the headers,
+# the files for CMake and pkg-config, and the guides; `symbols` has the debug symbols in separate files;
+# `documentation` has the HTML.
 include(CMakePackageConfigHelpers)
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/odbomodule")
 set(doc_dir "${CMAKE_INSTALL_DATAROOTDIR}/doc/odbomodule") # CMAKE_INSTALL_DOCDIR may be a surrounding project's

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Functions of the other scripts, which source this file.
+# Functions for the other scripts, which source this file.
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 export CMAKE_BUILD_PARALLEL_LEVEL=${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}
 export CTEST_PARALLEL_LEVEL=${CTEST_PARALLEL_LEVEL:-$(nproc)}

@@ -15,8 +15,8 @@ char const * error_message(std::uint32_t code) noexcept
     case MDX_ERR_MISSING_TUPLE: return "The operation or condition needs a tuple, but none was given.";
     case MDX_ERR_EMPTY_TUPLE: return "The tuple is empty.";
     case MDX_ERR_BAD_EXPRESSION:
-        return "The condition contains a node of an unknown kind, a value that is neither a finite number nor a "
-               "bool, or a null test of something other than a tuple.";
+        return "The condition contains a node of an unknown kind, a value that does not convert to a finite number "
+               "or a bool, or a null test of something other than a tuple.";
     }
     return nullptr;
 }

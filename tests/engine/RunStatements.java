@@ -22,13 +22,13 @@ import org.olap4j.metadata.Property;
 
 /**
  * RunStatements SCHEMA TABLES: runs MDX statements on the cube of a schema, in memory, over tables made by a file of
- * SQL. Reads one statement a line, in which \n is a new line. For each it writes lines of fields between tabs, and
- * an empty line after them:
+ * SQL. Reads one statement per line, in which \n stands for a line break. For each, writes lines of tab-separated
+ * fields, and an empty line after them:
  *
  * <pre>
  * axis        the members of each position, joined by " * "; one such line for each axis
  * property    its name, then its value at each position of the axis before it
- * values      the cells, columns first
+ * values      the cells, row by row: the position on the first axis changes fastest
  * formatted   the same as the engine formats them
  * error       instead of all these: why the statement was rejected
  * </pre>

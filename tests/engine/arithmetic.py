@@ -1,7 +1,7 @@
 """The expected result of a statement, described without MDX and computed from the facts of cube.py without an engine.
 
 `Shows` gives the members of each axis. Its cells are sums over the facts, or what the formulas of calculated members
-make of them. operation_uses.py and documents.py have a `Shows` or a `Rejected` for each statement.
+make of them. operation_uses.py, documents.py and cookbook.py have a `Shows` or a `Rejected` for each statement.
 """
 
 import dataclasses
@@ -52,7 +52,8 @@ class Calculated:
 
 @dataclasses.dataclass
 class Place:
-    """The members of the other hierarchies at a cell. Called with members, it gives the value at these instead."""
+    """The members of the other hierarchies at a cell. Calling it with members returns the value there: each member
+    replaces the one of its hierarchy."""
     context: dict
     defined: dict
 
@@ -96,7 +97,8 @@ OF_EUROPE = {EUROPE: Calculated(sum_of(IRELAND, SWITZERLAND), 1)}
 
 
 def evaluate(context, defined):
-    """The cell where the members of the context meet. Of calculated members, the last in solve order is computed first."""
+    """The cell where the members of the context meet. Of several calculated members, the formula with the highest
+    solve order applies; it asks for the values of the others."""
     calculated = [member for member in context.values() if member in defined]
     if calculated:
         last = max(calculated, key=lambda member: defined[member].order)
@@ -117,7 +119,7 @@ class Shows:
     fault: str = ""
 
     def cells(self):
-        """The values, columns first."""
+        """The values, row by row: the position on the first axis changes fastest."""
         defined = ON_THE_SERVER | self.defined
         positions = [()]
         for axis in reversed(self.axes):
@@ -133,7 +135,7 @@ class Rejected:
     why: str
 
 
-BY_THE_SESSION = "The engine has no CREATE or DROP. The check defines what CREATE makes in each statement after it."
+BY_THE_SESSION = "The engine has no CREATE or DROP. The check adds the definitions to each later statement."
 CREATE = Rejected("Syntax error at line 1, column 1, token 'CREATE'", BY_THE_SESSION)
 DROP = Rejected("Syntax error at line 1, column 1, token 'DROP'", BY_THE_SESSION)
 

@@ -93,7 +93,7 @@ def differences(result, expected):
 def faults(run, expected):
     """How the run of a statement differs from what is expected."""
     if expected is None:
-        return ["no expected result: add one to documents.py or operation_uses.py"]
+        return ["no expected result: add one to documents.py, operation_uses.py or cookbook.py"]
     if isinstance(expected, Rejected):
         return [] if run.result is None and expected.reason in run.reason else [
             f"it should be rejected with {expected.reason!r}; instead: {'accepted' if run.result else repr(run.reason)}"]

@@ -1,4 +1,4 @@
-"""What the statements of docs/cookbook.md, in the order of the page, and of examples/pivot.cpp have to show."""
+"""The expected results of the statements of docs/cookbook.md, in the order of the page, and of examples/pivot.cpp."""
 
 import statistics
 
@@ -27,7 +27,7 @@ def sales_of(member, *where):
 
 
 def with_measures(shown, positions, where=(Y2025,), of="Store", **formulas):
-    """Measures, and calculated ones whose formula is given the member of the row or, for periods, of the column."""
+    """Measures, and calculated ones whose formula is given the row's member of the hierarchy `of`."""
     defined = {measure(name.replace("_", " ")): Calculated(lambda at, formula=formula: formula(at.context[of]))
                for name, formula in formulas.items()}
     return rows(*positions, columns=(*shown, *defined), where=where, defined=defined)

@@ -52,8 +52,8 @@ ROWS = {
 
 
 def sell():
-    """A few hundred sales. Rio de Janeiro closes with 2024, Bern sells below cost, Portland gives its goods away, and Cork
-    does not know its costs."""
+    """A few hundred sales. Rio de Janeiro closes at the end of 2024, Bern sells below cost, Portland gives its goods
+    away, and Cork does not know its costs."""
     for s, store in enumerate(ROWS["store"]):
         for p, product in enumerate(ROWS["product"]):
             for d, date in enumerate(ROWS["day"]):

@@ -62,7 +62,7 @@ def sold_in_2024(city):
     return sold(city, Y2024)
 
 
-# Calculated measures that are the same everywhere.
+# Calculated measures with the same value in every cell.
 SOLD = [sold(city) for city in CITIES if has_value(city)]
 OF_ALL_CITIES = {measure(name): Calculated(lambda _, number=number: number) for name, number in {
     "Sum": sum(SOLD), "Sum of Units": sum(units(city) for city in CITIES if has_value(city)), "Cities": len(CITIES),
@@ -96,7 +96,7 @@ GUIDES = cookbook.EXPECTED | {
     "flat_names 1": list_of(YEAR),
     "flat_names 2": list_of(YEAR),
     "flat_names 3": list_of(FORECAST),
-    "names 1": Rejected("Syntax error", "The name does not end where the guide says that it should."),
+    "names 1": Rejected("Syntax error", 'The "]" in the name is not doubled: the guide shows this mistake.'),
     "names 2": list_of(MARKTGASSE),
     "names 3": list_of(FLAGSHIP),
     "operations 1": list_of(*OF_ALL_CITIES, where=(Y2025,), defined=OF_ALL_CITIES),

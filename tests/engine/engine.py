@@ -1,7 +1,7 @@
 """Mondrian, an MDX engine, with the cube of this folder in memory.
 
-It lacks some MDX expressions, and CREATE and DROP. Session rewords a statement with such an expression, and defines what
-CREATE makes in each later statement.
+It lacks some MDX expressions, and CREATE and DROP. Session rewords a statement with such an expression, and adds the
+definitions of a CREATE to each later statement.
 """
 
 import pathlib
@@ -36,7 +36,8 @@ def member(unique_name):
 
 
 class Result(typing.NamedTuple):
-    """A table: positions (tuples of members) and properties of each axis, and the cells, columns first."""
+    """A table: positions (tuples of members) and properties of each axis, and the cells row by row: the position on
+    the first axis changes fastest."""
     axes: list
     properties: list
     values: list
@@ -89,10 +90,10 @@ class Engine:
 
 
 class Run(typing.NamedTuple):
-    """What became of a statement: its result, or None if it was rejected, also after rewording."""
+    """What became of a statement: its result, or None if it was rejected, even after rewording."""
     text: str  # as it was run
     result: Result | None
-    reason: str = ""  # why the engine rejects the statement as it was written
+    reason: str = ""  # why the engine rejects the statement as it was written or, if `result` is None, `text`
     lacking: tuple = ()  # what was replaced by rewording, since the engine lacks it
     keeps: bool = False  # it is CREATE or DROP
 

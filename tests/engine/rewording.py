@@ -62,7 +62,7 @@ REWORDINGS = [
     ("STRTOSET of one argument", r"\bSTRTOSET\(", set_of_text),
     ("MEMBERS( n )", r"\.MEMBERS\(", lambda text: text.replace(".MEMBERS(", ".MEMBERS.ITEM(")),
     ("DESCRIPTION", r"\.DESCRIPTION\b", lambda text: text.replace(".DESCRIPTION", '.PROPERTIES("DESCRIPTION")')),
-    ("hierarchy and name of a calculated member", r"\[Product\]\.\[Snacks \]\]Salty\[ and",
+    ("a calculated member's name without its parent", r"\[Product\]\.\[Snacks \]\]Salty\[ and",
      lambda text: text.replace("[Product].[Snacks ]]Salty[ and", "[Product].[Food].[Snacks ]]Salty[ and")),
 ]
 

@@ -13,7 +13,7 @@ from cube import LEVELS, Member, members
 from engine import Engine, Session, respell, table
 
 
-AFTER = {"CREATE": "define the same in a WITH clause", "DROP": "do not define it any more"}
+AFTER = {"CREATE": "define the same in a WITH clause", "DROP": "no longer define it"}
 
 
 class Statement(typing.NamedTuple):

@@ -1,5 +1,5 @@
 // Prints statements on the cube of the folder above. scripts/test-engine runs them, and operation_uses.py says what each
-// has to show. `operation_uses flat` spells hierarchies flat.
+// must return. `operation_uses flat` spells hierarchies flat.
 #include "sales.h"
 
 #include <string_view>
