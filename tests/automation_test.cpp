@@ -12,16 +12,6 @@ using namespace std::string_literals;
 
 namespace {
 
-// Rows hold what Windows returns, as far as it is known. Wine, which takes its place in these tests, sometimes differs. So
-// does our own code for Linux, on purpose.
-#if defined(_WIN32)
-bool const kLinux = false;
-bool const kWine = ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-#else
-bool const kLinux = true;
-bool const kWine = false;
-#endif
-
 // A value of the type with these bits. Bits that the type does not use must be ignored.
 template <class Bits = int>
 VARIANT variant(int type, Bits bits = 0)
@@ -177,18 +167,6 @@ TEST(VariantChangeType, ReadsLongTexts)
     expect_text_as_number(u"0." + zeros + u"1e400", "0.1");
     expect_text_as_number(u"1.0" + zeros + u"e400", "!overflow");
     expect_text_as_number(u"0" + zeros + u"1e400", "!overflow");
-    expect_text_as_number(std::u16string(400, u'9'), kWine ? "inf" : "!overflow");
-}
-
-// Windows and Wine agree on these, except for the first two.
-TEST(VariantChangeType, IsStricterOnLinux)
-{
-    expect_text_as_number(u"1d3", kWine ? "!mismatch" : "1000");
-    expect_number(text_variant(u"&HFFFFFFFF"), kWine ? "!overflow" : "-1");
-    for (char16_t const * const text : { u"+-12", u"(-12)", u"-(12)", u"(12))" })
-        expect_text_as_number(text, kLinux ? "!mismatch" : "-12");
-    for (char16_t const * const text : { u"$12$", u"12$$", u"-&HC", u"&HC-", u"12e0," })
-        expect_text_as_number(text, kLinux ? "!mismatch" : "12");
 }
 
 TEST(VariantChangeType, KeepsABoolAsItIs)
@@ -203,14 +181,13 @@ TEST(VariantChangeType, RefusesUnknownDestinations)
     VARIANT one = variant(VT_I4, 1);
     EXPECT_EQ(VariantChangeType(&unknown, &one, 0, VT_R8), DISP_E_BADVARTYPE);
     EXPECT_EQ(VariantClear(&unknown), DISP_E_BADVARTYPE);
-    if (kLinux) {
-        for (VARTYPE const type : std::initializer_list<VARTYPE>{ VT_I4, VT_BSTR, VT_EMPTY, 77 })
-            expect_conversion(variant(VT_I4, 1), type, "!mismatch");
-        expect_number(variant(VT_DISPATCH, &one), "!mismatch"); // the object is not asked for its value
-        EXPECT_EQ(VariantChangeType(nullptr, &one, 0, VT_R8), E_INVALIDARG);
-        EXPECT_EQ(VariantChangeType(&one, nullptr, 0, VT_R8), E_INVALIDARG);
-        EXPECT_EQ(VariantClear(nullptr), E_INVALIDARG);
-    }
+#if !defined(_WIN32)
+    for (VARTYPE const type : std::initializer_list<VARTYPE>{ VT_I4, VT_BSTR, VT_EMPTY })
+        expect_conversion(variant(VT_I4, 1), type, "!mismatch");
+    EXPECT_EQ(VariantChangeType(nullptr, &one, 0, VT_R8), E_INVALIDARG);
+    EXPECT_EQ(VariantChangeType(&one, nullptr, 0, VT_R8), E_INVALIDARG);
+    EXPECT_EQ(VariantClear(nullptr), E_INVALIDARG);
+#endif
 }
 
 TEST(SystemString, CarriesItsLengthOrIsNull)

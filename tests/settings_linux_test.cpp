@@ -1,4 +1,3 @@
-#include "allocations.h"
 #include "machine.h"
 
 #include <gtest/gtest.h>
@@ -80,26 +79,6 @@ TEST_F(SettingsFile, IsARegularFileUpToASize)
     fs::remove(fFirst);
     fs::create_symlink("/proc/self/mem", fFirst);
     EXPECT_EQ(read_setting("Name"), "none") << "a file that cannot be read";
-}
-
-TEST_F(SettingsFile, IsClosedWhenMemoryRunsOut)
-{
-    write(fFirst, kSection + std::string(5000, ' ') + "\n\"Name\"=\"yes\"");
-    auto const count_open = [] { return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()); };
-    auto const before = count_open();
-    bool read = false;
-    for (std::size_t nth = 1; !read; ++nth) {
-        KelpString const key("Software\\Log"), name("Name");
-        KelpString value;
-        gFailAt = nth;
-        try {
-            read = RegistryWrapper::readRegKeyValue(RegistryWrapper::LocalMachine, key, name, value);
-        } catch (std::bad_alloc const &) {
-        }
-        gFailAt = 0;
-        EXPECT_EQ(value.empty(), !read);
-    }
-    EXPECT_EQ(count_open(), before);
 }
 
 }
