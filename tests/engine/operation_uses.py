@@ -171,7 +171,7 @@ CONDITIONS = {
     "condition: minus": kept(lambda city: -sold(city) < -10000),
     "condition: arithmetic": kept(lambda city: sold(city) > 0 and profit(city) / sold(city) > 0.4),
     "condition: sums and products": kept(lambda city: sold(city) + cell(COST, city) * 2 > 35000),
-    "condition: whole division": kept(lambda city: sold(city) / 1000 > 9),
+    "condition: ET_INTDIVIDE": kept(lambda city: sold(city) / 1000 > 9),
     "condition: true": rows(*CITIES),
     "condition: false": rows(),
     "condition: groups": kept(lambda city: few_or_many(city) and cell(COST, city) < 10000),

@@ -29,7 +29,7 @@ void uses_of_conditions(Sales & u)
     keeps("condition: minus", -sales < -10000);
     keeps("condition: arithmetic", (sales - cost) / sales > 0.4);
     keeps("condition: sums and products", sales + cost * 2 > 35000);
-    keeps("condition: whole division", Condition(ET_INTDIVIDE, { sales, 1000 }) > 9);
+    keeps("condition: ET_INTDIVIDE", Condition(ET_INTDIVIDE, { sales, 1000 }) > 9);
     keeps("condition: true", Condition(true));
     keeps("condition: false", Condition(false));
     keeps("condition: groups",
