@@ -77,7 +77,7 @@ use_temporary_lists() {
 need_build_tools() { need g++ g++ cmake cmake ninja ninja-build "$@"; }
 need_test_tools() {
     need_build_tools '/usr/include/gtest/gtest.h' libgtest-dev '/usr/include/gmock/gmock.h' libgmock-dev \
-        nm binutils pkg-config pkgconf '/usr/include/nlohmann/json.hpp' nlohmann-json3-dev "$@"
+        nm binutils pkg-config pkgconf python3 python3 '/usr/include/nlohmann/json.hpp' nlohmann-json3-dev "$@"
 }
 # Mondrian, an MDX engine, and what tests/engine needs to run it.
 need_engine() {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-// The tables of the documents as tests; see documented_rows.cmake.
+// The tables of the documents as tests; see documented_rows.py.
 
 using namespace BRIM_o;
 using memory_cube::Condition;

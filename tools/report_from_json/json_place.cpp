@@ -6,7 +6,9 @@
 
 namespace {
 
+// In characters.
 constexpr std::size_t kLongestQuote = 80;
+constexpr std::size_t kLongestReason = 1000; // the list of known names can be long
 
 }
 
@@ -33,12 +35,12 @@ Place Place::item(Json const & json, std::size_t index) const
 
 Place Place::entry(Json const & json, std::string const & key) const
 {
-    return Place(json, fName + (fName.empty() ? "" : ".") + key);
+    return Place(json, fName + (fName.empty() ? "" : ".") + shortened(key, kLongestQuote));
 }
 
 void Place::reject(std::string const & why) const
 {
-    throw Fault((fName.empty() ? "the file" : fName) + ": " + why);
+    throw Fault((fName.empty() ? "the file" : fName) + ": " + shortened(why, kLongestReason));
 }
 
 void Place::reject_kind(std::string const & expected) const

@@ -6,6 +6,7 @@
 #include "statements.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 #include <new>
 #include <nlohmann/json.hpp>
@@ -46,6 +47,14 @@ int fail(std::string const & message)
     return 1;
 }
 
+// Ends the program when memory runs out. An exception would not do: the destructor of a JSON value allocates memory
+// and terminates the program if that fails.
+[[noreturn]] void end_without_memory()
+{
+    std::fputs("Out of memory.\n", stderr);
+    std::_Exit(1);
+}
+
 }
 
 int main(int argc, char ** argv)
@@ -55,13 +64,12 @@ int main(int argc, char ** argv)
         std::cerr << "usage: report_from_json FILE [--steps]\n";
         return 2;
     }
+    std::set_new_handler(end_without_memory);
     std::string const path = argv[1];
     try {
         std::string const text = compose(Place(read_json(path)), steps);
         if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0)
             return fail("The output could not be written.");
-    } catch (std::bad_alloc const &) {
-        return fail(path + ": out of memory");
     } catch (std::exception const & error) { // mostly a Fault
         return fail(path + ": " + error.what());
     }
