@@ -43,8 +43,8 @@ public:
 
     KelpString text(std::size_t i) const { return (*this)[i].text(); }
     std::int32_t number(std::size_t i) const { return (*this)[i].number(); }
-    // A number of levels for a step that repeats `text` for each of them or, if all ancestors are asked for, with
-    // the square of the number. Rejects a text without room before the step writes it.
+    // A number of levels. The step repeats `text` about once for each level or, with `all`, in proportion to the
+    // square of the number. Rejects the number, before the step writes anything, if the text would become too long.
     std::int32_t levels(std::size_t i, KelpString const & text, bool all) const
     {
         constexpr std::int32_t most = 64;

@@ -98,7 +98,7 @@ void Composer::take_steps(Object & object, Place const & place, Table const & ta
     }
 }
 
-// A member's unique name, or { "from": name, "steps": [...] }.
+// A member's unique name, or { "from": member, "steps": [...] }.
 RefPtr<MDXField> Composer::member(Place const & place)
 {
     if (place.is_object()) {
@@ -165,7 +165,7 @@ RefPtr<MDXValue> Composer::value(Place const & place)
     return value;
 }
 
-// A number, true or false, a member's name, or [kind, operand...].
+// A number, true or false, a member, or [kind, operand...].
 Condition Composer::condition(Place const & place)
 {
     if (place.is_flag())

@@ -46,9 +46,10 @@ void Place::reject(std::string const & why) const
 void Place::reject_kind(std::string const & expected) const
 {
     reject("expected " + expected + ", found " +
-           (fJson->is_structured() ? fJson->type_name()
-               : is_text()         ? in_quotes(fJson->get<std::string>())
-                                   : shortened(fJson->dump(), kLongestQuote)));
+           (is_object()    ? "an object"
+               : is_list() ? "a list"
+               : is_text() ? in_quotes(fJson->get<std::string>())
+                           : shortened(fJson->dump(), kLongestQuote)));
 }
 
 Place::Json const & Place::expect(bool isSo, char const * what) const
@@ -123,7 +124,7 @@ std::int32_t Place::number() const
     using Limits = std::numeric_limits<std::int32_t>;
     std::int64_t const number = whole_number();
     if (number < Limits::min() || number > Limits::max())
-        reject("the number is too large");
+        reject("the number is out of range");
     return static_cast<std::int32_t>(number);
 }
 

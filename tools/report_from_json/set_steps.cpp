@@ -32,7 +32,8 @@ double length_of(BRIM_o::Expression & node, double currentTuple, double currentS
 void take_filter(MDXSet & set, Arguments const & arguments)
 {
     memory_cube::Condition const condition = arguments.condition(0);
-    // If the condition uses the tuple, null is not allowed, and an empty tuple throws an MDXError.
+    // Without a tuple argument, passes an empty tuple, not null: a condition with `current` then throws an
+    // MDXError.
     RefPtr const tuple = arguments.has(1) ? arguments.tuple(1) : arguments.composer().make().tuple({});
     double const tupleLength = arguments.has(1) ? static_cast<double>(tuple->getText().size()) : 0;
     double const length = length_of(*condition.get(), tupleLength, static_cast<double>(set.getText().size()));
