@@ -51,14 +51,12 @@ fi
 # Through pkg-config.
 PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name odbomodule.pc)")
 export PKG_CONFIG_PATH
-libraries=$(pkg-config --variable=libdir odbomodule)
-rpath=()
-if [[ -z $toolchain ]]; then rpath=("-Wl,-rpath,$libraries"); fi
-# shellcheck disable=SC2046 # the flags are words
-"$compiler" -std=c++17 "$program" -o "$work/pc_host$suffix" $(pkg-config --cflags --libs odbomodule) "${rpath[@]}"
+read -ra flags < <(pkg-config --cflags --libs odbomodule)
+if [[ -z $toolchain ]]; then flags+=("-Wl,-rpath,$(pkg-config --variable=libdir odbomodule)"); fi
+"$compiler" -std=c++17 "$program" -o "$work/pc_host$suffix" "${flags[@]}"
 check pkg-config "$work/pc_host$suffix"
 
-# With a single include folder for the library, and with host headers that have the same names as library headers.
-"$compiler" -std=c++17 -Wall -Wextra -Wpedantic -Weffc++ -Werror -I "$tests/package" -I "$work/prefix/include" \
-    "$tests/package/small_host.cpp" -o "$work/small_host$suffix" -L "$libraries" -lodbomodule -lsupport_dll "${rpath[@]}"
+# With host headers that have the same names as library headers.
+"$compiler" -std=c++17 -Wall -Wextra -Wpedantic -Weffc++ -Werror -I "$tests/package" "$tests/package/small_host.cpp" \
+    -o "$work/small_host$suffix" "${flags[@]}"
 "${emulator[@]}" "$work/small_host$suffix" || { echo "The small host got another text." >&2; exit 1; }

@@ -1,56 +1,34 @@
 #!/usr/bin/env bash
-# sanitizer_test.sh COMPILER BUILD_FOLDER: builds a host with the address sanitizer against the installed libraries, which are built without
-# it, and expects the lines of the host's source in the reports of a leak and of a use after the last unuse().
+# sanitizer_test.sh COMPILER BUILD_FOLDER: builds tests/sanitizer/host.cpp with the address sanitizer against the installed libraries, which
+# are built without it, and expects the host's lines in the reports of a leak and of a use after the last unuse().
 set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/../scripts/lib.sh"
 compiler=$1
-build=$2
+folder=$2
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-cat > "$work/host.cpp" << 'EOF'
-#include <odbomodule/odbomodule.h>
-void leak(MDXQueryGenerator & generator)
-{
-    for (int i = 0; i < 10; ++i)
-        generator.GenerateSet("s")->TakeTail(); // leaked
-}
-int main(int count, char **)
-{
-    std::unique_ptr<MDXQueryGenerator> const generator(createMSOLAP7QueryGenerator("[Sales]", true));
-    if (count == 1) {
-        leak(*generator);
-        return 0;
-    }
-    MDXSet * const set = generator->GenerateSet("s"); // made
-    set->unuse(); // ended
-    set->unuse(); // used
-}
-EOF
-run=()
-if setarch "$(uname -m)" -R true 2> /dev/null; then run=(setarch "$(uname -m)" -R); fi # some sanitizers need fixed addresses
-skip() { echo "skipped: $*"; exit 77; }
-echo 'int main() {}' > "$work/empty.cpp"
-"$compiler" -fsanitize=address "$work/empty.cpp" -o "$work/empty" || skip "no address sanitizer"
-"${run[@]}" "$work/empty" || skip "no address sanitizer"
+if ! { "$compiler" -fsanitize=address -x c++ - -o "$work/empty" <<< 'int main() {}' && at_fixed_addresses "$work/empty"; }; then
+    echo "skipped: no address sanitizer"
+    exit 77
+fi
 
-cmake --install "$build" --prefix "$work/prefix" --strip > "$work/log"
+cmake --install "$folder" --prefix "$work/prefix" --strip > "$work/log"
 PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name odbomodule.pc)")
 export PKG_CONFIG_PATH
 # shellcheck disable=SC2046 # the flags are words
-"$compiler" -std=c++17 -g -fsanitize=address "$work/host.cpp" -o "$work/host" $(pkg-config --cflags --libs odbomodule) \
-    "-Wl,-rpath,$(pkg-config --variable=libdir odbomodule)"
+"$compiler" -std=c++17 -g -fsanitize=address "$root/tests/sanitizer/host.cpp" -o "$work/host" \
+    $(pkg-config --cflags --libs odbomodule) "-Wl,-rpath,$(pkg-config --variable=libdir odbomodule)"
 
-# expect MARK ARGUMENT...: the host fails with a report that names the line of host.cpp with that comment.
+# expect FUNCTION ARGUMENT...: the host fails with a report that names a line of this function.
 expect() {
-    local line
-    line=$(grep -n "// $1" "$work/host.cpp" | cut -d: -f1)
-    if "${run[@]}" "$work/host" "${@:2}" > "$work/report" 2>&1 || ! grep -q "host\.cpp:$line" "$work/report"; then
+    if at_fixed_addresses "$work/host" "${@:2}" > "$work/report" 2>&1 ||
+        ! grep -q " in $1(.*/host\.cpp:[0-9]" "$work/report"; then
         cat "$work/report" >&2
-        echo "The report does not name line $line of host.cpp ($1)." >&2
-        exit 1
+        fail "The report does not name a line of the function $1 in host.cpp."
     fi
 }
-expect leaked
-expect made twice
-expect ended twice
-expect used twice
+expect leak
+expect make twice
+expect end twice
+expect use twice

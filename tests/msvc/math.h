@@ -9,11 +9,6 @@
 #undef isnormal
 #undef signbit
 template <class Number>
-int fpclassify(Number x)
-{
-    return __builtin_fpclassify(0, 1, 2, 3, 4, x);
-}
-template <class Number>
 bool isfinite(Number x)
 {
     return __builtin_isfinite(x);
@@ -27,9 +22,4 @@ template <class Number>
 bool isnan(Number x)
 {
     return __builtin_isnan(x);
-}
-template <class Number>
-bool isnormal(Number x)
-{
-    return __builtin_isnormal(x);
 }
