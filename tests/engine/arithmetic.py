@@ -52,8 +52,8 @@ class Calculated:
 
 @dataclasses.dataclass
 class Place:
-    """The members of the other hierarchies at a cell. Calling it with members returns the value there: each member
-    replaces the one of its hierarchy."""
+    """The members at a cell, without the calculated member whose formula is called. Calling it with members returns the
+    value there: each member replaces the one of its hierarchy."""
     context: dict
     defined: dict
 
@@ -110,13 +110,13 @@ def evaluate(context, defined):
 
 @dataclasses.dataclass
 class Shows:
-    """The positions of each axis, the members of the slicer, and calculated members that the statement defines. `fault`
-    describes a known wrong result of the engine; the check fails once the result is right."""
+    """The positions of each axis, the members of the slicer, and calculated members that the statement defines.
+    `known_wrong` describes a wrong result of the engine; the check fails once the result is right."""
     axes: list
     where: tuple = ()
     defined: dict = dataclasses.field(default_factory=dict)
     properties: dict = dataclasses.field(default_factory=dict)
-    fault: str = ""
+    known_wrong: str = ""
 
     def cells(self):
         """The values, row by row: the position on the first axis changes fastest."""
@@ -223,11 +223,11 @@ def top(count, members, measured=sold):
     return ordered(members, measured, True)[:count]
 
 
-def fewest(members, least, descending=True, measured=sold):
-    """The largest, or smallest, of the members up to the one with which their sum reaches `least`."""
+def fewest(members, amount, descending=True, measured=sold):
+    """The largest, or smallest, of the members up to the one with which their sum reaches `amount`."""
     found, reached = [], 0
     for member in ordered(members, measured, descending):
-        if reached >= least:
+        if reached >= amount:
             break
         found.append(member)
         reached += measured(member)

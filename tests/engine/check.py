@@ -100,8 +100,8 @@ def faults(run, expected):
     if run.result is None:
         return [f"it is rejected: {run.reason}"]
     found = differences(run.result, expected)
-    if expected.fault:
-        return [] if found else ["its result is right: remove its `fault`"]
+    if expected.known_wrong:
+        return [] if found else ["its result is right: remove its `known_wrong`"]
     return found
 
 
@@ -117,7 +117,7 @@ def described(title, text, run, expected):
         if run.text != text:
             yield "Run as:"
             yield run.text.strip()
-        if reason := getattr(expected, "fault", ""):
+        if reason := getattr(expected, "known_wrong", ""):
             yield f"Wrong: {reason}"
         yield from table(run.result)
     yield ""
@@ -127,7 +127,7 @@ def summary(runs):
     """The figures for the statements, each given as title, run and expected result. Both spellings have the same figures."""
     lacking = collections.Counter(name for _, run, _ in runs for name in run.lacking)
     rejected = collections.Counter(getattr(expected, "why", "") for _, run, expected in runs if run.result is None)
-    accepted = [(title, run, getattr(expected, "fault", "")) for title, run, expected in runs if run.result is not None]
+    accepted = [(title, run, getattr(expected, "known_wrong", "")) for title, run, expected in runs if run.result is not None]
     reworded = sum(bool(run.lacking) for _, run, _ in accepted)
     cells = sum(len(run.result.values) for _, run, fault in accepted if not fault)
     yield (f"{len(runs)} statements: {len(accepted) - reworded} accepted, {reworded} accepted after rewording,"

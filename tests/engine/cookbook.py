@@ -61,7 +61,7 @@ LAYOUT = [
 ]
 SLICER = [
     rows(*(country for country in COUNTRIES if not math.isnan(sold(country, FOOD))), where=(Y2025, FOOD)),
-    Rejected("Tuple contains more than one member of hierarchy '[Product]'", "A slicer names one member of a hierarchy."),
+    Rejected("Tuple contains more than one member of hierarchy '[Product]'", "The slicer names two members of one hierarchy."),
     rows(*SELLING_COUNTRIES, where=(Y2025, TICKED), defined=DRINK_AND_FOOD),
 ]
 FORMULAS = [

@@ -93,9 +93,9 @@ class Run(typing.NamedTuple):
     """What became of a statement: its result, or None if it was rejected, even after rewording."""
     text: str  # as it was run
     result: Result | None
-    reason: str = ""  # why the engine rejects the statement as it was written or, if `result` is None, `text`
+    reason: str = ""  # the engine's message about `text` or, if that was accepted, about the statement before rewording
     lacking: tuple = ()  # what was replaced by rewording, since the engine lacks it
-    keeps: bool = False  # it is CREATE or DROP
+    is_definition: bool = False  # it is CREATE or DROP
 
 
 class Session:

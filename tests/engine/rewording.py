@@ -54,7 +54,7 @@ def level_count(text):
     return re.sub(rf"({NAME}(?:\.{NAME})?)\.LEVELS\.COUNT", count, text)
 
 
-# What the engine lacks, a pattern that finds it, and a function that replaces one use of it or all.
+# What the engine lacks, a pattern that finds it, and a function that replaces at least one use of it.
 REWORDINGS = [
     ("DRILLUPMEMBER", r"\bDRILLUPMEMBER\(", drill_up),
     ("set + set", r"\bGENERATE\(.*\)\s*\+\s*\S", sum_of_sets),

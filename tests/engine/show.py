@@ -92,8 +92,8 @@ def main():
             shown = [*steps, ""] if steps and "--steps" in sys.argv else []
             print(f"== {title} ==", *shown, forms[-1].strip("\n"), "", sep="\n")
             if run.lacking:
-                print(f"(Mondrian has no {', '.join(run.lacking)}. This is the result of an equivalent statement.)")
-            elif run.keeps:
+                print(f"(Mondrian lacks: {', '.join(run.lacking)}. This is the result of an equivalent statement.)")
+            elif run.is_definition:
                 word = forms[0].split()[0]
                 print(f"(Mondrian has no {word}. The statements after this one {AFTER[word]}.)")
             elif run.result is None:

@@ -62,7 +62,7 @@ public:
     memory_cube::Level * level(std::size_t i) const { return fComposer.level((*this)[i]); }
     RefPtr<MDXField> member(std::size_t i) const { return fComposer.member((*this)[i]); }
     RefPtr<MDXTuple> tuple(std::size_t i) const { return fComposer.tuple((*this)[i]); }
-    RefPtr<MDXTuple> any_tuple(std::size_t i) const { return has(i) ? tuple(i) : RefPtr<MDXTuple>(); }
+    RefPtr<MDXTuple> tuple_or_null(std::size_t i) const { return has(i) ? tuple(i) : RefPtr<MDXTuple>(); }
     RefPtr<MDXSet> set(std::size_t i) const
     {
         if ((*this)[i].is_object())
@@ -70,7 +70,7 @@ public:
         return fComposer.set((*this)[i]);
     }
     RefPtr<MDXValue> value(std::size_t i) const { return fComposer.value((*this)[i]); }
-    RefPtr<MDXValue> any_value(std::size_t i) const { return has(i) ? value(i) : RefPtr<MDXValue>(); }
+    RefPtr<MDXValue> value_or_null(std::size_t i) const { return has(i) ? value(i) : RefPtr<MDXValue>(); }
     memory_cube::Condition condition(std::size_t i) const { return fComposer.condition((*this)[i]); }
     Composer & composer() const { return fComposer; }
     std::vector<BRIM_o::Calculation *> calculations(std::size_t i) const
@@ -93,8 +93,8 @@ private:
             counts += " or more";
         else if (most != least)
             counts += (most == least + 1 ? " or " : " to ") + std::to_string(most);
-        fPlace.reject(name().utf8() + " takes " + counts + (most == 1 ? " argument" : " arguments") + ", found " +
-                      std::to_string(count()));
+        fPlace.reject(in_quotes(name().utf8()) + " takes " + counts + (most == 1 ? " argument" : " arguments") +
+                      ", found " + std::to_string(count()));
     }
 
     Composer & fComposer;

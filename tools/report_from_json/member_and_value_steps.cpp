@@ -23,22 +23,22 @@ Steps<MDXValue> const kValueSteps = {
     { "TakeAverage", { 1, 1, [](MDXValue & v, A & a) { v.TakeAverage(a.set(0).get()); } } },
     { "TakeCaption", { 1, 1, [](MDXValue & v, A & a) { v.TakeCaption(a.member(0).get()); } } },
     { "TakeCorrelation", { 2, 3, [](MDXValue & v, A & a) {
-        v.TakeCorrelation(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } } },
+        v.TakeCorrelation(a.set(0).get(), a.value(1).get(), a.value_or_null(2).get()); } } },
     { "TakeCount", { 1, 1, [](MDXValue & v, A & a) { v.TakeCount(a.set(0).get()); } } },
     { "TakeCovariance", { 2, 4, [](MDXValue & v, A & a) {
-        v.TakeCovariance(a.set(0).get(), a.value(1).get(), a.any_value(2).get(), a.flag(3)); } } },
+        v.TakeCovariance(a.set(0).get(), a.value(1).get(), a.value_or_null(2).get(), a.flag(3)); } } },
     { "TakeDescription", { 1, 1, [](MDXValue & v, A & a) { v.TakeDescription(a.member(0).get()); } } },
     { "TakeEquality", { 1, 1, [](MDXValue & v, A & a) { v.TakeEquality(a.text(0)); } } },
     { "TakeLinRegIntercept", { 2, 3, [](MDXValue & v, A & a) {
-        v.TakeLinRegIntercept(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } } },
+        v.TakeLinRegIntercept(a.set(0).get(), a.value(1).get(), a.value_or_null(2).get()); } } },
     { "TakeLinRegPoint", { 3, 4, [](MDXValue & v, A & a) {
-        v.TakeLinRegPoint(a.value(0).get(), a.set(1).get(), a.value(2).get(), a.any_value(3).get()); } } },
+        v.TakeLinRegPoint(a.value(0).get(), a.set(1).get(), a.value(2).get(), a.value_or_null(3).get()); } } },
     { "TakeLinRegR2", { 2, 3, [](MDXValue & v, A & a) {
-        v.TakeLinRegR2(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } } },
+        v.TakeLinRegR2(a.set(0).get(), a.value(1).get(), a.value_or_null(2).get()); } } },
     { "TakeLinRegSlope", { 2, 3, [](MDXValue & v, A & a) {
-        v.TakeLinRegSlope(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } } },
+        v.TakeLinRegSlope(a.set(0).get(), a.value(1).get(), a.value_or_null(2).get()); } } },
     { "TakeLinRegVariance", { 2, 3, [](MDXValue & v, A & a) {
-        v.TakeLinRegVariance(a.set(0).get(), a.value(1).get(), a.any_value(2).get()); } } },
+        v.TakeLinRegVariance(a.set(0).get(), a.value(1).get(), a.value_or_null(2).get()); } } },
     { "TakeMax", { 1, 1, [](MDXValue & v, A & a) { v.TakeMax(a.set(0).get()); } } },
     { "TakeMin", { 1, 1, [](MDXValue & v, A & a) { v.TakeMin(a.set(0).get()); } } },
     { "TakeName", { 1, 1, [](MDXValue & v, A & a) { v.TakeName(a.member(0).get()); } } },

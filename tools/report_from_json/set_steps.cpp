@@ -32,13 +32,12 @@ double length_of(BRIM_o::Expression & node, double currentTuple, double currentS
 void take_filter(MDXSet & set, Arguments const & arguments)
 {
     memory_cube::Condition const condition = arguments.condition(0);
-    // Without a tuple argument, passes an empty tuple, not null: a condition with `current` then throws an
-    // MDXError.
-    RefPtr const tuple = arguments.has(1) ? arguments.tuple(1) : arguments.composer().make().tuple({});
-    double const tupleLength = arguments.has(1) ? static_cast<double>(tuple->getText().size()) : 0;
-    double const length = length_of(*condition.get(), tupleLength, static_cast<double>(set.getText().size()));
+    RefPtr const tuple = arguments.tuple_or_null(1);
+    BRIM_o::Expression & tree = *condition.get(tuple); // throws if the condition needs a tuple and none is given
+    double const tupleLength = tuple ? static_cast<double>(tuple->getText().size()) : 0;
+    double const length = length_of(tree, tupleLength, static_cast<double>(set.getText().size()));
     arguments.composer().expect_room(length, arguments[0]);
-    set.TakeFilter(condition.get(), tuple.get());
+    set.TakeFilter(&tree, tuple.get());
 }
 
 }
@@ -82,7 +81,7 @@ Steps<MDXSet> const kSetSteps = {
     { "TakeDescendants", { 1, 2, [](MDXSet & s, A & a) { s.TakeDescendants(a.member(0).get(), a.flag(1)); } } },
     { "TakeExtremity", { 3, 4, [](MDXSet & s, A & a) {
         s.TakeExtremity(a[0].find_in(kExtremes), a[1].find_in(kMeasures), a[2].number_or_text(),
-            a.any_tuple(3).get()); } } },
+            a.tuple_or_null(3).get()); } } },
     { "TakeFilter", { 1, 2, take_filter } },
     { "TakeLeafNodes", { 1, 1, [](MDXSet & s, A & a) { s.TakeLeafNodes(a.hierarchy(0)); } } },
     { "TakeName", { 1, 1, [](MDXSet & s, A & a) { s.TakeName(a.set(0).get()); } } },

@@ -92,7 +92,7 @@ void relatives(Sales & u)
     u.rows("TakeAncestorsOfMember: past the top", u.set()->TakeAncestorsOfMember(marketText, true, 5));
     u.rows("TakeAncestorsOfSet: two up", u.set()->TakeAncestorsOfSet(twoText, u.stores, false, 2, 0));
     u.rows("TakeAncestorsOfSet: all, two up, without the members", u.set()->TakeAncestorsOfSet(twoText, u.stores, true, 2, 0));
-    u.rows("TakeAncestorsOfSet: open, none up", u.set()->TakeAncestorsOfSet(twoText, u.stores, false, -1, 0));
+    u.rows("TakeAncestorsOfSet: a count of -1, none up", u.set()->TakeAncestorsOfSet(twoText, u.stores, false, -1, 0));
 
     u.rows("TakeChildren: of a member", u.set()->TakeChildren(u.japan()));
     u.rows("TakeChildren: of one without", u.set()->TakeChildren(u.norway()));
