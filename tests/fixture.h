@@ -1,5 +1,5 @@
 #pragma once
-#include "asked_host.h"
+#include "host_calls.h"
 #include "log_lines.h"
 
 #include <odbomodule/odbomodule.h>

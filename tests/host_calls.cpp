@@ -1,5 +1,5 @@
 #include "allocations.h"
-#include "asked_host.h"
+#include "host_calls.h"
 
 #include <new>
 
