@@ -10,6 +10,14 @@
 using Operation = std::function<support::RefCount *(MDXSet & s, MDXField & m, MDXValue & x)>;
 #define CALL(...) [&](MDXSet & s, MDXField & m, MDXValue & x) { return (void)s, (void)m, (void)x, __VA_ARGS__; }
 
+static KelpString with_mark_doubled(char16_t mark, KelpString const & text)
+{
+    KelpString result;
+    for (char16_t const character : text)
+        result.append(character == mark ? 2 : 1, character);
+    return result;
+}
+
 // Returns the texts after an operation. Asserts that the quoted texts match them.
 static std::array<KelpString, 3> outcome(Operation const & operation, MDXSet & s, MDXField & m, MDXValue & x)
 {
@@ -19,11 +27,8 @@ static std::array<KelpString, 3> outcome(Operation const & operation, MDXSet & s
     }
     std::array const texts{ s.getText(), m.getText(), x.getText() };
     std::array const quoted{ s.getQuotedText(), m.getQuotedText(), x.getQuotedText() };
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        KelpString want;
-        quote_member_name(want, texts[i]);
-        assert(quoted[i] == want);
-    }
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        assert(quoted[i] == with_mark_doubled(u'\'', texts[i]));
     return texts;
 }
 

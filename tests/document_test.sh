@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# document_test.sh DOCUMENT COMMAND...: compares the command's output with the ```text blocks of the document, whose program the command
-# runs. Blanks at the ends of lines and empty lines are ignored.
+# document_test.sh DOCUMENT COMMAND...: the command runs the program that the document shows. Compares its output with the document's
+# ```text blocks. Blanks at the ends of lines and empty lines are ignored.
 set -euo pipefail
 document=$1
 shift

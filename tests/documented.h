@@ -29,7 +29,7 @@ inline Condition text_value(char16_t const * text, ExpressionType kind = ET_VALU
 // The fixture with the names and texts of the documents.
 struct Documented : Fixture {
     Condition fGreater = conditions::mdx("a") > conditions::mdx("b");
-    AskedNode fTree{ fGreater };
+    HostNode fTree{ fGreater };
     struct Names {
         MDXQueryGenerator * generator;
         BRIM_o::Dimension * dimension;
@@ -94,8 +94,9 @@ struct Documented : Fixture {
         return state;
     }
 
-    // Makes getText() of the objects, which must be general, return another text than they hold. An operation reads the text that its own
-    // object holds, and getText() of its arguments.
+    // Makes the held text and getText() of each object differ. The object named `own` holds its proper text and says "said". Every other
+    // object holds "held" and says its proper text. So a row writes its documented text only if the operation reads the held text of its
+    // own object, and getText() of its arguments. All objects must be HostText.
     void disguise(std::string const & own)
     {
         auto const disguise = [&own]<class Base>(char const * name, Base & object, char const * text) {
@@ -111,8 +112,8 @@ struct Documented : Fixture {
             static_cast<HostText<MDXTuple> *>(object->AddField(second))->fSays = text;
     }
 
-    // If `own` names a set, field or value, replaces that object by the one of another fixture. Returns whether it does.
-    bool take_own(Documented const & lender, std::string const & own)
+    // Lets the rows use the set, field or value named `own` of `lender`. Returns false if `own` names none of them.
+    bool borrow(Documented const & lender, std::string const & own)
     {
         names.s = own == "set" ? lender.set : set;
         names.m = own == "field" ? lender.field : field;
@@ -120,29 +121,35 @@ struct Documented : Fixture {
         return own == "set" || own == "field" || own == "value";
     }
 
-    // Return the texts of what a call returned, and set `changed` to what the call may change: the name of the object itself; "several" for
-    // a tuple or statement, whose parts get another holder; "nothing" for a new object. A condition is first passed to Filter().
+    // What a call may change. It is set by texts_of_result(), which returns the texts of what the call returned.
+    //   "set", "field", "value"   the object that the call was made on
+    //   "several"                 the call was made on a tuple or statement, whose parts get another holder
+    //   "nothing"                 the call made a new object
+    // A condition is first passed to Filter().
     std::string changed;
-    Strings told(MDXSet * own) { return (changed = own == set ? "set" : "not the own set"), Strings{ mdx_of(*own) }; }
-    Strings told(MDXField * own) { return (changed = own == field ? "field" : "not the own field"), Strings{ mdx_of(*own) }; }
-    Strings told(MDXValue * own) { return (changed = own == value ? "value" : "not the own value"), Strings{ mdx_of(*own) }; }
-    Strings told(MDXTuple * own) { return (changed = "several"), Strings{ mdx_of(*own) }; }
-    Strings told(MDXQuery const & own) { return (changed = "several"), Strings{ own.getText(false).toUTF8(), own.getText(true).toUTF8() }; }
+    Strings texts_of_result(MDXSet * own) { return (changed = own == set ? "set" : "not the own set"), Strings{ mdx_of(*own) }; }
+    Strings texts_of_result(MDXField * own) { return (changed = own == field ? "field" : "not the own field"), Strings{ mdx_of(*own) }; }
+    Strings texts_of_result(MDXValue * own) { return (changed = own == value ? "value" : "not the own value"), Strings{ mdx_of(*own) }; }
+    Strings texts_of_result(MDXTuple * own) { return (changed = "several"), Strings{ mdx_of(*own) }; }
+    Strings texts_of_result(MDXQuery const & own)
+    {
+        return (changed = "several"), Strings{ own.getText(false).toUTF8(), own.getText(true).toUTF8() };
+    }
     template <class New>
-    Strings told(RefPtr<New> const & made)
+    Strings texts_of_result(RefPtr<New> const & made)
     {
         changed = "nothing";
         EXPECT_EQ(1, count_of(*made));
         return { mdx_of(*made) };
     }
-    Strings told(Condition tree)
+    Strings texts_of_result(Condition tree)
     {
-        AskedNode node(tree);
-        return told(names.s->Filter(&node, single));
+        HostNode node(tree);
+        return texts_of_result(names.s->Filter(&node, single));
     }
 };
 
-// The code of a row, in which the names of the documents are known.
+// Wraps the code of a row in a function in which s, m, k and the other names of the documents are variables.
 #define WITH_NAMES(...)                                                                                                                    \
     [](Documented & f) {                                                                                                                   \
         [[maybe_unused]] auto & [generator, dimension, hierarchy, level, member, calculation, nested, s, t, m, n, x, v, w, k, pair, none,  \
@@ -159,7 +166,7 @@ struct Row {
     Strings texts;
     Strings others{};
 
-    // The texts that the code returns, or the code and the message of the error that it throws.
+    // Runs the row. Returns its texts, or the number and the message of the error that it throws.
     Strings run(Documented & f) const
     {
         try {
@@ -203,7 +210,7 @@ inline void expect_no_trace_of_faults(Row const & row, std::initializer_list<Cla
                 a[done.changed] = b[done.changed];
             return a == b;
         };
-        for (auto const fails : { fails_at_question, fails_at_allocation }) {
+        for (auto const fails : { fails_at_host_call, fails_at_allocation }) {
             for (std::size_t nth = 1;; ++nth) {
                 Documented f(each);
                 Documented::State const before = f.state();

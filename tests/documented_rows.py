@@ -1,7 +1,8 @@
 """documented_rows.py OUTPUT KIND,KIND... DOCUMENT...: writes the rows of the documents' tables of these kinds as C++.
 
 A kind with a capital letter is a parameterized test suite; each table is an instance of it, named after the headings above the table.
-Another kind is a function, which is called for each row.
+The kind "general" adds texts to rows of other tables.
+Any other kind is a function, which is called for each row.
 
 The first cell of a row is code. The others are texts, in which "\\n" is a new line and "·" a blank, or the name of an error.
 """
@@ -13,21 +14,21 @@ from pathlib import Path
 # The start of a heading row, the kind of its table, and what is written for the code of a row. The first start that matches counts.
 HEADS = [
     ("Call | General text", "general", "{}"),
-    ("Call | Unique names", "Spellings", "f.told({})"),
+    ("Call | Unique names", "Spellings", "f.texts_of_result({})"),
     ("Call | Error", "Calls", "static_cast<void>(({})), Strings()"),
-    ("Call on a SELECT", "Calls", "{}, f.told(*select)"),
-    ("Call on a CREATE", "Calls", "{}, f.told(*create)"),
-    ("Call on a DROP", "Calls", "{}, f.told(*drop)"),
-    ("Call |", "Calls", "f.told({})"),
-    ("Condition |", "Calls", "f.told({})"),
-    ("New object | Unique names", "Spellings", "f.told(RefPtr({}))"),
-    ("New object | Text", "Calls", "f.told(RefPtr({}))"),
+    ("Call on a SELECT", "Calls", "{}, f.texts_of_result(*select)"),
+    ("Call on a CREATE", "Calls", "{}, f.texts_of_result(*create)"),
+    ("Call on a DROP", "Calls", "{}, f.texts_of_result(*drop)"),
+    ("Call |", "Calls", "f.texts_of_result({})"),
+    ("Condition |", "Calls", "f.texts_of_result({})"),
+    ("New object | Unique names", "Spellings", "f.texts_of_result(RefPtr({}))"),
+    ("New object | Text", "Calls", "f.texts_of_result(RefPtr({}))"),
     ("Calls | Error", "Sequences", "static_cast<void>(({})), Strings()"),
-    ("Calls on a SELECT", "Sequences", "{}, f.told(*select)"),
-    ("Calls on a CREATE", "Sequences", "{}, f.told(*create)"),
-    ("Calls on a DROP", "Sequences", "{}, f.told(*drop)"),
-    ("Calls |", "Sequences", "f.told({})"),
-    ("Tuple |", "Sequences", "f.told({})"),
+    ("Calls on a SELECT", "Sequences", "{}, f.texts_of_result(*select)"),
+    ("Calls on a CREATE", "Sequences", "{}, f.texts_of_result(*create)"),
+    ("Calls on a DROP", "Sequences", "{}, f.texts_of_result(*drop)"),
+    ("Calls |", "Sequences", "f.texts_of_result({})"),
+    ("Tuple |", "Sequences", "f.texts_of_result({})"),
     ("Node |", "Nodes", "{}"),
     ("Value |", "conversion", "{}"),
     ("Real | Text", "digits", "{}"),
@@ -63,7 +64,8 @@ def literal(text):
 
 
 def row_as_cpp(kind, form, place, cells, general):
-    """A row as C++. The texts of a row of the kind "general" are kept in `general` for the row of another table with the same call."""
+    """A row as C++. A row of the kind "general" writes nothing itself: its texts are kept in `general` and become the general texts of
+    the row with the same call in another table."""
     if kind == "setting":  # the texts are raw literals, in which "⏎" is a new line
         return f'setting("{place}", R"(' + ')", R"('.join(cells).replace("⏎", "\n") + ')");\n'
     code, title = cells[0], quoted(f"{place}: {cells[0]}")

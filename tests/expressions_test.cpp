@@ -24,7 +24,7 @@ TEST(MDXField, DelimitsItsOwnTextOnlyOnce)
     for (auto const & [bare, delimited] : std::initializer_list<std::pair<char const *, char const *>>{ { "a'b", "[a'b]" },
              { "  a b ", "[a b]" }, { "\tabc", "[\tabc]" }, { "[a", "[[a]" }, { "]", "]" }, { " [a].[b] ", " [a].[b] " } }) {
         RefPtr const field(new HostText<MDXField>(KelpString(bare)));
-        for (char const * const says : { " said", " said]" }) {
+        for (char const * const says : { " said", " said]" }) { // Delimit() reads the held text, not getText()
             field->getQuotedText();
             field->fSays = says;
             field->Delimit();
@@ -49,7 +49,7 @@ TEST(MemberNames, DoubleOneCharacter)
     EXPECT_EQ("''a]]''''", text.toUTF8());
 }
 
-TEST(MDXValue, ReadsWhatIsWrittenSoFarIfItIsItsOwnArgument)
+TEST(MDXValue, InsertsItsUnfinishedTextIfItIsItsOwnArgument)
 {
     Fixture f;
     EXPECT_EQ("LINREGPOINT(LINREGPOINT(, {A}, W, LINREGPOINT(LINREGPOINT(, {A}, W,  ) ",
@@ -110,7 +110,7 @@ TEST(Expressions, KeepTheirCountWhenAssignedAndReportTheAssignment)
     f.other->SetExpression("{it's}");
     RefPtr<MDXSet> const copy(new HostText<MDXSet>(static_cast<HostText<MDXSet> const &>(*f.other)));
     f.set->getQuotedText();
-    *f.set = *f.other; // only sets may be assigned
+    *f.set = *f.other; // sets do not report it
     f.other->Empty();
     for (MDXSet * const set : { copy.get(), f.set })
         EXPECT_EQ("{it's} {it''s} 1", mdx_of(*set) + " " + set->getQuotedText().toUTF8() + " " + std::to_string(count_of(*set)));

@@ -95,7 +95,7 @@ TEST(File, CompletesALineAfterAnInterruption)
     EXPECT_EQ(text_of_file(machine.fFolder / "log.txt"), "a line that is written in two parts\n");
 }
 
-TEST(File, WritesInTheEndDespiteTheLockOfAWriterThatHangs)
+TEST(File, WritesAfterTwoSecondsIfAHungWriterHoldsTheLock)
 {
     Machine const machine;
     fs::path const path = machine.fFolder / "log.txt";
@@ -143,13 +143,24 @@ TEST(File, LeavesSignalsAsTheyWere)
     ::pthread_sigmask(SIG_SETMASK, &blocked, nullptr);
 }
 
+TEST(File, LeavesNoDescriptorOpen)
+{
+    Machine machine;
+    machine.write_setting("Software\\Log", "Name", "yes");
+    auto const count_open = [] { return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()); };
+    auto const before = count_open();
+    EXPECT_TRUE(File(locate(machine.fFolder / "log.txt")).open("a+"));
+    EXPECT_EQ(read_setting("Name"), "yes");
+    EXPECT_EQ(count_open(), before);
+}
+
 TEST(FileLocator, TakesAnAbsoluteTemporaryFolderOnly)
 {
     Machine const machine;
     FileLocator locator = in_temporary_folder("log.txt");
     EXPECT_EQ(locator.path(), machine.temporary_folder() / "log.txt");
     ::setenv("TMPDIR", "temporary", 1);
-    locator.setLocationToTemp(); // once more, with the bare name
+    locator.setLocationToTemp(); // the locator keeps only the name of the file
     EXPECT_EQ(locator.path(), "/tmp/log.txt");
     ::unsetenv("TMPDIR");
     locator.setLocationToTemp();

@@ -38,7 +38,7 @@ inline std::int32_t count_of(support::RefCount & object)
     return object.unuse();
 }
 
-// The text of a new object, which is given back.
+// Returns the text of a new object and gives the object back.
 template <class Object>
 std::string text_of_new(Object * object)
 {
@@ -54,7 +54,7 @@ inline std::string doubled_quotes(std::string text)
     return text;
 }
 
-// A host's class that derives from a general class. The generator makes only dialect objects.
+// A class as a host derives it from a general class. The generator makes only dialect objects.
 template <class Base>
 struct General final : Base {
     using Base::Base;
@@ -73,13 +73,13 @@ struct Fixture {
     Texts const fTexts;
     std::unique_ptr<MDXQueryGenerator> generator; // on the cube [Sales]
 
-    // The hierarchy has three levels and no calculated member.
-    AskedDimension dimension{ "D", "[Dim]" };
-    AskedHierarchy h{ &dimension, "N", "[H]" };
-    AskedLevel country{ "[H].[Country]" }, city{ "[H].[City]" }, shop{ "[H].[Shop]" };
-    AskedMember member{ "[H].[Japan]" };
-    AskedCalculation calculation{ &h, "[H].[North]" };
-    AskedCalculation child{ &h, "[H].[Japan].[South]", "[H].[Japan]" };
+    // The hierarchy has three levels and no calculated member; tests add `calculation` and `child`.
+    HostDimension dimension{ "D", "[Dim]" };
+    HostHierarchy h{ &dimension, "N", "[H]" };
+    HostLevel country{ "[H].[Country]" }, city{ "[H].[City]" }, shop{ "[H].[Shop]" };
+    HostMember member{ "[H].[Japan]" };
+    HostCalculation calculation{ &h, "[H].[North]" };
+    HostCalculation child{ &h, "[H].[Japan].[South]", "[H].[Japan]" };
 
     MDXSet *const set = makeSet(fTexts.set), *const other = makeSet(fTexts.other);
     MDXField *const field = makeField(fTexts.field), *const second = makeField(fTexts.second);

@@ -27,7 +27,7 @@ if [[ $ours != "MDX_API MDX_EXPORT MDX_EXPORTS_BEGIN MDX_EXPORTS_END MDX_IMPORT 
     failed=1
 fi
 
-# Visual Studio warns of such a field of an exported class, unless the class is between two macros.
+# Visual Studio warns of a field of a class type in an exported class, unless the class is between two macros.
 if grep -rlE --include='*.h' '^class (MDX|SUPPORT)_API' "$root/source" |
     xargs grep -lE '^ +(std::|KelpString|RefPtr<).* f[A-Z]\w*( = .*|\{.*\})?;' |
     xargs grep -LzE 'MDX_EXPORTS_BEGIN.*MDX_EXPORTS_END' | grep .; then

@@ -3,12 +3,12 @@
 
 #include <new>
 
-thread_local std::function<void()> gAsked;
+thread_local std::function<void()> gOnHostCall;
 
-bool fails_at_question(std::size_t nth, std::function<void()> const & work)
+bool fails_at_host_call(std::size_t nth, std::function<void()> const & work)
 {
-    gAsked = [left = nth]() mutable { --left == 0 ? throw std::bad_alloc() : void(); };
+    gOnHostCall = [left = nth]() mutable { --left == 0 ? throw std::bad_alloc() : void(); };
     bool const failed = runs_out_of_memory(work);
-    gAsked = nullptr;
+    gOnHostCall = nullptr;
     return failed;
 }

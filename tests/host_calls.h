@@ -7,83 +7,86 @@
 #include <list>
 #include <set>
 
-// The classes below take the place of a host's. When the library calls one of their overrides, it calls gAsked.
-extern thread_local std::function<void()> gAsked;
+// The classes below take the place of a host's. When the library calls one of their overrides, it calls gOnHostCall.
+extern thread_local std::function<void()> gOnHostCall;
 
 template <class Answer>
-Answer && answer(Answer && given)
+Answer && on_host_call(Answer && given)
 {
-    if (gAsked)
-        gAsked();
+    if (gOnHostCall)
+        gOnHostCall();
     return std::forward<Answer>(given);
 }
 
 // Runs `work`, and the nth call of a host object throws std::bad_alloc. Returns whether `work` threw it.
-bool fails_at_question(std::size_t nth, std::function<void()> const & work);
+bool fails_at_host_call(std::size_t nth, std::function<void()> const & work);
 
-struct AskedDimension final : memory_cube::Dimension {
+struct HostDimension final : memory_cube::Dimension {
     using Dimension::Dimension;
-    KelpString const & getName() const override { return answer(fName); }
-    KelpString const & getUniqueName() const override { return answer(fUniqueName); }
+    KelpString const & getName() const override { return on_host_call(fName); }
+    KelpString const & getUniqueName() const override { return on_host_call(fUniqueName); }
 };
 
 template <class Part>
-struct AskedPart final : Part {
+struct HostPart final : Part {
     using Part::Part;
-    KelpString const & getUniqueName() const override { return answer(Part::getUniqueName()); }
+    KelpString const & getUniqueName() const override { return on_host_call(Part::getUniqueName()); }
 };
-using AskedLevel = AskedPart<memory_cube::Level>;
-using AskedMember = AskedPart<memory_cube::Member>;
+using HostLevel = HostPart<memory_cube::Level>;
+using HostMember = HostPart<memory_cube::Member>;
 
-struct AskedCalculation final : memory_cube::Calculation {
+struct HostCalculation final : memory_cube::Calculation {
     using Calculation::Calculation;
-    BRIM_o::Hierarchy const * getHierarchy() const override { return answer(fHierarchy); }
-    KelpString getUniqueName() const override { return answer(fUniqueName); }
-    KelpString getParentUniqueName() const override { return answer(fParentUniqueName); }
+    BRIM_o::Hierarchy const * getHierarchy() const override { return on_host_call(fHierarchy); }
+    KelpString getUniqueName() const override { return on_host_call(fUniqueName); }
+    KelpString getParentUniqueName() const override { return on_host_call(fParentUniqueName); }
 };
 
-struct AskedHierarchy final : memory_cube::Hierarchy {
+struct HostHierarchy final : memory_cube::Hierarchy {
     using Base = memory_cube::Hierarchy;
     using Base::Base;
-    KelpString const & getName() const override { return answer(fName); }
-    KelpString const & getUniqueName() const override { return answer(fUniqueName); }
-    BRIM_o::Level * getLevel(std::int32_t index) const override { return answer(Base::getLevel(index)); }
-    std::int32_t getLevelCount() override { return answer(Base::getLevelCount()); }
-    void getCalculationIds(std::vector<BRIM_o::CalculationId> & ids) const override { return answer(0), Base::getCalculationIds(ids); }
+    KelpString const & getName() const override { return on_host_call(fName); }
+    KelpString const & getUniqueName() const override { return on_host_call(fUniqueName); }
+    BRIM_o::Level * getLevel(std::int32_t index) const override { return on_host_call(Base::getLevel(index)); }
+    std::int32_t getLevelCount() override { return on_host_call(Base::getLevelCount()); }
+    void getCalculationIds(std::vector<BRIM_o::CalculationId> & ids) const override
+    {
+        return on_host_call(0), Base::getCalculationIds(ids);
+    }
     bool getCalculation(BRIM_o::CalculationId id, BRIM_o::Calculation *& found) const override
     {
-        return answer(Base::getCalculation(id, found));
+        return on_host_call(Base::getCalculation(id, found));
     }
     void getCalculations(std::map<BRIM_o::CalculationId, BRIM_o::Calculation *> & all) override
     {
-        return answer(0), Base::getCalculations(all);
+        return on_host_call(0), Base::getCalculations(all);
     }
-    BRIM_o::Dimension const * getDimension() const override { return answer(fDimension); }
+    BRIM_o::Dimension const * getDimension() const override { return on_host_call(fDimension); }
 };
 
-struct AskedNode final : BRIM_o::Expression {
+struct HostNode final : BRIM_o::Expression {
     BRIM_o::Expression & fNode;
     bool fHasValue = true;
-    std::list<AskedNode> fAsked;
+    std::list<HostNode> fNodes;
     std::vector<BRIM_o::Expression *> fOperands;
 
-    explicit AskedNode(BRIM_o::Expression & node) : fNode(node)
+    explicit HostNode(BRIM_o::Expression & node) : fNode(node)
     {
         for (BRIM_o::Expression * const operand : node.getChildren())
-            fOperands.push_back(&fAsked.emplace_back(*operand));
+            fOperands.push_back(&fNodes.emplace_back(*operand));
     }
-    std::vector<BRIM_o::Expression *> const & getChildren() override { return answer(fOperands); }
-    BRIM_o::ExpressionType getType() override { return answer(fNode.getType()); }
+    std::vector<BRIM_o::Expression *> const & getChildren() override { return on_host_call(fOperands); }
+    BRIM_o::ExpressionType getType() override { return on_host_call(fNode.getType()); }
     // Only kinds that have a value or a text are asked for it.
     VARIANT const * getValue() override
     {
         EXPECT_TRUE(std::set({ BRIM_o::ET_VALUE, BRIM_o::ET_BOOLVAL }).contains(fNode.getType()));
-        return answer(fHasValue ? fNode.getValue() : nullptr);
+        return on_host_call(fHasValue ? fNode.getValue() : nullptr);
     }
     char16_t const * getString() override
     {
         EXPECT_TRUE(std::set({ BRIM_o::ET_NATIVE, BRIM_o::ET_STRING, BRIM_o::ET_TEXT_193, BRIM_o::ET_TEXT_199 }).contains(fNode.getType()));
-        return answer(fNode.getString());
+        return on_host_call(fNode.getString());
     }
 };
 
@@ -94,6 +97,6 @@ struct HostText final : Base {
     char const * fSays = nullptr;
 
     void hold(KelpString const & text) { this->fText = text; }
-    KelpString getText() const override { return answer(fSays != nullptr ? KelpString(fSays) : Base::getText()); }
-    KelpString getQuotedText() override { return answer(fSays != nullptr ? KelpString(fSays) : Base::getQuotedText()); }
+    KelpString getText() const override { return on_host_call(fSays != nullptr ? KelpString(fSays) : Base::getText()); }
+    KelpString getQuotedText() override { return on_host_call(fSays != nullptr ? KelpString(fSays) : Base::getQuotedText()); }
 };

@@ -38,7 +38,8 @@ TEST_F(QueryLog, ReadsItsSettingsOncePerGenerator)
     last.generator->GetMDXQueryLog()->timeQuery(&timer);
     EXPECT_EQ(&ownTimer, timer) << "the clock is off";
     last.generator->GetMDXQueryLog()->logQuery(query.get(), new MDXQueryLog::MDXQueryTimer);
-    EXPECT_NE(std::string::npos, text_of_file(temporary_folder() / "log.txt").find("Query duration: 0.0")) << "a timer of the host";
+    EXPECT_NE(std::string::npos, text_of_file(temporary_folder() / "log.txt").find("Query duration: 0.0"))
+        << "a timer that the host made is logged even if the clock is off";
     write_setting(kKey, "MDX Query Clock", 1u);
     EXPECT_EQ(log, later.generator->GetMDXQueryLog());
     log->timeQuery(&timer);
@@ -84,7 +85,17 @@ TEST_F(QueryLog, WritesStatementsMessagesAndDurations)
     EXPECT_LE(std::stod(seconds), longest.count() + 0.002);
 }
 
-TEST_F(QueryLog, DoesNothingWhenItIsClosed)
+TEST_F(QueryLog, HasTheStatementThatAHostSends)
+{
+    write_setting(kKey, "MDX Query Log", "log.txt");
+    write_setting(kKey, "MDX Query Clock", 1u);
+    KelpString sent;
+    EXPECT_EQ(42, memory_cube::logged(*f.generator, *query, [&sent](KelpString const & text) { return sent = text, 42; }));
+    EXPECT_EQ(query->getText(false), sent);
+    EXPECT_NE(std::string::npos, text_of_file(temporary_folder() / "log.txt").find("FROM [Sales] \nQuery duration: 0.0"));
+}
+
+TEST_F(QueryLog, WritesNothingWhileItIsClosed)
 {
     std::filesystem::path const file = fFolder / "missing/log.txt";
     write_setting(kKey, "MDX Query Log", file.string());

@@ -12,7 +12,7 @@ exceptions=(
     '.* (getText|getQuotedText|writeText)'     # every row reads them
     '.* (MDX|MSOLAP7).*'                       # constructors: the generator calls them
     '.* operator='                             # not meant to be called
-    '. unuseVector'                            # for the references on several objects
+    '. unuseVector'                            # gives objects back; writes no text
     's (translate_condition|server_translate)' # what a dialect overrides
     'm Delimit'                                # returns nothing
     'k FieldCount'                             # returns a number

@@ -18,7 +18,7 @@ TEST_P(Calls, LeaveTheDocumentedText)
         expect_call(row, kBoth);
 }
 
-TEST_P(Calls, ReadWhatTheirArgumentsSay)
+TEST_P(Calls, UseTheVirtualTextsOfArguments)
 {
     for (Row const & row : GetParam()) {
         Documented plain(kGeneral), general(kGeneral), host(kGeneral), dialect(kDialect);
@@ -26,12 +26,12 @@ TEST_P(Calls, ReadWhatTheirArgumentsSay)
         general.disguise(plain.changed);
         row.expect_texts(general, kGeneral);
         host.disguise("nothing");
-        if (host.take_own(dialect, plain.changed))
+        if (host.borrow(dialect, plain.changed))
             row.expect_texts(host, kDialect);
     }
 }
 
-// The operations that go by steps, as their comments say.
+// The operations that write their text in steps: after a failure the object keeps the text of the last step, as their doc comments say.
 std::set<std::string_view> const kBySteps = { "s->Extract", "s->Hierarchize", "s->TakeLeafNodes", "s->TakeTopLevel", "x->TakeCorrelation",
     "x->TakeCovariance", "x->TakeLinRegIntercept", "x->TakeLinRegPoint", "x->TakeLinRegR2", "x->TakeLinRegSlope", "x->TakeLinRegVariance" };
 

@@ -4,10 +4,7 @@
 namespace {
 
 struct Thing final : support::RefCount {
-    std::function<void(Thing &)> fAtEnd = [](Thing &) {};
-
     explicit Thing(KelpString const & name = "Thing") : RefCount(name, 7) {}
-    ~Thing() override { fAtEnd(*this); }
 };
 
 }
@@ -25,18 +22,7 @@ TEST(RefCount, DropsALineForWhichMemoryRunsOut)
     EXPECT_EQ(0, thing->unuse());
 }
 
-TEST(RefCount, ReportsOneUnuseTooMany)
-{
-    Assertions assertions;
-    std::int32_t left = -1;
-    auto * const thing = new Thing;
-    thing->fAtEnd = [&](Thing & dying) { left = dying.unuse(); };
-    thing->unuse();
-    EXPECT_EQ(Strings{ "fRefCount > 0 in .\\source\\refcount" }, assertions.take());
-    EXPECT_EQ(0, left);
-}
-
-// Like an object of a pool.
+// Its operator delete keeps the storage, as a pool does.
 struct KeptThing final : support::RefCount {
     KeptThing() : RefCount("Thing", 7) {}
     static void operator delete(void * storage) { fEnded = storage; }
@@ -92,18 +78,18 @@ TEST(RefCount, WritesItsLifeToTheLog)
     EXPECT_EQ(Strings(2, "c2011000 4 MEMORY/" + name + ": " + std::string(127, 'N')), lines.take());
 }
 
-// RefCount is constructed before the arguments are read. If that throws, the object is still logged as created and destroyed.
-TEST(RefCount, TellsOfAnObjectThatFailsWhileItIsMade)
+// The base RefCount is constructed first. If reading an argument then throws, the log still has both lines.
+TEST(RefCount, LogsAnObjectWhoseConstructorThrows)
 {
     Fixture f;
     LogLines lines;
     ScopedLevel const memory("MEMORY", "MDXSet", 4);
     ScopedLevel const fields("MEMORY", "MDXField", 4);
     EXPECT_EQ(raises(MDX_ERR_EMPTY_TUPLE), error_of([&] { return f.generator->GenerateSet(std::vector{ f.empty }); }));
-    gAsked = [] { throw std::bad_alloc(); };
+    gOnHostCall = [] { throw std::bad_alloc(); };
     EXPECT_EQ(kNoMemory, error_of([&] { return f.generator->GenerateSet(&f.h); }));
     EXPECT_EQ(kNoMemory, error_of([&] { return f.generator->GenerateField(&f.member); }));
-    gAsked = nullptr;
+    gOnHostCall = nullptr;
     std::string ends;
     for (std::string const & line : lines.fAll)
         ends += line.substr(line.rfind(' '));

@@ -6,13 +6,6 @@
 
 namespace {
 
-TEST(MDXSet, MayBeItsOwnArgument)
-{
-    Fixture f;
-    EXPECT_EQ("UNION( {A}, {A} )", mdx_of(*(*f.set += *f.set)));
-    EXPECT_EQ("DRILLUPMEMBER( Hierarchize( {B} ) , {B} ) ", mdx_of(*f.other->DrillUpOnSet(f.other)));
-}
-
 TEST(MDXSet, HasNoTopLevelOfAHierarchyWithoutLevels)
 {
     Fixture f;
@@ -31,19 +24,19 @@ TEST(GeneralSet, AddsCalculationsToItsLeaves)
 }
 
 // A member whose text is inserted twice is asked for it twice.
-TEST(MDXSet, AsksForEachPlaceInItsText)
+TEST(MDXSet, AsksAMemberOnceForEachPlaceInItsText)
 {
     Fixture f, dialect(kDialect);
-    auto const questions = [](std::function<void()> const & operation) {
+    auto const host_calls = [](std::function<void()> const & operation) {
         std::size_t count = 0;
-        while (fails_at_question(count + 1, operation))
+        while (fails_at_host_call(count + 1, operation))
             ++count;
         return count;
     };
-    EXPECT_EQ(2u, questions([&] { f.set->TakeDescendants(f.field, true); }));
-    EXPECT_EQ(2u, questions([&] { f.set->TakeDescendants(f.field, false); }));
-    EXPECT_EQ(4u, questions([&] { dialect.set->TakeSiblings(f.field, nullptr); }));
-    EXPECT_EQ(3u, questions([&] { dialect.set->TakeChildren(f.other, &f.h, true, -1, ""); })); // the hierarchy once
+    EXPECT_EQ(2u, host_calls([&] { f.set->TakeDescendants(f.field, true); }));
+    EXPECT_EQ(2u, host_calls([&] { f.set->TakeDescendants(f.field, false); }));
+    EXPECT_EQ(4u, host_calls([&] { dialect.set->TakeSiblings(f.field, nullptr); }));
+    EXPECT_EQ(3u, host_calls([&] { dialect.set->TakeChildren(f.other, &f.h, true, -1, ""); })); // the hierarchy once
 }
 
 TEST(MDXSet, RefusesATextLongerThanAnyCanBe)
@@ -56,19 +49,19 @@ TEST(MDXSet, RefusesATextLongerThanAnyCanBe)
 TEST(MDXSet, KeepsNoQuotedTextFromTheMiddleOfAnOperation)
 {
     Fixture f;
-    gAsked = [&f] { f.set->MDXSet::getQuotedText(); };
+    gOnHostCall = [&f] { f.set->MDXSet::getQuotedText(); };
     f.set->Invert(&f.h);
-    gAsked = nullptr;
+    gOnHostCall = nullptr;
     EXPECT_EQ("EXCEPT( [H].MEMBERS, {A} ) ", f.set->getQuotedText().toUTF8());
 }
 
-// The operations that go by steps, and what they leave when the host throws at one of its questions.
+// The operations that go by steps, and what they leave when a call of a host object throws.
 TEST(MDXSet, KeepsTheStepsBeforeTheHostThrows)
 {
     Fixture general, dialect(kDialect);
-    auto const text_after = [](Fixture & f, std::size_t question, std::function<void()> const & operation) {
+    auto const text_after = [](Fixture & f, std::size_t nth, std::function<void()> const & operation) {
         f.set->SetExpression("{A}");
-        EXPECT_TRUE(fails_at_question(question, operation));
+        EXPECT_TRUE(fails_at_host_call(nth, operation));
         EXPECT_EQ(mdx_of(*f.set), f.set->getQuotedText().toUTF8());
         return mdx_of(*f.set);
     };

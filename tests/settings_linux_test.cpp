@@ -31,7 +31,7 @@ TEST_F(SettingsFile, IsReadAsDocumented)
 #include "documented_settings.h"
 }
 
-TEST_F(SettingsFile, CountsIfItIsTheFirstWithTheValue)
+TEST_F(SettingsFile, GivesAValueIfNoEarlierFileHasIt)
 {
     write(fSecond, kSection + "\"Both\"=\"home\"\n\"Home\"=\"home\"\n\"Kind\"=\"home\"\n");
     EXPECT_EQ(read_setting("Both"), "home") << "no file in the first folder";
@@ -52,10 +52,9 @@ TEST_F(SettingsFile, IsLookedForInEtcLast)
 {
     fs::create_directories(fFolder / "etc/odbomodule");
     write(fFolder / "etc/odbomodule/registry.reg", kSection + "\"Name\"=\"machine\"");
-    auto const read_in_folder = [this] {
-        bool const mayNot = ::chroot(fFolder.c_str()) != 0; // only root may
-        std::_Exit(mayNot || read_setting("Name") == "machine" ? 0 : 1);
-    };
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can replace /etc";
+    auto const read_in_folder = [this] { std::_Exit(::chroot(fFolder.c_str()) != 0 || read_setting("Name") == "machine" ? 0 : 1); };
     EXPECT_EXIT(read_in_folder(), testing::ExitedWithCode(0), "");
 }
 

@@ -37,7 +37,7 @@ TEST(Threads, HoldOneObject)
     EXPECT_EQ(1, count_of(*f.set));
 }
 
-TEST(Threads, MakeObjectsWithNumbersOfTheirOwn)
+TEST(Threads, GiveEachNewObjectItsOwnNumber)
 {
     Fixture f;
     LogLines lines;
@@ -78,7 +78,7 @@ TEST(Threads, RaiseLevelsOfTheLog)
     EXPECT_NE(support_dll::getLogObject()->getModuleVerbosity("OTHER", "1"), level_of(1));
 }
 
-// Threads take the place of processes: a system tells the open files of one process apart in the same way.
+// Eight threads, each with an open file, replace eight processes: a lock belongs to an open file, not to a process.
 TEST(Threads, AppendWholeLinesToOneFile)
 {
     Machine const machine;

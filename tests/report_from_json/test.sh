@@ -98,7 +98,7 @@ expect_failure 'The output could not be written.' to_a_full_disk
 to_no_output() { "$program" "$sample" >&-; }
 expect_failure 'The output could not be written.' to_no_output
 
-# Conditions and entries in large numbers take a moment, not minutes, or end for want of memory.
+# Conditions and entries in large numbers take a moment, not minutes. With little memory the program ends with a message.
 printf '{ "cube": { "name": "[C]", "dimensions": [{ "name": "D", "hierarchies": [{ "levels": [], "members": {' > "$work/long.json"
 printf '"%s": [],' {1..300000} >> "$work/long.json"
 printf '"": [] } }] }] }, "reports": [{ "title": "", "statement": "select", "axes": [{ "steps": [["TakeFilter", ["or"%s]]] }] }] }' \
