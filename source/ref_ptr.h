@@ -39,12 +39,7 @@ public:
 
     RefPtr & operator=(RefPtr const & other)
     {
-        if (this == &other)
-            return *this;
-        *this = other.fObject;
-        if (fObject != nullptr)
-            fObject->use();
-        return *this;
+        return *this = RefPtr(other); // takes the new reference first: the old object may own `other`
     }
     RefPtr & operator=(RefPtr && other) noexcept
     {

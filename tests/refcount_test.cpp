@@ -137,3 +137,15 @@ TEST(RefPtr, TakesAndGivesBack)
     RefPtr<support::RefCount> const base(none);
     EXPECT_FALSE((copy = none) || base);
 }
+
+TEST(RefPtr, TakesAReferenceThatItsOwnObjectHolds)
+{
+    struct Link final : support::RefCount {
+        RefPtr<Link> fNext;
+        Link() : RefCount("Link", 0) {}
+    };
+    RefPtr<Link> link(new Link);
+    link->fNext = RefPtr<Link>(new Link);
+    link = link->fNext; // which ends the object that held it
+    EXPECT_EQ(1, count_of(*link));
+}
