@@ -20,12 +20,12 @@ struct UniqueName {
 };
 
 /// Owns the parts of a cube. A part is added by its plain name, from which the cube makes the unique name: it adds
-/// the brackets and doubles each "]". A host that reads unique names from its server's metadata passes them as
-/// UniqueName: after the plain name of a dimension or hierarchy, instead of the plain name of a level or member.
-/// Parts are found by their unique names; an unknown name throws std::out_of_range.
+/// the brackets and doubles each "]". To use a unique name from the server's metadata, pass it as a UniqueName: as
+/// the last argument for a dimension or hierarchy, in place of the plain name for a level, and as the only argument
+/// for a member. Parts are found by their unique names; an unknown name throws std::out_of_range.
 ///
 /// If the cube already has the part, add_... throws std::invalid_argument. If an add_... function throws, the cube
-/// is unchanged. A part keeps its address until the cube is destroyed.
+/// is unchanged. A part keeps its address until the cube is destroyed or assigned to; a move takes the parts along.
 class Cube {
 public:
     template <class Part>

@@ -33,8 +33,9 @@ inline KelpString quoted(KelpString const & text)
     return u"'" + doubled + u"'";
 }
 
-/// The parts of a cube are plain structs. A host may derive from them to add what it knows about a part. `fName` is
-/// the name as MDX writes it between brackets: without the brackets, but with each "]" doubled.
+/// The parts of a cube, as structs with public fields. A host may derive from them to add what it knows about a
+/// part, but has to own such objects itself, because a Cube stores these structs by value. `fName` is the name as
+/// MDX writes it between brackets: without the brackets, but with each "]" doubled.
 struct Dimension : BRIM_o::Dimension {
     KelpString fName;
     KelpString fUniqueName;

@@ -42,7 +42,7 @@ auto logged(MDXQueryGenerator & generator, MDXQuery const & query, Send && send)
         if (log == nullptr)
             return;
         log->logQuery(&query, owner.get());
-        owner.release(); // the log has deleted the timer
+        owner.release(); // the log has deleted the timer: a generator's log is always open
     };
 
     if constexpr (std::is_void_v<std::invoke_result_t<Send, KelpString const &>>) {

@@ -1,7 +1,8 @@
 #pragma once
 
 /// \file
-/// Everything that a host needs. Start with createMSOLAP7QueryGenerator.
+/// Everything that a host needs, except host/automation.h, which defines VARIANT. Start with
+/// createMSOLAP7QueryGenerator.
 
 #include "dialect/msolap7_create_query.h"
 #include "dialect/msolap7_drop_query.h"

@@ -50,9 +50,9 @@ public:
     /// Takes a reference. Returns the new count.
     virtual std::int32_t use();
 
-    /// Gives back a reference. Returns the count that is left; at 0 the object has been deleted. A call while the
-    /// count is 0 reports an assertion failure and changes nothing. After the object has been deleted, such a call
-    /// is detected only if the operator delete of its class keeps the storage.
+    /// Gives back a reference. Returns the count that is left; at 0 the object has been deleted. One call too many
+    /// reports an assertion failure and changes nothing; it is detected reliably only if the operator delete of the
+    /// class keeps the storage.
     virtual std::int32_t unuse();
 
 private:

@@ -17,8 +17,8 @@
 // Texts are borrowed until the template is written. What a host returns by reference may change with the next call
 // to the host: copy it into a KelpString, unless no other call to the host follows.
 //
-// For speed, templates are split at compile time, the length is computed before memory is allocated, and wrapping a
-// text reuses its buffer if there is room.
+// For speed, templates are split at compile time, a new text is allocated once, and wrapping a text reuses its
+// buffer if there is room.
 namespace mdx_text {
 
 // A number in decimal digits.

@@ -20,14 +20,14 @@ struct NodeRow {
     char const * row;
     std::function<Condition(Documented &)> make;
     struct {
-        std::string text, number, operands, asksServer;
+        std::string text, number, operands, asksDialect;
     } node;
 
     Row as_row() const
     {
         return { row, "s->Filter", [make = make](Documented & f) { return f.texts_of_result(make(f)); }, { node.text } };
     }
-    bool asksServer() const { return node.asksServer == "yes"; } // whether translate_condition() calls server_translate() for this kind
+    bool asksDialect() const { return node.asksDialect == "yes"; } // whether translate_condition() calls server_translate() for this kind
     std::size_t needed() const { return node.operands == "none" ? 0 : node.operands == "all" ? 1 : std::stoul(node.operands); }
 };
 
@@ -114,9 +114,9 @@ TEST_P(Nodes, MayBeWrittenByTheDialect)
         RefPtr<ServerSet> const set(new ServerSet(nullptr, f.single)), server(new ServerSet(&tree, f.single));
         EXPECT_EQ(row.node.text, mdx_of(*set->Filter(&tree, f.single)));
         EXPECT_EQ(nodes_of(tree), set->fSeen.size());
-        if (row.asksServer())
+        if (row.asksDialect())
             tree = Condition(tree.getType(), std::vector<Condition>(tree.getChildren().size(), Condition(kUnknown)));
-        EXPECT_EQ(row.asksServer() ? "the server's" : row.node.text, mdx_of(*server->Filter(&tree, f.single)));
+        EXPECT_EQ(row.asksDialect() ? "the server's" : row.node.text, mdx_of(*server->Filter(&tree, f.single)));
     });
 }
 

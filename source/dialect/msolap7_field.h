@@ -27,6 +27,7 @@ public:
     MDXField * TakeParentOfCalculation(BRIM_o::Calculation const * calculation) override;
 
 private:
+    // Replaces the text with the hierarchy, as the class comment spells it. Does nothing for null.
     void construct_calculation_parent(BRIM_o::Hierarchy const * hierarchy);
 
     bool fFlatHierarchyNames;

@@ -75,8 +75,9 @@ public:
     /// The parent, or the member itself if it has none. The dimension is not read and may be null.
     virtual MDXField * DrillUp(BRIM_o::Dimension const * dimension);
 
-    /// unique name.CURRENTMEMBER. The name of a dimension is valid only if the dimension has one hierarchy.
+    /// dimension.CURRENTMEMBER, with the unique name. Valid only if the dimension has one hierarchy.
     virtual MDXField * TakeCurrentMember(BRIM_o::Dimension const * dimension);
+    /// hierarchy.CURRENTMEMBER, with the unique name.
     virtual MDXField * TakeCurrentMember(BRIM_o::Hierarchy const * hierarchy);
 
     /// unique name.DEFAULTMEMBER

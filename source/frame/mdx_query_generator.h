@@ -92,14 +92,14 @@ public:
     /// An empty tuple.
     [[nodiscard]] virtual MDXTuple * GenerateTuple() = 0;
 
-    /// owner.[property]. On an axis, the property is empty for members of levels that do not have it.
+    /// owner.[property]. As an axis property, it is empty for members whose level does not have the property.
     [[nodiscard]] virtual MDXMemberProperty * GenerateMemberProperty(
         KelpString const & owner, KelpString const & property) = 0;
 
     virtual ServerType GetServerType() const = 0;
 
-    /// The query log, or null if the machine's settings switch it off or its file cannot be opened. The settings
-    /// are read at the first call only. The log belongs to the generator.
+    /// The query log. Null unless a setting names a log file and that file can be opened. The settings are read at
+    /// the first call only. The log belongs to the generator.
     virtual MDXQueryLog * GetMDXQueryLog();
 
 protected:

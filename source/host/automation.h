@@ -153,7 +153,7 @@ SUPPORT_API HRESULT VariantClear(VARIANT * value);
 ///
 /// For any result but S_OK, `destination` is unchanged:
 /// - DISP_E_TYPEMISMATCH: another `type`, a value that has no number, a VT_BYREF value whose pointer is null, or a
-///   text that is not a number.
+///   text that is not a number. For VT_BOOL, the words true and false convert too.
 /// - DISP_E_OVERFLOW: a text whose number is too large.
 /// - DISP_E_BADVARTYPE: an unknown type in `source` or `destination`.
 /// - E_INVALIDARG: a null argument, a VT_BYREF | VT_VARIANT that points to another one, or a decimal with a scale

@@ -88,7 +88,7 @@ protected:
 class Calculation {
 public:
     virtual Hierarchy const * getHierarchy() const = 0;
-    virtual KelpString getUniqueName() const = 0;       ///< the name that lists of members use
+    virtual KelpString getUniqueName() const = 0;       ///< inserted where MDX lists or names the member
     virtual KelpString getParentUniqueName() const = 0; ///< empty if the member is directly under the hierarchy
 
 protected:

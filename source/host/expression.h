@@ -11,7 +11,7 @@ namespace BRIM_o {
 enum ExpressionType : std::int32_t {
     ET_BETWEEN = 0,        ///< a >= b AND a <= c
     ET_OUTSIDE = 1,        ///< a < b OR a > c
-    ET_NATIVE = 2,         ///< its text; server_translate is not called for it
+    ET_NATIVE = 2,         ///< its text; unlike ET_STRING, never offered to server_translate
     ET_CURRENTSET = 3,     ///< the set that is filtered
     ET_TUPLE_IS_NULL = 19, ///< a = NULL; the operand is ET_TUPLE or ET_CURRENT
     ET_FILTER = 37,        ///< FILTER( a, b ) or FILTER( a, b, c ); likewise the next four

@@ -47,10 +47,10 @@ public:
 };
 
 /// Formats as printf does, the same in every locale: %d %i %u %x %X %c %s %f %%, with the flags "-" and "0", a
-/// width and a precision, both capped at 4096. Length modifiers are skipped. If a conversion does not fit its
-/// argument, %d, %f or %s replaces it: "%.3f" of the integer 5 acts as "%.3d" and gives "005". A text is cut to the
-/// precision only by %s. A conversion that is unknown or has no argument is copied to the text. Narrow texts are
-/// UTF-8; a null text counts as empty.
+/// width and a precision, both capped at 4096. Length modifiers are skipped. A conversion that does not fit its
+/// argument acts as %d, %f or %s, whichever fits: "%.3f" of the integer 5 gives "005". Only a conversion written as
+/// %s cuts a text to the precision. A conversion that is unknown or has no argument is copied to the text. Narrow
+/// texts are UTF-8; a null text counts as empty.
 SUPPORT_API std::u16string format_text(char const * format, FormatArgument const * arguments, std::size_t count);
 
 template <class... Arguments>

@@ -2,8 +2,8 @@
 #include "export.h"
 #include "kelp_string.h"
 
-/// Reads the settings of the machine. On Windows they are in the registry. On Linux they are in text files in a
-/// subset of the registry's export format, see docs/settings.md.
+/// Reads the settings. On Windows they are the machine's, in the registry. On Linux they are in text files in a
+/// subset of the registry's export format, the user's files before the machine's; see docs/settings.md.
 class SUPPORT_API RegistryWrapper {
 public:
     enum RootKey : int { LocalMachine = 3 };

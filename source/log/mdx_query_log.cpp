@@ -7,7 +7,7 @@
 #include <chrono>
 #include <utility>
 
-// Elapsed time: the C library's clock counts processor time on some platforms.
+// Elapsed milliseconds. Not std::clock(), which counts processor time on some platforms.
 static std::int64_t ticks()
 {
     using namespace std::chrono;

@@ -9,7 +9,7 @@ class MDXQuery;
 
 MDX_EXPORTS_BEGIN
 
-/// A file to which a host logs its statements and how long each took. A setting of the machine switches it on. The
+/// A file to which a host logs its statements and how long each took. A setting switches it on. The
 /// generator makes and owns it. Only one thread at a time may use it. A failure to write is not reported; if memory
 /// runs out, std::bad_alloc is thrown.
 class MDX_API MDXQueryLog {

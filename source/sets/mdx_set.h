@@ -29,8 +29,9 @@ MDX_EXPORTS_BEGIN
 /// inserted unchanged. During a call, the set calls functions of its arguments and of host objects. These functions
 /// may read the set but must not change it.
 ///
-/// Besides MDXError, an operation may throw what the host's objects throw, std::bad_alloc and std::length_error.
-/// Unless an operation says otherwise, the text is then unchanged.
+/// Besides MDXError, an operation may throw what the host's objects throw, std::bad_alloc, std::length_error and,
+/// for a condition that lacks an operand, std::out_of_range. Unless an operation says otherwise, the text is then
+/// unchanged.
 class MDX_API MDXSet : public support::RefCount {
 public:
     enum ExtremityType : std::int32_t { Top = 0, Bottom = 1 };
@@ -85,19 +86,20 @@ public:
     /// set.
     virtual MDXSet * AddField(MDXField const & field, bool unite);
     /// ADDCALCULATEDMEMBERS(this). Adds the calculated members that are siblings of a member of the set. A
-    /// calculated member directly under the hierarchy is not a sibling of the members below All.
+    /// calculated member without a parent is a sibling of the All member: a set of All's children does not get it.
     virtual MDXSet * AddCalculations();
-    /// STRIPCALCULATEDMEMBERS(this). With `byName`, a dialect may instead name the hierarchy's calculated members
-    /// one by one; without it, the hierarchy is not read and may be null. Each member that is named must be defined
-    /// on the server or in the statement.
+    /// STRIPCALCULATEDMEMBERS(this). With `byName`, the sets of the MSOLAP generator instead write EXCEPT(this,
+    /// {names}) with the hierarchy's calculated members, each of which must be defined on the server or in the
+    /// statement. Without `byName`, the hierarchy is not read and may be null.
     virtual MDXSet * StripCalculations(BRIM_o::Hierarchy const * hierarchy, bool byName);
-    /// HIERARCHIZE(this), which discards an earlier Order. The first argument has no effect; the others are not
-    /// read here. Given a hierarchy, a dialect may first call StripCalculations(hierarchy, byName) and afterwards
-    /// append `calculations`, even those that were not in the set. To filter these out, call TakeFilter after
-    /// Hierarchize. If the host throws or memory runs out, the text is then that of the last completed step.
+    /// HIERARCHIZE(this), which discards an earlier Order. The first argument has no effect. Only the sets of the
+    /// MSOLAP generator read the others, and only if `hierarchy` is not null: they first call
+    /// StripCalculations(hierarchy, byName) and afterwards append all `calculations`, even those that were not in
+    /// the set. To remove any of these, call TakeFilter after Hierarchize. If the host throws or memory runs out,
+    /// the text is then that of the last completed step.
     virtual MDXSet * Hierarchize(bool, BRIM_o::Hierarchy const * hierarchy, bool byName,
         std::vector<BRIM_o::Calculation *> const & calculations);
-    /// HIERARCHIZE(this). The argument has no effect. A dialect may do nothing.
+    /// HIERARCHIZE(this). The argument has no effect. The sets of the MSOLAP generator leave the text unchanged.
     virtual MDXSet * HierarchizeCalculations(bool);
     /// DISTINCT(this)
     virtual MDXSet * SpecifyDistinct();
@@ -115,18 +117,19 @@ public:
     /// hierarchy.MEMBERS
     virtual MDXSet * TakeAllMembers(BRIM_o::Hierarchy const * hierarchy);
     /// The leaves of the hierarchy and its calculated members, by GENERATE over the top level. If the host throws
-    /// or memory runs out while the calculated members are asked for, the text is the leaves. The hierarchy must
-    /// list its "(All)" level if it has one. The sets of the MSOLAP generator give the members of the deepest
+    /// or memory runs out while the calculated members are asked for, the text is the leaves. getLevelCount must
+    /// count the "(All)" level if there is one. The sets of the MSOLAP generator give the members of the deepest
     /// level, without calculated members.
     virtual MDXSet * TakeLeafNodes(BRIM_o::Hierarchy * hierarchy);
     /// The members of a level. `level` counts from 1 and is not checked.
     virtual MDXSet * TakeBaseLevel(BRIM_o::Hierarchy const * hierarchy, std::int32_t level);
 
-    /// DRILLDOWNMEMBER(this, {given}). With `recursive`, all members of the hierarchy replace `given`, which is not
-    /// read; without it, the hierarchy is not read and may be null.
+    /// DRILLDOWNMEMBER(this, {given}); the hierarchy is not read and may be null. With `recursive`,
+    /// DRILLDOWNMEMBER(this, hierarchy.MEMBERS, RECURSIVE); `given` is not read.
     virtual MDXSet * DrillDown(BRIM_o::Hierarchy const * hierarchy, KelpString const & given, bool recursive);
-    /// DRILLDOWNMEMBER(this, {other}). Does not expand a member that its children already follow: start from one
-    /// level or from the All member, not from all members. A member that occurs twice gets its children twice.
+    /// DRILLDOWNMEMBER(this, {given}). A member is not expanded if its children already follow it in the set, so
+    /// start from one level or from the All member, not from all members. A member that occurs twice gets its
+    /// children twice.
     virtual MDXSet * DrillDownOnSet(KelpString const & given);
     virtual MDXSet * DrillDownOnSet(MDXSet const * other);
     /// DRILLUPMEMBER(this, {given}). Collapses a member only if the next member in the set is its descendant.
@@ -143,12 +146,12 @@ public:
 
     /// The ancestor `count` generations above the member; with `all`, the ancestors from there down to the member,
     /// which is included. A count below 0 counts as 0. Each level is written as a chain of parents, so the text
-    /// grows with the square of the count, or with its cube if `all` is set. A count past the top repeats the top
-    /// member: call SpecifyDistinct.
+    /// grows with the square of the count, or with its cube if `all` is set. If the count goes past the top, the
+    /// result is the top member, and with `all` the top member several times: call SpecifyDistinct.
     virtual MDXSet * TakeAncestorsOfMember(KelpString const & member, bool all, std::int32_t count);
     /// The ancestors of each member of a set, written in the same way. With `all`, the members themselves are not
-    /// included. A count of -1 goes to the top; a dialect may use `openCount` in its place. Any other negative
-    /// count counts as 0, or with `all` gives an empty set.
+    /// included. A count of -1 goes to the top; the sets of the MSOLAP generator use `openCount` as the count
+    /// instead. Any other negative count counts as 0, or with `all` gives an empty set.
     virtual MDXSet * TakeAncestorsOfSet(KelpString const & set, BRIM_o::Hierarchy const * hierarchy, bool all,
         std::int32_t count, std::int32_t openCount);
 

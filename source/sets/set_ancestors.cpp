@@ -17,13 +17,13 @@ namespace {
 class AncestorChain {
 public:
     AncestorChain(KelpString const & member, std::u16string_view step, std::int64_t count)
-        : fMember(member.size()), fStep(step.size())
+        : fMemberLength(member.size()), fStepLength(step.size())
     {
         fText.reserve(length(count)); // throws at once if the chain is too long
         KelpString ancestor = member;
         for (std::int64_t i = 0; i < count; ++i)
             ancestor.append(step);
-        for (; ancestor.size() > fMember; ancestor.resize(ancestor.size() - fStep))
+        for (; ancestor.size() > fMemberLength; ancestor.resize(ancestor.size() - fStepLength))
             append<u"$1, ">(fText, { ancestor });
         fText.append(member);
     }
@@ -33,17 +33,17 @@ public:
         return std::u16string_view(fText).substr(fText.size() - length(count));
     }
 
-    // The length of the chain from the count-th ancestor: n + 1 members, 0 + 1 + ... + n steps and n commas.
+    // The length of the chain from the count-th ancestor: n + 1 members, 0 + 1 + ... + n steps and n separators.
     std::size_t length(std::int64_t count) const
     {
         auto const n = static_cast<std::size_t>(std::max<std::int64_t>(count, 0));
-        return (n + 1) * fMember + n * (n + 1) / 2 * fStep + n * 2;
+        return (n + 1) * fMemberLength + n * (n + 1) / 2 * fStepLength + n * 2;
     }
 
 private:
     KelpString fText;
-    std::size_t fMember;
-    std::size_t fStep;
+    std::size_t fMemberLength;
+    std::size_t fStepLength;
 };
 
 // Reserves room for all chains from `count` down to the member, with `around` more characters for each. Throws at

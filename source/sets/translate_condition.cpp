@@ -23,7 +23,7 @@ struct Node;
 // A kind of node. `shape` writes a node of this kind to its second argument, which is empty.
 struct Kind {
     ExpressionType type;
-    bool asksServer; // server_translate is called before any operand is translated
+    bool asksDialect; // server_translate is called before any operand is translated
     void (*shape)(Node const & node, KelpString & text);
     // Its placeholders are the operands; for set functions and tuples, $1 is the list of them. Empty if `shape`
     // needs no template.
@@ -254,7 +254,7 @@ Kind const & kind_of(ExpressionType type)
 void MDXSet::translate_condition(KelpString & text, Expression * expression, MDXTuple const * tuple)
 {
     Kind const & kind = kind_of(expression->getType());
-    if (kind.asksServer && server_translate(text, expression, tuple))
+    if (kind.asksDialect && server_translate(text, expression, tuple))
         return;
     text.clear();
     Node::Translate * const translate = [](MDXSet * set, KelpString & out, Expression * operand,
