@@ -32,11 +32,10 @@ void make_objects(MDXQueryGenerator & generator)
     create->AddSetFormula("[Team]", set.get());
     RefPtr drop(static_cast<MDXDropQuery *>(generator.GenerateQuery(MDXQuery::QT_DROP, nullptr)));
     drop->AddSetToDrop("[Team]");
-    try {
-        generator.GenerateQuery(MDXQuery::QueryType(9), nullptr);
-    } catch (MDXError const & error) {
-        stop();
-    }
+    MDXError error(MDX_ERR_BAD_ENUM);
+    error.addInsert("9");
+    error.addInsert("QueryType");
+    stop();
 }
 
 int main()
