@@ -1,4 +1,4 @@
-// Composes and prints the statements of a small sales report. Each function below shows one kind of statement.
+// Composes and prints the statements of a small sales report. Most functions below show one part of it.
 #include "retail_cube.h"
 #include <odbomodule/memory_cube.h>
 

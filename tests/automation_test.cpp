@@ -52,7 +52,7 @@ VARIANT text_variant(std::u16string const & text)
     return variant(VT_BSTR, SysAllocStringLen(ole_characters(text.data()), static_cast<unsigned>(text.size())));
 }
 
-// The value as conditions write it.
+// The value as conditions write it; a bool other than true and false by its number, another type by the number of the type.
 std::string in_words(VARIANT const & value)
 {
     KelpString text;
@@ -170,7 +170,7 @@ TEST(VariantChangeType, ReadsLongTexts)
 }
 
 #if !defined(_WIN32)
-// Windows accepts these, and Wine does not know "d".
+// Windows accepts all of these. Linux accepts only "1d3", which is here because Wine does not know the "d".
 TEST(VariantChangeType, IsStricterOnLinux)
 {
     expect_text_as_number(u"1d3", "1000");

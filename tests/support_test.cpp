@@ -129,7 +129,7 @@ TEST(FormatText, IsCutToABuffer)
     EXPECT_EQ(std::u16string(buffer, 6), std::u16string(u"ab-1\0006", 6));
 }
 
-// The rows of docs/numbers.md have 16 digits; these have other counts.
+// The rows of docs/numbers.md have 16 digits; these have other counts, always an exponent, or no finite value.
 TEST(StringConverters, WriteRealsOfAnyLength)
 {
     auto const real_text = [](double value, int digits = 16, bool alwaysExponent = false) {

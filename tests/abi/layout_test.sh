@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# layout_test.sh [--update]: compares the layout of the classes in the public headers with tests/abi/layout.txt. --update writes the file.
+# layout_test.sh [--update]: compares the layout of the classes in the public headers of source/ with tests/abi/layout.txt. --update
+# writes the file.
 set -euo pipefail
 export LC_ALL=C
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."

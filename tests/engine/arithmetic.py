@@ -52,8 +52,8 @@ class Calculated:
 
 @dataclasses.dataclass
 class Place:
-    """The members at a cell, without the calculated member whose formula is called. Calling it with members returns the
-    value there: each member replaces the one of its hierarchy."""
+    """The members at a cell, without the calculated member whose formula is called. Calling the Place with members returns
+    the value there: each member replaces the one of its hierarchy."""
     context: dict
     defined: dict
 
@@ -97,8 +97,8 @@ OF_EUROPE = {EUROPE: Calculated(sum_of(IRELAND, SWITZERLAND), 1)}
 
 
 def evaluate(context, defined):
-    """The cell where the members of the context meet. Of several calculated members, the formula with the highest
-    solve order applies; it asks for the values of the others."""
+    """The cell where the members of the context meet. Of several calculated members, the one with the highest
+    solve order applies its formula; the others still apply to the values that the formula reads."""
     calculated = [member for member in context.values() if member in defined]
     if calculated:
         last = max(calculated, key=lambda member: defined[member].order)

@@ -126,7 +126,7 @@ def width(text):
 
 
 def labels(axis):
-    """The members of an axis. One that follows a member above it is indented."""
+    """The members of an axis. A member that follows one of its ancestors is indented."""
     if any(len(position) != 1 for position in axis):
         return [", ".join(member.name for member in position) for position in axis]
     found, above = [], []
@@ -139,7 +139,7 @@ def labels(axis):
 
 
 def grid(lines):
-    """Columns of one width each; the first to the left, the others to the right. A long field is cut."""
+    """Pads each column to one width. The first column is aligned left, the others right. A long field is cut."""
     lines = [[field if width(field) <= 40 else field[:39] + "…" for field in line] for line in lines]
     widths = [max(width(line[n]) for line in lines) for n in range(len(lines[0]))]
     return ["  ".join(field + " " * (widths[n] - width(field)) if n == 0 else " " * (widths[n] - width(field)) + field

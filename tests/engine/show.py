@@ -91,7 +91,7 @@ def main():
             run = session.run(respell(forms[0], False))
             shown = [*steps, ""] if steps and "--steps" in sys.argv else []
             print(f"== {title} ==", *shown, forms[-1].strip("\n"), "", sep="\n")
-            if run.lacking:
+            if run.lacking and run.result:
                 print(f"(Mondrian lacks: {', '.join(run.lacking)}. This is the result of an equivalent statement.)")
             elif run.is_definition:
                 word = forms[0].split()[0]

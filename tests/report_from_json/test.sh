@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # test.sh PROGRAM [--update]: the program prints the texts beside this script for examples/sales.json and every_name.json,
-# every_name.json uses all names that the program knows, and a fault of a file is reported with its place. --update writes
-# the texts.
+# every_name.json uses all names that the program knows, and a fault of a file is reported, with its place if it has one.
+# --update writes the texts.
 set -euo pipefail
 program=$1
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)

@@ -57,7 +57,7 @@ std::vector<RefPtr<MDXField>> Composer::members(Place const & place)
 RefPtr<MDXTuple> Composer::tuple(Place const & place)
 {
     RefPtr<MDXTuple> const tuple = fMake.tuple(place.is_list() ? members(place) : std::vector{ member(place) });
-    if (tuple->FieldCount() > 1) // a single member has been checked
+    if (tuple->FieldCount() > 1) // a single member is a name from the file, or was checked after its last step
         expect_room(static_cast<double>(tuple->getText().size()), place);
     return tuple;
 }

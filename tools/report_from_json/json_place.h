@@ -11,7 +11,8 @@
 #include <utility>
 #include <vector>
 
-// An error in a report file. The message names the place.
+// An error in a report file. The message names the place, except for a file that cannot be read or is nested too
+// deeply.
 struct Fault : std::runtime_error {
     using std::runtime_error::runtime_error;
 };

@@ -119,7 +119,7 @@ private:
     std::vector<RefPtr<MDXTuple>> fTuples;
 };
 
-// Print statements, one or more for each operation of the library.
+// Print statements, one or more for each operation of the library, except those in NOT_NAMED of check.py.
 void uses_of_sets(Sales & u);
 void uses_of_conditions(Sales & u);
 void uses_of_members_and_values(Sales & u);
