@@ -1,6 +1,8 @@
 #include "allocations.h"
 #include "fixture.h"
 
+#include <stdexcept>
+
 namespace {
 
 using namespace memory_cube;
@@ -63,13 +65,18 @@ TEST(Cube, NeverGivesAnIdTwice)
 TEST(Cube, KeepsItsPartsWhenItIsMoved)
 {
     Cube cube("[Sales]", true);
-    Dimension const * const store = cube.add_dimension("Store");
+    Dimension * const store = cube.add_dimension("Store");
+    Hierarchy const * const stores = cube.add_hierarchy(store);
+    Member const * const japan = cube.add_member(UniqueName("[Store].[Japan]"));
     Cube & same = cube;
     cube = std::move(same);
     EXPECT_EQ(store, cube.dimension("[Store]"));
     Cube other("[Other]");
     other = std::move(cube);
     EXPECT_EQ(store, other.dimension("[Store]"));
+    EXPECT_EQ(stores, other.hierarchy("[Store]"));
+    EXPECT_EQ(japan, other.member("[Store].[Japan]"));
+    EXPECT_THROW(other.member("[Store].[Ireland]"), std::out_of_range);
     EXPECT_EQ("[Sales]", other.name());
     EXPECT_TRUE(other.flat_hierarchy_names());
 }
