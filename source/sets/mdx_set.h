@@ -145,9 +145,10 @@ public:
     virtual MDXSet * Invert(BRIM_o::Hierarchy const * hierarchy);
 
     /// The ancestor `count` generations above the member; with `all`, the ancestors from there down to the member,
-    /// which is included. A count below 0 counts as 0. Each level is written as a chain of parents, so the text
-    /// grows with the square of the count, or with its cube if `all` is set. If the count goes past the top, the
-    /// result is the top member, and with `all` the top member several times: call SpecifyDistinct.
+    /// which is included. A count below 0 counts as 0. Each level is written as a list of the member and all its
+    /// parents up to that level, so the text grows with the square of the count, or with its cube if `all` is set.
+    /// If the count goes past the top, the result is the top member, and with `all` the top member several times:
+    /// call SpecifyDistinct.
     virtual MDXSet * TakeAncestorsOfMember(KelpString const & member, bool all, std::int32_t count);
     /// The ancestors of each member of a set, written in the same way. With `all`, the members themselves are not
     /// included. A count of -1 goes to the top; the sets of the MSOLAP generator use `openCount` as the count
