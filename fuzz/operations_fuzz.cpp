@@ -10,11 +10,11 @@
 using Operation = std::function<support::RefCount *(MDXSet & s, MDXField & m, MDXValue & x)>;
 #define CALL(...) [&](MDXSet & s, MDXField & m, MDXValue & x) { return (void)s, (void)m, (void)x, __VA_ARGS__; }
 
-static KelpString with_mark_doubled(char16_t mark, KelpString const & text)
+static KelpString with_quotes_doubled(KelpString const & text)
 {
     KelpString result;
     for (char16_t const character : text)
-        result.append(character == mark ? 2 : 1, character);
+        result.append(character == u'\'' ? 2 : 1, character);
     return result;
 }
 
@@ -28,7 +28,7 @@ static std::array<KelpString, 3> outcome(Operation const & operation, MDXSet & s
     std::array const texts{ s.getText(), m.getText(), x.getText() };
     std::array const quoted{ s.getQuotedText(), m.getQuotedText(), x.getQuotedText() };
     for (std::size_t i = 0; i < texts.size(); ++i)
-        assert(quoted[i] == with_mark_doubled(u'\'', texts[i]));
+        assert(quoted[i] == with_quotes_doubled(texts[i]));
     return texts;
 }
 

@@ -22,7 +22,7 @@ import org.olap4j.metadata.Property;
 
 /**
  * RunStatements SCHEMA TABLES: runs MDX statements on the cube of a schema, in memory, over tables made by a file of
- * SQL. Reads one statement per line, in which \n stands for a line break. For each, writes lines of tab-separated
+ * SQL. Reads one statement per line, in which \n means a line break. For each, writes lines of tab-separated
  * fields, and an empty line after them:
  *
  * <pre>

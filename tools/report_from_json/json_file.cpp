@@ -81,9 +81,8 @@ private:
         Open const & in = fOpen.back();
         if (in.json->is_array())
             return in.json->emplace_back(std::move(value));
-        return in.json->get_ref<Json::object_t &>()
-            .emplace_back(in.key, std::move(value))
-            .second; // does not search
+        // Unlike operator[], emplace_back() does not search the object for the key.
+        return in.json->get_ref<Json::object_t &>().emplace_back(in.key, std::move(value)).second;
     }
     // The list or object that is being read.
     Place place() const
