@@ -127,12 +127,6 @@ build() {
     if grep -q 'warning:' "$log"; then cat "$log" >&2; fi
 }
 
-# pack DIR [OPTION...]: writes the packages of a build to its folder packages/.
-pack() {
-    (cd "$1" && cpack "${@:2}") > "$1/cpack.log" 2>&1 ||
-        { cat "$1/cpack.log" >&2; fail "The packages could not be written."; }
-}
-
 # at_fixed_addresses COMMAND...: runs the command without address randomization. The sanitizers of these compilers
 # cannot start at some of the addresses that newer kernels choose.
 at_fixed_addresses() {
