@@ -13,14 +13,14 @@ namespace memory_cube {
 namespace conditions {
 
 /// MDX, inserted unchanged. Text that holds an operator has to bring its own parentheses.
-inline Condition mdx(KelpString const & text)
+inline Condition mdx(KelpString const & expression)
 {
-    return Condition(BRIM_o::ET_STRING, text);
+    return Condition(BRIM_o::ET_STRING, expression);
 }
 /// A text constant. The quotes are added.
-inline Condition text(KelpString const & text)
+inline Condition text(KelpString const & characters)
 {
-    return mdx(quoted(text));
+    return mdx(quoted(characters));
 }
 /// The tuple that is given to TakeFilter.
 inline Condition current()
@@ -38,14 +38,14 @@ inline Condition tuple(std::vector<Condition> members)
     return Condition(BRIM_o::ET_TUPLE, std::move(members));
 }
 /// The value of a tuple. In arithmetic it is the only operand that is written without parentheses.
-inline Condition value(Condition const & tuple)
+inline Condition value(Condition const & x)
 {
-    return Condition::of(BRIM_o::ET_TUPLE_VALUE, Condition::Whole, { tuple });
+    return Condition::of(BRIM_o::ET_TUPLE_VALUE, Condition::Whole, { x });
 }
 /// The value of a member.
-inline Condition member_value(Condition const & member)
+inline Condition member_value(Condition const & x)
 {
-    return Condition::of(BRIM_o::ET_MEMBER_VALUE, Condition::Whole, { member });
+    return Condition::of(BRIM_o::ET_MEMBER_VALUE, Condition::Whole, { x });
 }
 /// IsEmpty( member ): whether the cube has no value for the member or tuple.
 inline Condition is_empty(RefPtr<MDXField> const & member)
@@ -53,18 +53,17 @@ inline Condition is_empty(RefPtr<MDXField> const & member)
     return mdx(u"IsEmpty( " + member->getText() + u" )");
 }
 /// IsEmpty( ( first, second ) )
-inline Condition is_empty(RefPtr<MDXTuple> const & tuple)
+inline Condition is_empty(RefPtr<MDXTuple> const & key)
 {
-    return mdx(u"IsEmpty( " + tuple->getText() + u" )");
+    return mdx(u"IsEmpty( " + key->getText() + u" )");
 }
-/// tuple = NULL. Use is_empty to test whether there is a value: on some servers this comparison is never true, on
-/// others it is also true for 0.
-inline Condition is_null(Condition const & tuple)
+/// x = NULL, or ( x ) = NULL if x is not a tuple. Use is_empty to test whether there is a value: on some servers
+/// this comparison is never true, on others it is also true for 0.
+inline Condition is_null(Condition const & x)
 {
-    BRIM_o::ExpressionType const type = tuple.get()->getType();
+    BRIM_o::ExpressionType const type = x.get()->getType();
     bool const isTuple = type == BRIM_o::ET_TUPLE || type == BRIM_o::ET_CURRENT;
-    return Condition::of(
-        BRIM_o::ET_TUPLE_IS_NULL, Condition::Or, { isTuple ? tuple : conditions::tuple({ tuple }) });
+    return Condition::of(BRIM_o::ET_TUPLE_IS_NULL, Condition::Or, { isTuple ? x : tuple({ x }) });
 }
 /// x >= low AND x <= high
 inline Condition between(Condition const & x, Condition const & low, Condition const & high)

@@ -105,16 +105,16 @@ void value(Node const & node, KelpString & text)
 {
     constexpr std::int32_t kRadix = 10;
     constexpr std::int32_t kDigits = 16;
-    ConvertedValue const value(node, VT_R8);
-    if (!std::isfinite(value->dblVal))
+    ConvertedValue const number(node, VT_R8);
+    if (!std::isfinite(number->dblVal))
         reject();
-    StringConverters::convertRealToString(value->dblVal, text, kRadix, kDigits, false);
+    StringConverters::convertRealToString(number->dblVal, text, kRadix, kDigits, false);
 }
 
 void truth(Node const & node, KelpString & text)
 {
-    ConvertedValue const value(node, VT_BOOL);
-    text = value->boolVal != VARIANT_FALSE ? u"1<2" : u"1>2";
+    ConvertedValue const boolean(node, VT_BOOL);
+    text = boolean->boolVal != VARIANT_FALSE ? u"1<2" : u"1>2";
 }
 
 void pass_through(Node const & node, KelpString & text)
