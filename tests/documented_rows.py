@@ -13,7 +13,7 @@ from pathlib import Path
 
 # The start of a heading row, the kind of its table, and what is written for the code of a row. The first start that matches counts.
 HEADS = [
-    ("Call | General text", "general", "{}"),
+    ("Call | General text", "general", ""),
     ("Call | Unique names", "Spellings", "f.texts_of_result({})"),
     ("Call | Error", "Calls", "static_cast<void>(({})), Strings()"),
     ("Call on a SELECT", "Calls", "{}, f.texts_of_result(*select)"),

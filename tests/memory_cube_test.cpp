@@ -66,8 +66,10 @@ TEST(Cube, KeepsItsPartsWhenItIsMoved)
 {
     Cube cube("[Sales]", true);
     Dimension * const store = cube.add_dimension("Store");
-    Hierarchy const * const stores = cube.add_hierarchy(store);
+    Hierarchy * const stores = cube.add_hierarchy(store);
     Member const * const japan = cube.add_member(UniqueName("[Store].[Japan]"));
+    cube.add_level(stores, "City");
+    cube.add_calculation(stores, "North");
     Cube & same = cube;
     cube = std::move(same);
     EXPECT_EQ(store, cube.dimension("[Store]"));
@@ -77,6 +79,12 @@ TEST(Cube, KeepsItsPartsWhenItIsMoved)
     EXPECT_EQ(stores, other.hierarchy("[Store]"));
     EXPECT_EQ(japan, other.member("[Store].[Japan]"));
     EXPECT_THROW(other.member("[Store].[Ireland]"), std::out_of_range);
+    EXPECT_THROW(other.add_level(stores, "City"), std::invalid_argument);
+    EXPECT_THROW(other.add_calculation(stores, "North"), std::invalid_argument);
+    other.add_calculation(stores, "South");
+    std::vector<BRIM_o::CalculationId> ids;
+    stores->getCalculationIds(ids);
+    EXPECT_EQ((std::vector<BRIM_o::CalculationId>{ 1, 2 }), ids);
     EXPECT_EQ("[Sales]", other.name());
     EXPECT_TRUE(other.flat_hierarchy_names());
 }
