@@ -151,13 +151,6 @@ TEST(VariantChangeType, FollowsPointers)
     VariantClear(&text);
 }
 
-TEST(VariantChangeType, RoundsLongDecimals)
-{
-    expect_number(decimal_variant(25, 0, 0x14ADF4, 0xB7320334B9000001), "2.5"); // 2.5000000000000000000000001
-    expect_number(decimal_variant(29, 0, 0, 0), "!argument");
-    expect_number(decimal_variant(0, 1, 0, 5), "!argument");
-}
-
 TEST(VariantChangeType, ReadsLongTexts)
 {
     std::u16string const zeros(400, u'0');

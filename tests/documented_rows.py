@@ -33,6 +33,7 @@ HEADS = [
     ("Value |", "conversion", "{}"),
     ("Real | Text", "digits", "{}"),
     ("Text | Number", "reading", "{}"),
+    ("Expression | Result", "result", "{}"),
     ("Lines | Setting", "setting", "{}"),
 ]
 
@@ -68,7 +69,7 @@ def row_as_cpp(kind, form, place, cells, general):
     the row with the same call in another table."""
     if kind == "setting":  # the texts are raw literals, in which "⏎" is a new line
         return f'setting("{place}", R"(' + ')", R"('.join(cells).replace("⏎", "\n") + ')");\n'
-    code, title = cells[0], quoted(f"{place}: {cells[0]}")
+    code, title = cells[0], quoted(f"{place}: {cells[0]}".replace("\\", "\\\\"))
     texts = ", ".join(literal(cell) for cell in cells[1:])
     if kind == "general":
         general[code] = texts
