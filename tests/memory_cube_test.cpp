@@ -68,7 +68,7 @@ TEST(Cube, KeepsItsPartsWhenItIsMoved)
     Dimension * const store = cube.add_dimension("Store");
     Hierarchy * const stores = cube.add_hierarchy(store);
     Member const * const japan = cube.add_member(UniqueName("[Store].[Japan]"));
-    cube.add_level(stores, "City");
+    Level * const city = cube.add_level(stores, "City");
     cube.add_calculation(stores, "North");
     Cube & same = cube;
     cube = std::move(same);
@@ -79,6 +79,8 @@ TEST(Cube, KeepsItsPartsWhenItIsMoved)
     EXPECT_EQ(stores, other.hierarchy("[Store]"));
     EXPECT_EQ(japan, other.member("[Store].[Japan]"));
     EXPECT_THROW(other.member("[Store].[Ireland]"), std::out_of_range);
+    EXPECT_EQ(city, stores->getLevel(0));
+    EXPECT_EQ(nullptr, stores->getLevel(1));
     EXPECT_THROW(other.add_level(stores, "City"), std::invalid_argument);
     EXPECT_THROW(other.add_calculation(stores, "North"), std::invalid_argument);
     other.add_calculation(stores, "South");
