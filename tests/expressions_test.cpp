@@ -19,20 +19,8 @@ TEST(Expressions, HaveGeneralConstructors)
     EXPECT_EQ("Size]", property.getPropertyUniqueName().toUTF8());
 }
 
-TEST(MDXField, DelimitsItsOwnTextOnlyOnce)
+TEST(MDXField, CannotDelimitABlankText)
 {
-    for (auto const & [bare, delimited] : std::initializer_list<std::pair<char const *, char const *>>{ { "a'b", "[a'b]" },
-             { "  a b ", "[a b]" }, { "\tabc", "[\tabc]" }, { "[a", "[[a]" }, { "]", "]" }, { " [a].[b] ", " [a].[b] " } }) {
-        RefPtr const field(new HostText<MDXField>(KelpString(bare)));
-        for (char const * const says : { " said", " said]" }) { // Delimit() reads the held text, not getText()
-            field->getQuotedText();
-            field->fSays = says;
-            field->Delimit();
-            field->fSays = nullptr;
-            EXPECT_EQ(delimited, mdx_of(*field));
-            EXPECT_EQ(doubled_quotes(delimited), field->getQuotedText().toUTF8());
-        }
-    }
     for (char const * const blank : { "", "   " }) {
         RefPtr const field(new General<MDXField>(KelpString(blank)));
         EXPECT_THROW(field->Delimit(), std::out_of_range);

@@ -14,7 +14,6 @@ exceptions=(
     '.* operator='                             # not meant to be called
     '. unuseVector'                            # gives objects back; writes no text
     's (translate_condition|server_translate)' # what a dialect overrides
-    'm Delimit'                                # returns nothing
     'k FieldCount'                             # returns a number
     'drop add'                                 # private
     'generator (GetServerType|create_mdx_query_log)'
