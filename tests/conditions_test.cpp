@@ -1,12 +1,7 @@
 #include "documented.h"
 
-#include <initializer_list>
 #include <set>
 #include <stdexcept>
-#include <utility>
-#if defined(__linux__)
-#include <pthread.h>
-#endif
 
 // Condition nodes: the rows of the node table in docs/operations.md, and behaviour that the table does not show.
 
@@ -130,43 +125,6 @@ TEST(Condition, IsRefusedIfABooleanHasNoValue)
     node.fHasValue = false;
     EXPECT_EQ(raises(MDX_ERR_BAD_EXPRESSION), error_of([&] { f.set->Filter(&node, f.single); }));
     EXPECT_EQ("{A}", mdx_of(*f.set));
-}
-
-// A tree of `levels` levels. Each node is operand number `place` of the node above it.
-[[maybe_unused]] Condition deep(ExpressionType kind, std::size_t place, int levels)
-{
-    Condition tree = mdx("a");
-    for (int level = 0; level < levels; ++level) {
-        std::vector<Condition> operands(3, mdx("b"));
-        operands[place] = std::move(tree);
-        tree = Condition(kind, std::move(operands));
-    }
-    return tree;
-}
-
-TEST(Condition, MayBeDeepOnASmallStack)
-{
-#if !defined(__OPTIMIZE__) || !defined(NDEBUG) || !defined(__x86_64__) || !defined(__linux__)
-    GTEST_SKIP() << "stack use per level is known only for the release build on x86-64 Linux";
-#else
-    auto const filter = [](void * tree) -> void * {
-        Fixture f(kDialect);
-        f.set->Filter(static_cast<Condition *>(tree), f.single);
-        EXPECT_LT(4000u, f.set->getText().size());
-        return nullptr;
-    };
-    for (auto const & [kind, place] : std::initializer_list<std::pair<ExpressionType, std::size_t>>{ { ET_AND, 0 }, { ET_AND, 1 },
-             { ET_ADD, 0 }, { ET_ADD, 1 }, { ET_BETWEEN, 2 }, { ET_TUPLE, 0 }, { ET_TUPLE, 2 }, { ET_FILTER, 2 } }) {
-        Condition tree = deep(kind, place, 4000);
-        ::pthread_attr_t attributes;
-        ::pthread_attr_init(&attributes);
-        ::pthread_attr_setstacksize(&attributes, 1024 * 1024);
-        ::pthread_t thread;
-        ASSERT_EQ(0, ::pthread_create(&thread, &attributes, filter, &tree));
-        ::pthread_join(thread, nullptr);
-        ::pthread_attr_destroy(&attributes);
-    }
-#endif
 }
 
 }
