@@ -31,7 +31,7 @@ struct KeptThing final : support::RefCount {
 
 TEST(RefCount, ReportsAnUnuseAfterTheEndIfTheStorageIsKept)
 {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef SANITIZED
     GTEST_SKIP() << "the sanitizers report the call first";
 #endif
     Assertions assertions;
