@@ -12,7 +12,7 @@ namespace memory_cube {
 /// are common: `using namespace memory_cube` does not bring them in.
 namespace conditions {
 
-/// MDX, inserted unchanged. Text that holds an operator has to bring its own parentheses.
+/// MDX, inserted unchanged. If the text contains an operator, put parentheses around it.
 inline Condition mdx(KelpString const & expression)
 {
     return Condition(BRIM_o::ET_STRING, expression);
@@ -37,7 +37,8 @@ inline Condition tuple(std::vector<Condition> members)
 {
     return Condition(BRIM_o::ET_TUPLE, std::move(members));
 }
-/// The value of a tuple. In arithmetic it is the only operand that is written without parentheses.
+/// The value of a tuple, member or other condition. `+`, `-`, `*` and `/` put parentheses around every other
+/// operand.
 inline Condition value(Condition const & x)
 {
     return Condition::of(BRIM_o::ET_TUPLE_VALUE, Condition::Whole, { x });
@@ -47,7 +48,7 @@ inline Condition member_value(Condition const & x)
 {
     return Condition::of(BRIM_o::ET_MEMBER_VALUE, Condition::Whole, { x });
 }
-/// IsEmpty( member ): whether the cube has no value for the member or tuple.
+/// IsEmpty( member ): true if the cell of the member or tuple is empty.
 inline Condition is_empty(RefPtr<MDXField> const & member)
 {
     return mdx(u"IsEmpty( " + member->getText() + u" )");

@@ -4,7 +4,8 @@ A kind with a capital letter is a parameterized test suite; each table is an ins
 The kind "general" adds texts to rows of other tables.
 Any other kind is a function, which is called for each row.
 
-The first cell of a row is code. The others are texts, in which "\\n" is a new line and "·" a blank, or the name of an error.
+The first cell of a row is code. The other cells are expected texts, in which "\\n" is a new line and "·" a blank, or the name of an
+error.
 """
 
 import re
@@ -50,8 +51,9 @@ def read_tables(document):
             headings = f"{section} {line[4:]}"
         elif line.startswith("|") and not inside:
             tables.append((headings, line[2:], []))
-        elif row := re.fullmatch(r"\| `(.*)` \|", line):
-            tables[-1][2].append((f"{document.name}:{number}", row[1].split("` | `")))
+        elif line.startswith("|") and not line.startswith("|---"):
+            row = re.fullmatch(r"\| `(.*)` \|", line)
+            tables[-1][2].append((f"{document.name}:{number}", row and row[1].split("` | `")))
         inside = line.startswith("|")
     return tables
 
@@ -93,6 +95,9 @@ def main(output, kinds, *documents):
             kind, form = next((found[1:] for found in HEADS if head.startswith(found[0])), ("", ""))
             if kind not in kinds.split(","):
                 continue
+            for place, cells in rows:
+                if not cells:
+                    sys.exit(f"{place}: each cell of this row has to be code")
             lines = "".join(row_as_cpp(kind, form, place, cells, general) for place, cells in rows)
             if kind.islower():
                 cpp += lines

@@ -4,7 +4,7 @@ set -euo pipefail
 export LC_ALL=C
 objdump=${OBJDUMP:-objdump}
 failed=0
-# expect WHAT PATTERN: standard input has the pattern.
+# expect WHAT PATTERN: fails the test if no line of standard input matches the pattern.
 expect() { grep -qE -e "$2" || { echo "$library: no $1" >&2; failed=1; }; }
 for library; do
     if [[ $library == *.dll ]]; then
@@ -20,10 +20,10 @@ for library; do
     expect "binding at load time" BIND_NOW <<< "$elf"
     expect "stack protector" __stack_chk_fail <<< "$elf"
     if [[ $elf != *clang* ]]; then
-        # The code of such small stack frames does not show it. g++ writes its options into the debug information.
+        # The stack frames are too small for visible probes, but g++ writes its options into the debug information.
         expect "stack clash protection" -fstack-clash-protection \
             < <(readelf --debug-dump=info --dwarf-depth=1 "$library")
-        # Only the support library calls functions that can be fortified. glibc's headers fortify them for g++ only.
+        # Only the support library calls functions that can be fortified; clang does not fortify this one.
         if [[ $library == *support_dll* ]]; then expect "fortified function" __fprintf_chk <<< "$elf"; fi
     fi
     if [[ $elf == *X86-64* ]]; then expect "control-flow protection" endbr64 < <("$objdump" --disassemble "$library"); fi

@@ -92,6 +92,9 @@ TEST_F(QueryLog, HasTheStatementThatAHostSends)
     KelpString sent;
     EXPECT_EQ(42, memory_cube::logged(*f.generator, *query, [&sent](KelpString const & text) { return sent = text, 42; }));
     EXPECT_EQ(query->getText(false), sent);
+    std::size_t const entry = text_of_file(temporary_folder() / "log.txt").size();
+    memory_cube::logged(*f.generator, *query, [](KelpString const &) {});
+    EXPECT_EQ(2 * entry, text_of_file(temporary_folder() / "log.txt").size());
     EXPECT_NE(std::string::npos, text_of_file(temporary_folder() / "log.txt").find("FROM [Sales] \nQuery duration: 0.0"));
 }
 

@@ -23,7 +23,7 @@ TEST(Cube, TakesTheUniqueNamesOfAServer)
     EXPECT_EQ("[Dim Property].[H1].[Mean]", cube.add_calculation(city, "Mean")->getUniqueName());
 }
 
-// Whatever fails, the call can be repeated.
+// After a failed allocation, the same call succeeds.
 TEST(Cube, AddsAPartCompletelyOrNotAtAll)
 {
     if (!kAllocationsFail)
@@ -60,6 +60,7 @@ TEST(Cube, NeverGivesAnIdTwice)
     EXPECT_EQ((std::vector<BRIM_o::CalculationId>{ 2, 3 }), ids);
     BRIM_o::Calculation * found = nullptr;
     EXPECT_FALSE(stores->getCalculation(1, found));
+    EXPECT_TRUE(stores->getCalculation(2, found));
 }
 
 TEST(Cube, KeepsItsPartsWhenItIsMoved)
@@ -148,8 +149,11 @@ TEST(Maker, TakesWhatAHostHas)
     std::string const name = "[Zoë]";
     RefPtr<MDXField> const member = make.member(name);
     RefPtr<MDXSet> const rows = make.set(std::string_view("{A}"));
+    Dimension const time("Time", "[Time]");
+    Hierarchy const fiscal(&time, "Fiscal", "[Time].[Fiscal]");
     std::pair<KelpString, char const *> const rows_of_texts[] = {
         { make.member(member)->getText(), "[Zoë]" },
+        { make.member(&fiscal, "FY 2025")->getText(), "[Time].[Fiscal].[FY 2025]" },
         { make.set(rows)->getText(), "{A}" },
         { make.value(name)->getText(), "[Zoë]" },
         { make.value(4000000000u)->getText(), "4000000000" },
@@ -169,7 +173,7 @@ TEST(Statements, TakePropertiesAsPairs)
     add_formula(query, make.member("[M]"), make.value(1), { { "FORMAT_STRING", "'0'" }, { "LANGUAGE", "2057" } }, 2);
     EXPECT_EQ("CREATE MEMBER [Sales].[M] AS ' 1 ' , SOLVE_ORDER = 2, FORMAT_STRING = '0', LANGUAGE = 2057 ", query->getText(false));
 
-    RefPtr<MDXQuery> const base = query; // and RefPtr converts to a base
+    RefPtr<MDXQuery> const base = query; // a RefPtr converts to a RefPtr to the base class
     KelpString sent;
     EXPECT_EQ(42, logged(make.generator(), *base, [&](KelpString const & text) { return sent = text, 42; }));
     EXPECT_EQ(sent, query->getText(false));

@@ -34,8 +34,10 @@ void result(char const * row, Value const & value, char const * want)
         EXPECT_STREQ(want, value ? "true" : "false") << row;
     else if constexpr (std::is_integral_v<Value>)
         EXPECT_EQ(want, std::to_string(value)) << row;
+    else if constexpr (std::is_same_v<Value, std::string>)
+        EXPECT_EQ(want, value) << row;
     else
-        EXPECT_EQ(want, KelpString(value).toUTF8()) << row;
+        EXPECT_EQ(KelpString(want), KelpString(value)) << row;
 }
 
 #define WITH_NAMES(...) __VA_ARGS__
@@ -135,7 +137,7 @@ TEST(Assignment, HasNoEffectIfMemoryRunsOut)
         EXPECT_EQ(error.numInserts(), isNew ? 1 : 0);
         EXPECT_EQ(error.module() == other.module(), isNew);
         EXPECT_EQ(error.level() == other.level() && error.status() == other.status(), isNew);
-        EXPECT_NE(text, u"");
+        EXPECT_TRUE(text == "old" || text == longText);
     }
 }
 
