@@ -72,6 +72,8 @@ fault '"Switzerland": ["Zürich"]' "\"$(repeat 100 'ü')\": \"$(repeat 100 'ü')
 All Stores.$(repeat 80 'ü')...: expected an object or a list of names, found \"$(repeat 80 'ü')...\""
 fault '"Country", "City"' "$(printf '"Level %s", ' {1..300}) \"Country\"" \
     'reports[1].axes[1].from.level: "[Store].[City]" is unknown here; known: [Measures].[MeasuresLevel], [Store].[(All)], '
+fault '"Switzerland": ["Zürich"]' "\"$(repeat 30000 n)\": [$(printf '"%s", ' {1..2000}) \"\"]" "cube.dimensions[2].hierarchies[0].members.\
+All Stores.$(repeat 80 n)...: all unique names together get longer than 50000000 characters"
 step='["TakeLeafNodes", "[Store]"]'
 fault "$step" "$(repeat 200 '["not",')" 'lists and objects are nested more than 200 levels deep'
 too_long='the text gets longer than 1000000 characters'

@@ -1,16 +1,38 @@
 #include "cube_reader.h"
 
 #include <stdexcept>
+#include <string>
 
 using namespace memory_cube;
 
 namespace {
 
+constexpr std::size_t kLongestTotal = 50'000'000; // of all unique names, in characters
+
+struct Reader {
+    Cube & cube;
+    std::size_t total = 0; // the length of all unique names
+
+    void read_hierarchy(Place const & place, Dimension * dimension);
+    void read_members(Place const & place, Hierarchy * hierarchy, Member * parent);
+
+    // A name is repeated in the unique names of all parts below it, so a small file could use up all memory.
+    template <class Part>
+    Part * counted(Part * part, Place const & place)
+    {
+        total += part->getUniqueName().size();
+        if (total > kLongestTotal)
+            place.reject(
+                "all unique names together get longer than " + std::to_string(kLongestTotal) + " characters");
+        return part;
+    }
+};
+
 // An object with a key for each member, whose value has the members below it, or a list of the lowest members.
-void read_members(Cube & cube, Place const & place, Hierarchy * hierarchy, Member * parent)
+void Reader::read_members(Place const & place, Hierarchy * hierarchy, Member * parent)
 {
     auto const add = [&](KelpString const & name) {
-        return parent != nullptr ? cube.add_member(parent, name) : cube.add_member(hierarchy, name);
+        return counted(parent != nullptr ? cube.add_member(parent, name) : cube.add_member(hierarchy, name), place);
     };
     if (place.is_list()) {
         for (KelpString const & name : place.texts())
@@ -20,16 +42,17 @@ void read_members(Cube & cube, Place const & place, Hierarchy * hierarchy, Membe
     if (!place.is_object())
         place.reject_kind("an object or a list of names");
     for (auto const & [name, below] : place.entries())
-        read_members(cube, below, hierarchy, add(name));
+        read_members(below, hierarchy, add(name));
 }
 
-void read_hierarchy(Cube & cube, Place const & place, Dimension * dimension)
+void Reader::read_hierarchy(Place const & place, Dimension * dimension)
 {
     place.expect_keys({ "name", "levels", "members", "calculations" });
-    Hierarchy * const hierarchy = cube.add_hierarchy(dimension, place.has("name") ? place.at("name").text() : "");
-    for (KelpString const & level : place.at("levels").texts())
-        cube.add_level(hierarchy, level);
-    read_members(cube, place.at("members"), hierarchy, nullptr);
+    Hierarchy * const hierarchy = counted(
+        cube.add_hierarchy(dimension, place.has("name") ? place.at("name").text() : ""), place);
+    for (Place const & level : place.at("levels").items())
+        counted(cube.add_level(hierarchy, level.text()), level);
+    read_members(place.at("members"), hierarchy, nullptr);
     if (!place.has("calculations"))
         return;
     for (Place const & item : place.at("calculations").items()) {
@@ -39,7 +62,7 @@ void read_hierarchy(Cube & cube, Place const & place, Dimension * dimension)
             item.at("parent").find(cube.members(), item.at("parent").text());
             parent = cube.member(item.at("parent").text());
         }
-        cube.add_calculation(hierarchy, item.at("name").text(), parent);
+        counted(cube.add_calculation(hierarchy, item.at("name").text(), parent), item);
     }
 }
 
@@ -49,12 +72,13 @@ Cube read_cube(Place const & place)
 {
     place.expect_keys({ "name", "flatHierarchyNames", "dimensions" });
     Cube cube(place.at("name").text(), place.has("flatHierarchyNames") && place.at("flatHierarchyNames").flag());
+    Reader reader{ cube };
     for (Place const & item : place.at("dimensions").items()) {
         item.expect_keys({ "name", "hierarchies" });
         try {
             Dimension * const dimension = cube.add_dimension(item.at("name").text());
             for (Place const & hierarchy : item.at("hierarchies").items())
-                read_hierarchy(cube, hierarchy, dimension);
+                reader.read_hierarchy(hierarchy, dimension);
         } catch (std::invalid_argument const & error) {
             item.reject(error.what());
         }

@@ -15,6 +15,7 @@ using Json = Place::Json;
 
 constexpr std::size_t kMaxDepth = 200; // because nested values are read recursively
 constexpr std::size_t kLongestMessage = 300;
+constexpr char kOutOfRange[] = "a number is out of range";
 
 // Builds the value that the parser reads. Rejects duplicate keys and deep nesting. The parser's own builder drops
 // duplicates, and the time that it takes grows with the square of the number of keys.
@@ -26,7 +27,12 @@ public:
     bool boolean(bool flag) override { return add(flag); }
     bool number_integer(std::int64_t number) override { return add(number); }
     bool number_unsigned(std::uint64_t number) override { return add(number); }
-    bool number_float(double number, std::string const &) override { return add(number); }
+    bool number_float(double number, std::string const & text) override
+    {
+        if (text.find_first_of(".eE") == text.npos) // a whole number of more than 64 bits
+            place().reject(kOutOfRange);
+        return add(number);
+    }
     bool string(std::string & text) override { return add(text); }
     bool binary(Json::binary_t &) override { return false; } // which JSON does not have
 
@@ -44,6 +50,8 @@ public:
 
     bool parse_error(std::size_t, std::string const &, Json::exception const & error) override
     {
+        if (dynamic_cast<Json::out_of_range const *>(&error) != nullptr) // a real that is too large
+            place().reject(kOutOfRange);
         std::string const what = error.what();
         throw Fault(
             shortened(what.substr(what.find("] ") + 2), kLongestMessage)); // without the number of the error

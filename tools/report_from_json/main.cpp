@@ -5,6 +5,7 @@
 #include "json_file.h"
 #include "statements.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -40,10 +41,14 @@ std::string compose(Place const & file, bool steps)
     return out;
 }
 
-// Returns the exit status. File names and messages may hold any bytes, so they are made valid UTF-8.
+// Returns the exit status. File names and messages may hold any bytes, so they are made valid UTF-8 without control
+// characters.
 int fail(std::string const & message)
 {
-    std::cerr << KelpString(message).toUTF8() << "\n";
+    KelpString text = message;
+    auto const isControl = [](char16_t each) { return each < u' ' || (each >= 0x7F && each < 0xA0); };
+    std::replace_if(text.begin(), text.end(), isControl, u'\uFFFD');
+    std::cerr << text << "\n";
     return 1;
 }
 
