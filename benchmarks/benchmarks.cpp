@@ -453,7 +453,8 @@ int main(int argc, char ** argv)
     for (bool const left : { true, false }) {
         std::string const side = left ? "left" : "right";
         for (auto const & [kind, type] : { std::pair{ "AND", BRIM_o::ET_AND }, std::pair{ "ADD", BRIM_o::ET_ADD },
-                 std::pair{ "FILTER", BRIM_o::ET_FILTER }, std::pair{ "BETWEEN", BRIM_o::ET_BETWEEN } }) {
+                 std::pair{ "FILTER", BRIM_o::ET_FILTER }, std::pair{ "TUPLE", BRIM_o::ET_TUPLE },
+                 std::pair{ "TOPSUM", BRIM_o::ET_TOPSUM }, std::pair{ "BETWEEN", BRIM_o::ET_BETWEEN } }) {
             // The text of a range doubles with each level of its first operand.
             int const levels = type == BRIM_o::ET_BETWEEN && left ? 16 : 4000;
             print_stack_use((side + "-deep " + kind).c_str(), type, left, 1 << 20, levels);

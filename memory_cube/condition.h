@@ -36,8 +36,8 @@ namespace memory_cube {
 ///
 /// A condition is a value. Its nodes never change and copies share them, so a copy costs the same for any size, and
 /// copies may be used from several threads at once. A tree can be of any depth, but the library translates it by
-/// recursion: a stack of 1 MiB is enough for 4,000 levels. `a && b && c` adds a level for each operator. all_of and
-/// any_of join a million conditions in only 20 levels.
+/// recursion: if it was built with optimization, a stack of 1 MiB is enough for 2,000 levels. `a && b && c` adds a
+/// level for each operator. all_of and any_of join a million conditions in only 20 levels.
 class Condition final : public BRIM_o::Expression {
 public:
     /// A number or a bool. Characters do not convert. An integer with a magnitude above 2^53 is written as text,

@@ -93,8 +93,8 @@ public:
     }
     Member * add_member(UniqueName const & uniqueName) { return insert(fMembers, uniqueName, uniqueName.fText); }
 
-    /// Adds a calculated member. Its unique name is hierarchy.[name], even if it has a parent. Its id is never used
-    /// for another calculated member of the cube.
+    /// Adds a calculated member. Its unique name is hierarchy.[name], even if it has a parent. The cube gives each
+    /// calculated member another id.
     Calculation * add_calculation(Hierarchy * hierarchy, KelpString const & name, Member const * parent = nullptr)
     {
         UniqueName const uniqueName = below(hierarchy->fUniqueName, name);
