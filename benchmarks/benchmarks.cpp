@@ -401,8 +401,9 @@ void print_stack_use(char const * name, BRIM_o::ExpressionType type, bool left, 
         todo.perLevel = static_cast<double>(start - probe.lowest) / todo.levels;
         return nullptr;
     };
-    if (pthread_create(&thread, &attributes, body, &job) == 0)
-        pthread_join(thread, nullptr);
+    if (pthread_create(&thread, &attributes, body, &job) != 0)
+        std::abort();
+    pthread_join(thread, nullptr);
     std::printf("%-48s %5.0f bytes a level, %d levels within %zu MiB\n", name, job.perLevel, levels, stack >> 20);
 }
 

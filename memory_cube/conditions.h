@@ -37,13 +37,13 @@ inline Condition tuple(std::vector<Condition> members)
 {
     return Condition(BRIM_o::ET_TUPLE, std::move(members));
 }
-/// The value of a tuple, member or other condition. `+`, `-`, `*` and `/` put parentheses around every other
-/// operand.
+/// The value of a tuple, member or other condition. `+`, `-`, `*` and `/` put parentheses around any operand that
+/// is not a value().
 inline Condition value(Condition const & x)
 {
     return Condition::of(BRIM_o::ET_TUPLE_VALUE, Condition::Whole, { x });
 }
-/// The value of a member.
+/// The value of a member, as value() writes it, but in arithmetic with parentheses around it.
 inline Condition member_value(Condition const & x)
 {
     return Condition::of(BRIM_o::ET_MEMBER_VALUE, Condition::Whole, { x });
@@ -58,8 +58,8 @@ inline Condition is_empty(RefPtr<MDXTuple> const & key)
 {
     return mdx(u"IsEmpty( " + key->getText() + u" )");
 }
-/// x = NULL, or ( x ) = NULL if x is not a tuple. Use is_empty to test whether there is a value: on some servers
-/// this comparison is never true, on others it is also true for 0.
+/// x = NULL, or ( x ) = NULL if x is neither tuple() nor current(). Use is_empty to test whether there is a value:
+/// on some servers this comparison is never true, on others it is also true for 0.
 inline Condition is_null(Condition const & x)
 {
     BRIM_o::ExpressionType const type = x.get()->getType();

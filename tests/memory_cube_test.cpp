@@ -118,7 +118,7 @@ TEST_F(Conditions, ShareNodesThatNeverChange)
 TEST_F(Conditions, MayHaveAMillionTerms)
 {
 #ifdef SANITIZED
-    constexpr std::size_t count = 100'000; // the sanitizer makes them slow
+    constexpr std::size_t count = 100'000; // the sanitizers make them slow
 #else
     constexpr std::size_t count = 1'000'000;
 #endif

@@ -76,16 +76,18 @@ TEST_F(SettingsFile, IsARegularFileUpToASize)
     EXPECT_EQ(read_setting("Name"), "none");
     ::close(reader);
     fs::remove(fFirst);
+    fs::create_symlink("/proc/self/mem", fFirst);
+    EXPECT_EQ(read_setting("Name"), "none") << "a file that cannot be read";
+    fs::remove(fFirst);
     int const terminal = ::posix_openpt(O_RDWR | O_NOCTTY); // a device from which the text could be read
+    if (terminal < 0)
+        GTEST_SKIP() << "this system makes no terminals";
     ASSERT_EQ(::grantpt(terminal) + ::unlockpt(terminal), 0);
     std::string const typed = "[HKEY_LOCAL_MACHINE\\Software\\Log]\n\"Name\"=\"yes\"\n\x04";
     ASSERT_EQ(::write(terminal, typed.data(), typed.size()), static_cast<ssize_t>(typed.size()));
     fs::create_symlink(::ptsname(terminal), fFirst);
     EXPECT_EQ(read_setting("Name"), "none");
     ::close(terminal);
-    fs::remove(fFirst);
-    fs::create_symlink("/proc/self/mem", fFirst);
-    EXPECT_EQ(read_setting("Name"), "none") << "a file that cannot be read";
 }
 
 }

@@ -49,9 +49,9 @@ public:
 /// Formats as printf does, the same in every locale: %d %i %u %x %X %c %s %f %%, with the flags "-" and "0", a
 /// width and a precision, both capped at 4096. Length modifiers are skipped. A conversion that does not fit its
 /// argument acts as %d, %f or %s, whichever fits: "%.3f" of the integer 5 gives "005". Only a conversion written as
-/// %s cuts a text to the precision. Unlike with printf, "%.0d" of 0 gives "0", and %c of a negative number, such as
-/// a char that is not ASCII, gives U+FFFD. A conversion that is unknown or has no argument is copied to the text.
-/// Narrow texts are UTF-8; a null text counts as empty.
+/// %s cuts a text to the precision. Unlike with printf, "%.0d" of 0 gives "0", and %c of a number that is not a
+/// 16-bit character, or of a char that is not ASCII, gives U+FFFD. A conversion that is unknown or has no argument
+/// is copied to the text. Narrow texts are UTF-8; a null text counts as empty.
 SUPPORT_API std::u16string format_text(char const * format, FormatArgument const * arguments, std::size_t count);
 
 template <class... Arguments>

@@ -142,8 +142,8 @@ void append_argument(std::u16string & out, Conversion const & conversion, Format
     case FormatArgument::Signed:
     case FormatArgument::Unsigned:
         if (conversion.type == 'c') {
-            bool const negative = argument.fKind == FormatArgument::Signed && argument.fSigned < 0;
-            char16_t const character = negative ? u'\uFFFD' : static_cast<char16_t>(argument.fUnsigned);
+            bool const fits = argument.fUnsigned <= 0xFFFF; // a negative number does not
+            char16_t const character = fits ? static_cast<char16_t>(argument.fUnsigned) : u'\uFFFD';
             append_padded(out, conversion, std::u16string_view(&character, 1));
         } else {
             append_padded(out, conversion, whole_number(argument, conversion));

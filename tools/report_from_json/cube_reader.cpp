@@ -7,7 +7,7 @@ using namespace memory_cube;
 
 namespace {
 
-constexpr std::size_t kLongestTotal = 50'000'000; // of all unique names, in characters
+constexpr std::size_t kLongestNames = 50'000'000; // of all unique names, in characters
 
 struct Reader {
     Cube & cube;
@@ -18,21 +18,22 @@ struct Reader {
 
     // A name is repeated in the unique names of all parts below it, so a small file could use up all memory.
     template <class Part>
-    Part * counted(Part * part, Place const & place)
+    Part * limited(Part * part, Place const & place)
     {
         total += part->getUniqueName().size();
-        if (total > kLongestTotal)
+        if (total > kLongestNames)
             place.reject(
-                "all unique names together get longer than " + std::to_string(kLongestTotal) + " characters");
+                "all unique names together get longer than " + std::to_string(kLongestNames) + " characters");
         return part;
     }
 };
 
-// An object with a key for each member, whose value has the members below it, or a list of the lowest members.
+// Reads an object with a key for each member, whose value has the members below it, or a list of the lowest
+// members.
 void Reader::read_members(Place const & place, Hierarchy * hierarchy, Member * parent)
 {
     auto const add = [&](KelpString const & name) {
-        return counted(parent != nullptr ? cube.add_member(parent, name) : cube.add_member(hierarchy, name), place);
+        return limited(parent != nullptr ? cube.add_member(parent, name) : cube.add_member(hierarchy, name), place);
     };
     if (place.is_list()) {
         for (KelpString const & name : place.texts())
@@ -48,10 +49,10 @@ void Reader::read_members(Place const & place, Hierarchy * hierarchy, Member * p
 void Reader::read_hierarchy(Place const & place, Dimension * dimension)
 {
     place.expect_keys({ "name", "levels", "members", "calculations" });
-    Hierarchy * const hierarchy = counted(
+    Hierarchy * const hierarchy = limited(
         cube.add_hierarchy(dimension, place.has("name") ? place.at("name").text() : ""), place);
     for (Place const & level : place.at("levels").items())
-        counted(cube.add_level(hierarchy, level.text()), level);
+        limited(cube.add_level(hierarchy, level.text()), level);
     read_members(place.at("members"), hierarchy, nullptr);
     if (!place.has("calculations"))
         return;
@@ -62,7 +63,7 @@ void Reader::read_hierarchy(Place const & place, Dimension * dimension)
             item.at("parent").find(cube.members(), item.at("parent").text());
             parent = cube.member(item.at("parent").text());
         }
-        counted(cube.add_calculation(hierarchy, item.at("name").text(), parent), item);
+        limited(cube.add_calculation(hierarchy, item.at("name").text(), parent), item);
     }
 }
 
