@@ -371,40 +371,46 @@ struct Node final : BRIM_o::Expression {
     char16_t const * getString() override { return u""; }
 };
 
-void print_stack_use(char const * name, BRIM_o::ExpressionType type, bool left, std::size_t stack, int levels)
+// A tree of `levels` levels, in which each node is operand number `place` of the node above it.
+struct DeepTree {
+    char const * name;
+    BRIM_o::ExpressionType type;
+    std::size_t place;
+    int levels = 4000;
+    std::size_t stack = 1; // of the thread that translates the tree, in MiB
+    double perLevel = 0;
+};
+
+void print_stack_use(DeepTree tree)
 {
-    struct Job {
-        BRIM_o::ExpressionType type;
-        bool left;
-        int levels;
-        double perLevel;
-    } job{ type, left, levels, 0 };
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
-    pthread_attr_setstacksize(&attributes, stack);
+    pthread_attr_setstacksize(&attributes, tree.stack << 20);
     pthread_t thread;
     auto const body = [](void * context) -> void * {
-        Job & todo = *static_cast<Job *>(context);
+        DeepTree & deep = *static_cast<DeepTree *>(context);
         Probe probe;
         std::deque<Node> nodes;
         BRIM_o::Expression * top = &probe;
-        for (int i = 0; i < todo.levels; ++i) {
+        for (int i = 0; i < deep.levels; ++i) {
             BRIM_o::Expression * const leaf = &nodes.emplace_back(
                 BRIM_o::ET_UNDEFINED, std::vector<BRIM_o::Expression *>());
-            top = &nodes.emplace_back(todo.type, todo.left ? std::vector<BRIM_o::Expression *>{ top, leaf, leaf }
-                                                           : std::vector<BRIM_o::Expression *>{ leaf, top, leaf });
+            std::vector<BRIM_o::Expression *> operands(3, leaf);
+            operands[deep.place] = top;
+            top = &nodes.emplace_back(deep.type, operands);
         }
         RefPtr<MDXSet> const set(generator()->GenerateSet());
         char here = 0;
         char * const start = &here;
         set->Filter(top, nullptr);
-        todo.perLevel = static_cast<double>(start - probe.lowest) / todo.levels;
+        deep.perLevel = static_cast<double>(start - probe.lowest) / deep.levels;
         return nullptr;
     };
-    if (pthread_create(&thread, &attributes, body, &job) != 0)
+    if (pthread_create(&thread, &attributes, body, &tree) != 0)
         std::abort();
     pthread_join(thread, nullptr);
-    std::printf("%-48s %5.0f bytes a level, %d levels within %zu MiB\n", name, job.perLevel, levels, stack >> 20);
+    std::printf("%s, operand %zu: %.0f bytes a level, %d levels within %zu MiB\n", tree.name, tree.place + 1,
+        tree.perLevel, tree.levels, tree.stack);
 }
 
 #endif
@@ -451,17 +457,15 @@ int main(int argc, char ** argv)
     benchmark::RunSpecifiedBenchmarks(&table);
 
 #if defined(__linux__)
-    for (bool const left : { true, false }) {
-        std::string const side = left ? "left" : "right";
-        for (auto const & [kind, type] : { std::pair{ "AND", BRIM_o::ET_AND }, std::pair{ "ADD", BRIM_o::ET_ADD },
-                 std::pair{ "FILTER", BRIM_o::ET_FILTER }, std::pair{ "TUPLE", BRIM_o::ET_TUPLE },
-                 std::pair{ "TOPSUM", BRIM_o::ET_TOPSUM }, std::pair{ "BETWEEN", BRIM_o::ET_BETWEEN } }) {
-            // The text of a range doubles with each level of its first operand.
-            int const levels = type == BRIM_o::ET_BETWEEN && left ? 16 : 4000;
-            print_stack_use((side + "-deep " + kind).c_str(), type, left, 1 << 20, levels);
-        }
-        print_stack_use((side + "-deep AND").c_str(), BRIM_o::ET_AND, left, 8 << 20, 30000);
-    }
+    // The text of a range doubles with each level of its first operand.
+    for (DeepTree const & tree : std::initializer_list<DeepTree>{ { "AND", BRIM_o::ET_AND, 0 },
+             { "AND", BRIM_o::ET_AND, 1 }, { "NOT", BRIM_o::ET_NOT, 0 }, { "ADD", BRIM_o::ET_ADD, 0 },
+             { "ADD", BRIM_o::ET_ADD, 1 }, { "BETWEEN", BRIM_o::ET_BETWEEN, 0, 16 },
+             { "BETWEEN", BRIM_o::ET_BETWEEN, 1 }, { "BETWEEN", BRIM_o::ET_BETWEEN, 2 },
+             { "TUPLE", BRIM_o::ET_TUPLE, 0 }, { "TUPLE", BRIM_o::ET_TUPLE, 2 }, { "FILTER", BRIM_o::ET_FILTER, 0 },
+             { "FILTER", BRIM_o::ET_FILTER, 2 }, { "AND", BRIM_o::ET_AND, 0, 30000, 8 },
+             { "AND", BRIM_o::ET_AND, 1, 30000, 8 }, { "FILTER", BRIM_o::ET_FILTER, 2, 30000, 8 } })
+        print_stack_use(tree);
 #endif
     return 0;
 }

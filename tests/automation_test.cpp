@@ -128,9 +128,7 @@ void digits(char const * row, Make const & make, char const * text)
     EXPECT_EQ(in_words(variant(VT_R8, static_cast<double>(make()))), text) << row;
 }
 
-TEST(VariantChangeType, ConvertsAsDocumented){
 #include "documented_numbers.h"
-}
 
 TEST(VariantChangeType, FollowsPointers)
 {

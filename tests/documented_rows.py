@@ -2,7 +2,7 @@
 
 A kind with a capital letter is a parameterized test suite; each table is an instance of it, named after the headings above the table.
 The kind "general" adds texts to rows of other tables.
-Any other kind is a function, which is called for each row.
+Any other kind is a function, which is called for each row. Each table is a test, except those of settings.
 
 The first cell of a row is code. The other cells are expected texts, in which "\\n" is a new line and "·" a blank, or the name of an
 error.
@@ -37,6 +37,10 @@ HEADS = [
     ("Expression | Result", "result", "{}"),
     ("Lines | Setting", "setting", "{}"),
 ]
+
+
+# The test suites of the tables whose rows call a function.
+SUITES = {"conversion": "VariantChangeType", "digits": "StringConverters", "reading": "VariantChangeType", "result": "Texts"}
 
 
 def read_tables(document):
@@ -93,19 +97,25 @@ def main(output, kinds, *documents):
     for document in documents:
         for headings, head, rows in read_tables(Path(document)):
             kind, form = next((found[1:] for found in HEADS if head.startswith(found[0])), ("", ""))
+            if not kind and all(cells for _, cells in rows):
+                sys.exit(f"{document}: the head of the table is unknown: {head}")
             if kind not in kinds.split(","):
                 continue
             for place, cells in rows:
                 if not cells:
                     sys.exit(f"{place}: each cell of this row has to be code")
             lines = "".join(row_as_cpp(kind, form, place, cells, general) for place, cells in rows)
-            if kind.islower():
+            if kind.islower() and kind not in SUITES:
                 cpp += lines
                 continue
+            suite = SUITES.get(kind, kind)
             instance = re.sub("[^A-Za-z0-9]+", "_", headings)
-            while (instance, kind) in instances:
+            while (instance, suite) in instances:
                 instance += "_2"
-            instances.add((instance, kind))
+            instances.add((instance, suite))
+            if kind in SUITES:
+                cpp += f"\nTEST({suite}, {instance})\n{{\n{lines}}}\n"
+                continue
             name = f"k{instance}_{kind}"
             cpp += f"\n{kind}::ParamType const {name}{{\n{lines}}};\n"
             cpp += f"INSTANTIATE_TEST_SUITE_P({instance}, {kind}, testing::Values({name}));\n"

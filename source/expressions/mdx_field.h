@@ -18,13 +18,9 @@ struct TextFields;
 
 MDX_EXPORTS_BEGIN
 
-/// The expression for one member of a cube. The object is its MDX text: each operation rewrites the text and
-/// returns the field itself, for chaining, without a new reference. "this" below is the text before the call.
-///
-/// Arguments are read during the call and not kept. They may not be null unless an operation says so. Names are
-/// inserted unchanged: a "]" in them is not doubled. During a call, the field calls functions of its arguments and
-/// of host objects. These functions may read the field but must not change it. An operation may throw what the
-/// host's objects throw, std::bad_alloc and std::length_error; the text is then unchanged.
+/// The expression for one member of a cube. The object is its MDX text, and what MDXSet says of operations, their
+/// arguments, calls of host objects and exceptions is true of fields, too. "this" below is the text before the
+/// call. Names are inserted unchanged: a "]" in them is not doubled.
 class MDX_API MDXField : public support::RefCount {
 public:
     /// The text itself, unchanged.

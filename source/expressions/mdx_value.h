@@ -14,13 +14,8 @@ struct TextFields;
 MDX_EXPORTS_BEGIN
 
 /// The expression for one value: a number, an aggregate, a property of a member, a condition. The object is its MDX
-/// text: each operation rewrites the text and returns the value itself, for chaining, without a new reference.
-/// "this" below is the text before the call; an operation that does not mention it drops that text.
-///
-/// Arguments are read during the call and not kept. They may not be null unless an operation says so, and texts are
-/// inserted unchanged. During a call, the value calls functions of its arguments. These functions may read the
-/// value but must not change it. An operation may throw what an argument throws, std::bad_alloc and
-/// std::length_error; unless it says otherwise, the text is then unchanged.
+/// text, and what MDXSet says of operations, their arguments, calls of host objects and exceptions is true of
+/// values, too. "this" below is the text before the call; an operation that does not mention it drops that text.
 class MDX_API MDXValue : public support::RefCount {
 public:
     /// The number in decimal.
