@@ -30,6 +30,15 @@ in_block || /^```/ { print; next }
         line = line (i % 2 ? parts[i] : code(parts[i]))
     }
 }
+# Doxygen finds a page by its file only if there is no blank in the path.
+{
+    while (match(line, /\]\([a-z_\/.]*[a-z_]+\.md\)/)) {
+        target = substr(line, RSTART + 2, RLENGTH - 6)
+        sub(/.*\//, "", target)
+        line = substr(line, 1, RSTART - 1) "](@ref md_docs_" target ")" substr(line, RSTART + RLENGTH)
+    }
+    gsub(/\]\(\.\.\/README\.md\)/, "](@ref index)", line)
+}
 # Doxygen does not find a heading by its text, as a forge does. So a heading that a link above names gets an anchor.
 {
     while (match(line, /\]\(#[^)]*\)/)) {
