@@ -30,7 +30,7 @@ in_block || /^```/ { print; next }
         line = line (i % 2 ? parts[i] : code(parts[i]))
     }
 }
-# Doxygen finds a page by its file only if there is no blank in the path.
+# If the path has a blank, Doxygen cannot find a page by its file. So links name the page.
 {
     while (match(line, /\]\([a-z_\/.]*[a-z_]+\.md\)/)) {
         target = substr(line, RSTART + 2, RLENGTH - 6)

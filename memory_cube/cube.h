@@ -93,8 +93,8 @@ public:
     }
     Member * add_member(UniqueName const & uniqueName) { return insert(fMembers, uniqueName, uniqueName.fText); }
 
-    /// Adds a calculated member. Its unique name is hierarchy.[name], even if it has a parent. No two
-    /// calculated members that a cube made have the same id.
+    /// Adds a calculated member. Its unique name is hierarchy.[name], even if it has a parent. No two calculated
+    /// members that a cube made have the same id.
     Calculation * add_calculation(Hierarchy * hierarchy, KelpString const & name, Member const * parent = nullptr)
     {
         UniqueName const uniqueName = below(hierarchy->fUniqueName, name);
