@@ -1,7 +1,7 @@
 """The expected result of a statement, described without MDX and computed from the facts of cube.py without an engine.
 
 `Shows` gives the members of each axis. Its cells are sums over the facts, or what the formulas of calculated members
-make of them. operation_uses.py, documents.py and cookbook.py have a `Shows` or a `Rejected` for each statement.
+make of them. operation_results.py, documents.py and cookbook.py have a `Shows` or a `Rejected` for each statement.
 """
 
 import dataclasses

@@ -1,6 +1,6 @@
 """check.py BUILD [--update]: runs statements on an engine, in both spellings of hierarchies. Compares the results with the
-expected results, with results/, and with the result and figure blocks of README and the guides; --update rewrites results/
-and the blocks. The statements are those of the examples, README, the guides and uses/."""
+expected results, with results/, with the result and figure blocks of README and the guides, and with the tables of
+docs/results.md; --update rewrites them. The statements are those of the examples, README and the guides."""
 
 import collections
 import difflib
@@ -14,7 +14,8 @@ import time
 
 import cookbook
 import documents
-import operation_uses
+import operation_results
+import results_page
 from arithmetic import Rejected
 from engine import Engine, Session, respell, table
 from show import statements
@@ -22,8 +23,9 @@ from show import statements
 HERE = pathlib.Path(__file__).parent
 ROOT = HERE.parent.parent
 PAGES = [ROOT / "README.md", *sorted((ROOT / "docs").glob("*.md"))]
-# Operations of the reference that uses/ does not name.
+# Operations of the reference that docs/results.md does not name.
 NOT_NAMED = {
+    "GenerateMemberProperty": "the reports of the examples use it",
     "GenerateQuery": "all statements come from it",
     "SpecifyDrillThrough": "this dialect has no drill-through",
     "getQuotedText": "it is the text of a formula, and formulas are run",
@@ -59,8 +61,8 @@ def sources(build, flat):
         "sales_report": (read(output(build / "examples/sales_report"), flat), documents.SALES_REPORT),
         "sales_json": (read(sales_json, flat), documents.SALES_JSON),
         "guides": (guides, documents.GUIDES),
-        "operations": (read(output(build / "tests/engine/operation_uses", *(["flat"] if flat else [])), flat),
-                       operation_uses.EXPECTED),
+        "operations": (read(output(build / "tests/engine/operation_results", *(["flat"] if flat else [])), flat),
+                       operation_results.EXPECTED),
     }
 
 
@@ -93,7 +95,7 @@ def differences(result, expected):
 def faults(run, expected):
     """How the run of a statement differs from what is expected."""
     if expected is None:
-        return ["no expected result: add one to documents.py, operation_uses.py or cookbook.py"]
+        return ["no expected result: add one to documents.py, operation_results.py or cookbook.py"]
     if isinstance(expected, Rejected):
         return [] if run.result is None and expected.reason in run.reason else [
             f"it should be rejected with {expected.reason!r}; instead: {'accepted' if run.result else repr(run.reason)}"]
@@ -141,9 +143,9 @@ def summary(runs):
 
 
 def run_all(build, flat):
-    """Runs everything in one spelling. Returns the texts of results/ by name, the tables of results by the titles of
-    their statements, and what is not as expected."""
-    texts, tables, runs, unexpected = {}, {}, [], []
+    """Runs everything in one spelling. Returns the texts of results/ by name, the tables of results and the texts for
+    docs/results.md by the titles of their statements, and what is not as expected."""
+    texts, tables, brief, runs, unexpected = {}, {}, {}, [], []
     with Engine(flat) as engine:
         for name, (found, expected) in sources(build, flat).items():
             session, lines = Session(engine), []
@@ -154,18 +156,20 @@ def run_all(build, flat):
                 if title in expected:
                     runs.append((title, run, expected[title]))
                     lines += described(title, text, run, expected[title])
+                if name == "operations":
+                    brief[title] = results_page.brief(run, expected.get(title))
                 tables[title] = table(run.result) if run.result else [f"Rejected: {run.reason}"]
             unexpected += [f"{name}: {title}: there is no such statement" for title in expected if title not in found]
             texts[name] = respell("\n".join(lines), False)
     texts["summary"] = "\n".join(summary(runs)) + "\n"
-    return texts, tables, unexpected
+    return texts, tables, brief, unexpected
 
 
 def unused_operations():
-    """Operations of the reference that no statement uses."""
+    """Operations of the reference that docs/results.md does not use."""
     calls = re.findall(r"^\| `([^`]*)`", (ROOT / "docs/operations.md").read_text("utf-8"), re.MULTILINE)
     documented = {name for call in calls for name in re.findall(r"->(\w+)\(", call)}
-    used = {name for file in (HERE / "uses").glob("*.cpp") for name in re.findall(r"\w+", file.read_text("utf-8"))}
+    used = {name for _, *call in results_page.calls(results_page.PAGE.read_text("utf-8")) for name in re.findall(r"\w+", str(call))}
     return sorted(documented - used - set(NOT_NAMED))
 
 
@@ -190,12 +194,14 @@ def compared(before, now, before_name, now_name):
 
 
 def main(build, update):
-    unexpected = [f"No statement uses {name}: see uses/" for name in unused_operations()]
+    unexpected = [f"docs/results.md does not use {name}" for name in unused_operations()]
     results, pages = {}, {}
     for flat, spelling in ((False, "unique names"), (True, "flat names")):
         begin = time.monotonic()
-        texts, tables, found = run_all(build, flat)
-        pages = pages or {page: with_results(page, tables, texts["summary"].rstrip()) for page in PAGES}
+        texts, tables, brief, found = run_all(build, flat)
+        if not pages:
+            pages = {page: with_results(page, tables, texts["summary"].rstrip()) for page in PAGES}
+            pages[results_page.PAGE] = results_page.with_results(pages[results_page.PAGE], brief)
         unexpected += [f"{spelling}: {line}" for line in found]
         for name, text in texts.items():
             unexpected += compared(results.setdefault(name, text), text, f"{name}, unique names", f"{name}, flat names")
