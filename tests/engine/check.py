@@ -61,7 +61,7 @@ def sources(build, flat):
         "sales_report": (read(output(build / "examples/sales_report"), flat), documents.SALES_REPORT),
         "sales_json": (read(sales_json, flat), documents.SALES_JSON),
         "guides": (guides, documents.GUIDES),
-        "operations": (read(output(build / "tests/engine/operation_results", *(["flat"] if flat else [])), flat),
+        "operations": (read(output(build / "tests/engine/results_page", *(["flat"] if flat else [])), flat),
                        operation_results.EXPECTED),
     }
 

@@ -1,4 +1,5 @@
-"""results_page.py OUTPUT: writes the calls of docs/results.md as C++, for operation_results.cpp."""
+"""results_page.py OUTPUT: writes the program of docs/results.md, which prints the statements of its rows. The argument "flat" of
+the program makes the names of hierarchies flat."""
 
 import pathlib
 import re
@@ -10,9 +11,9 @@ PAGE = pathlib.Path(__file__).parent.parent.parent / "docs/results.md"
 FORMS = {
     "Call | Rows": 'rows("{title}", {code})',
     "Call | Periods": 'periods("{title}", {code})',
-    "Call | Value": 'value_of_all("{title}", {code})',
-    "Call | Value for each country": 'values_of_countries("{title}", {code})',
-    "Call | Value for each city": 'values_of_cities("{title}", {code})',
+    "Call | Value": 'values("{title}", {code}, make.list({{ all }}))',
+    "Call | Value for each country": 'values("{title}", {code}, countries)',
+    "Call | Value for each city": 'values("{title}", {code}, cities)',
     "Condition | Cities": 'cities_that("{title}", {code})',
     "Calls on a SELECT | Result": '{code}, print("{title}", *select)',
     "Calls on a CREATE | Result": '{code}, print("{title}", *create)',
@@ -56,7 +57,14 @@ def with_results(page, results):
     return re.sub(r"^(\| ([^`|]*) \| `.*` \|).*$", lambda row: f"{row[1]} {results[row[2]]} |", page, flags=re.MULTILINE)
 
 
+def program(page):
+    yield from re.findall(r"^```cpp\n(.*?)^```", page, flags=re.DOTALL | re.MULTILINE)
+    yield "\nint main(int count, char **)\n{\n    bool const flat = count > 1;\n"
+    for head, title, code in calls(page):
+        form = FORMS[head].format(title=title, code=code)
+        yield f"    {{ struct Row : Sales {{ explicit Row(bool flat) : Sales(flat) {{ {form}; }} }} const row(flat); }}\n"
+    yield "}\n"
+
+
 if __name__ == "__main__":
-    lines = (f"ROW({FORMS[head].format(title=title, code=code)})\n"
-             for head, title, code in calls(PAGE.read_text("utf-8")))
-    pathlib.Path(sys.argv[1]).write_text("".join(lines), "utf-8")
+    pathlib.Path(sys.argv[1]).write_text("".join(program(PAGE.read_text("utf-8"))), "utf-8")
