@@ -127,9 +127,9 @@ public:
     /// DRILLDOWNMEMBER(this, {given}); the hierarchy is not read and may be null. With `recursive`,
     /// DRILLDOWNMEMBER(this, hierarchy.MEMBERS, RECURSIVE); `given` is not read.
     virtual MDXSet * DrillDown(BRIM_o::Hierarchy const * hierarchy, KelpString const & given, bool recursive);
-    /// DRILLDOWNMEMBER(this, {given}). A member is not expanded if its children already follow it in the set, so
-    /// start from one level or from the All member, not from all members. A member that occurs twice gets its
-    /// children twice.
+    /// DRILLDOWNMEMBER(this, {given}). Start from one level or from the All member, not from all members: if the
+    /// children of a member already follow it, some servers leave it as it is and others insert the children again.
+    /// A member that occurs twice gets its children twice.
     virtual MDXSet * DrillDownOnSet(KelpString const & given);
     virtual MDXSet * DrillDownOnSet(MDXSet const * other);
     /// DRILLUPMEMBER(this, {given}). Collapses a member only if the next member in the set is its descendant.

@@ -21,20 +21,28 @@ FORMS = {
 }
 
 
+# A row has a title, a call and a result.
+ROW = re.compile(r"\| ([^`|]+) \| `([^`]*)` \|(.*)")
+
+
 def calls(page):
     """The head of the table, the title and the code of each call."""
     head = ""
     for line in page.splitlines():
         if line.startswith("| Case | "):
             head = line.removeprefix("| Case | ").removesuffix(" |")
-        elif row := re.match(r"\| ([^`]*) \| `(.*)` \|", line):
+        elif row := ROW.fullmatch(line):
             yield head, row[1], row[2]
+        elif line.startswith("|") and not line.startswith("|---"):
+            sys.exit(f"{PAGE.name}: this row is not a title, a call and a result: {line}")
 
 
 def brief(run, expected):
     """What a statement returned, for the last column of a table."""
+    if reason := getattr(expected, "known_wrong", ""):
+        return f"*wrong:* {reason}"
     if run.is_definition:
-        return "kept" if run.text.startswith("CREATE") else "dropped"
+        return "defined in the rows below" if run.text.startswith("CREATE") else "no longer defined"
     if run.result is None:
         return f"*rejected:* {getattr(expected, 'why', run.reason)}"
     columns, *others = run.result.axes
@@ -42,19 +50,22 @@ def brief(run, expected):
     if columns[0][0].name == "Value":
         shown = [text.removesuffix(".") or "empty" for text in run.result.formatted]
         names[0] = shown if names[0] == ["All Stores"] else [f"{name}: {text}" for name, text in zip(names[0], shown)]
-    if reason := getattr(expected, "known_wrong", ""):
-        return f"*wrong:* {reason}"
-    return " by ".join(shortened(axis) for axis in names)
+    text = " by ".join(shortened(axis) for axis in names)
+    return f"{text} (*reworded:* {', '.join(run.lacking)})" if run.lacking else text
 
 
 def shortened(names):
     separator = "; " if any(", " in name for name in names) else ", "
-    return separator.join(names if len(names) <= 8 else [*names[:8], f"… ({len(names)} in all)"]) or "nothing"
+    return separator.join(names if len(names) <= 8 else [*names[:6], "…", names[-1]]) or "nothing"
 
 
 def with_results(page, results):
-    """The page with the last column of its tables filled in. `results` has the texts for it, by the titles."""
-    return re.sub(r"^(\| ([^`|]*) \| `.*` \|).*$", lambda row: f"{row[1]} {results[row[2]]} |", page, flags=re.MULTILINE)
+    """The page with the results filled in. `results` has them by the titles."""
+    lines = page.splitlines()
+    for n, line in enumerate(lines):
+        if row := ROW.fullmatch(line):
+            lines[n] = f"| {row[1]} | `{row[2]}` | {results[row[1]]} |"
+    return "\n".join(lines) + "\n"
 
 
 def program(page):
