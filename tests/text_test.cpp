@@ -35,7 +35,7 @@ TEST(Text, TemplatesTakeTheirTextsAsTheyAre)
     EXPECT_EQ(KelpString("only this-only this"), e.fText);
 }
 
-TEST(Text, OneAllocationForAText)
+TEST(Text, TakesOneAllocation)
 {
     Fixture f(kDialect);
     KelpString const member("[Store].[Geography].[All Stores].[O'Brien & Sons]");
